@@ -1,0 +1,26 @@
+# What every target of the project is compiled with.
+
+set(SWITCHMANAGER_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize= (address,undefined or thread)")
+option(SWITCHMANAGER_COVERAGE "Count executed lines and branches" OFF)
+option(SWITCHMANAGER_WARNINGS_AS_ERRORS "Stop at the first compiler warning" OFF)
+
+add_library(build_options INTERFACE)
+target_compile_options(build_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    # The register accessors must stay replaceable by the process that loads the library.
+    target_compile_options(build_options INTERFACE -fsemantic-interposition)
+endif()
+if(SWITCHMANAGER_WARNINGS_AS_ERRORS)
+    target_compile_options(build_options INTERFACE -Werror)
+endif()
+if(SWITCHMANAGER_SANITIZE)
+    target_compile_options(build_options INTERFACE
+        -fsanitize=${SWITCHMANAGER_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(build_options INTERFACE -fsanitize=${SWITCHMANAGER_SANITIZE})
+endif()
+if(SWITCHMANAGER_COVERAGE)
+    target_compile_options(build_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(build_options INTERFACE --coverage)
+endif()
