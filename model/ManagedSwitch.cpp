@@ -1,0 +1,108 @@
+#include "model/ManagedSwitch.hpp"
+
+#include <algorithm>
+
+#include "host/Application.hpp"
+#include "model/ManagedSwitchPort.hpp"
+#include "model/TrunkGroup.hpp"
+
+namespace {
+
+/// Inserts an owned object; one whose key is taken is deleted unless it is the very object that holds
+/// the key already.
+template <typename Map, typename Entry> void insertOwned(Map& map, Entry& entry) {
+    auto const result = map.insert(entry);
+    if (!result.second && result.first->second != entry.second) {
+        delete entry.second;
+        entry.second = nullptr;
+    }
+}
+
+template <typename Map> void deleteOwned(Map& map) {
+    for (auto& entry : map) {
+        delete entry.second;
+        entry.second = nullptr;
+    }
+    map.clear();
+}
+
+template <typename Map> typename Map::mapped_type findIn(Map const& map, unsigned int id) {
+    auto const entry = map.find(id);
+    return entry == map.end() ? nullptr : entry->second;
+}
+
+} // namespace
+
+ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned char const* macAddress,
+                             Xml& /*configuration*/, bool flag)
+    : _id(id), _flag(flag), _application(&application) {
+    std::copy_n(macAddress, sizeof _macAddress, _macAddress);
+    _application->logInfo("ManagedSwitch::ManagedSwitch(%d) %02x:%02x:%02x:%02x:%02x:%02x\n", _id,
+                          _macAddress[0], _macAddress[1], _macAddress[2], _macAddress[3], _macAddress[4],
+                          _macAddress[5]);
+}
+
+ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned short /*value*/, bool flag)
+    : _id(id), _flag(flag), _application(&application) {}
+
+ManagedSwitch::~ManagedSwitch() {
+    deleteOwned(_ports);
+    deleteOwned(_trunkGroups);
+}
+
+ManagedSwitchPort* ManagedSwitch::getPort(unsigned int id) {
+    ManagedSwitchPort* const port = findIn(_ports, id);
+    if (port == nullptr) {
+        _application->logError("ManagedSwitch::getPort id %d out of bounds", id);
+    }
+    return port;
+}
+
+TrunkGroup* ManagedSwitch::getTrunkGroup(unsigned int id) {
+    TrunkGroup* const trunkGroup = findIn(_trunkGroups, id);
+    if (trunkGroup == nullptr) {
+        _application->logError("ManagedSwitch::getTrunkgroup id %d out of bounds", id);
+    }
+    return trunkGroup;
+}
+
+void ManagedSwitch::insertPort(std::pair<unsigned int, ManagedSwitchPort*>& port) {
+    insertOwned(_ports, port);
+    ++_numberOfEntries;
+}
+
+void ManagedSwitch::insertTrunkGroup(std::pair<unsigned int, TrunkGroup*>& trunkGroup) {
+    insertOwned(_trunkGroups, trunkGroup);
+    ++_numberOfEntries;
+}
+
+void ManagedSwitch::configureVlans() {
+    clearVlanTable();
+    for (auto const& port : _ports) {
+        port.second->configureVlans();
+    }
+}
+
+void ManagedSwitch::configurePorts() {
+    for (auto const& port : _ports) {
+        port.second->configurePorts();
+    }
+}
+
+void ManagedSwitch::configureMulticastFilters() {
+    for (auto const& port : _ports) {
+        port.second->configureMulticastFilters();
+    }
+}
+
+void ManagedSwitch::configureTrunkGroups() {
+    for (auto const& trunkGroup : _trunkGroups) {
+        std::map<unsigned int const, ManagedSwitchPort*> members;
+        for (auto const& member : trunkGroup.second->getTrunkedPorts()) {
+            if (member.second != nullptr) {
+                members.insert(member);
+            }
+        }
+        writeAggregationGroup(members);
+    }
+}

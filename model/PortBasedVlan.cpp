@@ -1,0 +1,21 @@
+#include "model/PortBasedVlan.hpp"
+
+#include "host/Application.hpp"
+#include "model/ManagedSwitchPort.hpp"
+#include "model/PortBasedVlanPort.hpp"
+#include "model/XmlText.hpp"
+
+PortBasedVlan::PortBasedVlan(Application& application, unsigned int id)
+    : Vlan(application, id, Type::portBased) {}
+
+void PortBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
+    if (XmlText::attribute(node, "ingress").isPresent()) {
+        getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute ingress\n");
+    }
+    if (XmlText::attribute(node, "egress").isPresent()) {
+        getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute egress\n");
+    }
+    if (!hasMember(port.getId())) {
+        insertMember(port.getId(), new PortBasedVlanPort(*this, port));
+    }
+}

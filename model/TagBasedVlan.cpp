@@ -1,0 +1,13 @@
+#include "model/TagBasedVlan.hpp"
+
+#include "model/ManagedSwitchPort.hpp"
+#include "model/TagBasedVlanPort.hpp"
+
+TagBasedVlan::TagBasedVlan(Application& application, unsigned int id)
+    : Vlan(application, id, Type::tagBased) {}
+
+void TagBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
+    if (!hasMember(port.getId())) {
+        insertMember(port.getId(), new TagBasedVlanPort(*this, port, node));
+    }
+}
