@@ -1,0 +1,222 @@
+#include "marvell/MarvellSwitch.hpp"
+
+#include <sstream>
+#include <stdexcept>
+
+#include "host/Application.hpp"
+#include "host/Xml.hpp"
+#include "marvell/Global1Registers.hpp"
+#include "marvell/MarvellMultiMdioManagementCommunications.hpp"
+#include "marvell/MarvellPort.hpp"
+#include "marvell/PortRegisters.hpp"
+#include "model/TrunkGroup.hpp"
+#include "model/XmlNodes.hpp"
+#include "model/XmlText.hpp"
+
+namespace {
+
+constexpr char const* constructorName =
+    "MarvellSwitch::MarvellSwitch(Application&, unsigned int, const uint8_t*, Xml&, bool)";
+
+template <typename Id> std::string query(char const* element, Id id, char const* children) {
+    std::ostringstream xpath;
+    xpath << "//" << element << "[@id=" << id << "]" << children;
+    return xpath.str();
+}
+
+/// The ATU control field for an age time, with a warning when the chip cannot keep it.
+unsigned short ageTimeUnits(Application& application, unsigned short seconds) {
+    using namespace global1::atu_control;
+    constexpr unsigned int longest = longestAgeTime * secondsPerUnit;
+    if (seconds == 0) {
+        return 0;
+    }
+    if (seconds < secondsPerUnit) {
+        application.logWarning(
+            "MarvellSwitch::setATUAgeTime requested %d seconds, minimum is 15 seconds. Setting to 15.\n",
+            seconds);
+        return 1;
+    }
+    if (seconds > longest) {
+        application.logWarning(
+            "MarvellSwitch::setATUAgeTime requested %d seconds, maximum is 3825 seconds. Setting to 3825.\n",
+            seconds);
+        return longestAgeTime;
+    }
+    return static_cast<unsigned short>((seconds + secondsPerUnit / 2) / secondsPerUnit);
+}
+
+} // namespace
+
+char const* const MarvellSwitch::_xmlDescriptionString = "88e6096";
+
+MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, std::uint8_t const* macAddress,
+                             Xml& document, bool flag)
+    : ManagedSwitch(application, switchId, macAddress, document, flag),
+      _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
+          application, static_cast<unsigned short>(switchId), flag)),
+      _vlanTableTimeout(1.0) {
+    int const switchCount = XmlNodes(document.find(query("switch", switchId, ""))).count();
+    if (switchCount == 0) {
+        application.logInfo("%s(%d): Unknown switch id:%d\n", constructorName, switchId, switchId);
+        return;
+    }
+    if (switchCount > 1) {
+        application.logInfo("ManagedSwitch::ManagedSwitch: Unknown switch count %d\n", switchCount);
+        throw std::runtime_error("Roting xml or other catastrophic error");
+    }
+    createPorts(document);
+    createTrunkGroups(document);
+}
+
+MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts,
+                             bool flag)
+    : ManagedSwitch(application, switchId, numberOfPorts, flag),
+      _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
+          application, static_cast<unsigned short>(switchId), flag)),
+      _vlanTableTimeout(1.0) {
+    for (unsigned int portId = 0; portId < numberOfPorts; ++portId) {
+        insertNewPort(portId, "external", "forwarding", nullptr);
+    }
+}
+
+MarvellSwitch::~MarvellSwitch() = default;
+
+void MarvellSwitch::createPorts(Xml& document) {
+    XmlNodes const nodes(document.find(query("switch", getId(), "/port")));
+    getApplication()->log(2, "%s:(%d): %d ports to configure\n", constructorName, getId(), nodes.count());
+    for (xmlNodePtr const node : nodes) {
+        createPort(node);
+    }
+}
+
+void MarvellSwitch::createPort(_xmlNode* node) {
+    int portId = -1;
+    if (!XmlText::attribute(node, "id").parseDecimal(portId)) {
+        getApplication()->logError("%s:(%d): Port id is not a valid integer value", constructorName, getId());
+    }
+    XmlText const connectedTo = XmlText::attribute(node, "connectedTo");
+    getApplication()->log(2, "%s:(%d): configure port %d connected to %s\n", constructorName, getId(), portId,
+                          connectedTo.printable());
+    XmlText const portStatus = XmlText::attribute(node, "portStatus");
+    getApplication()->log(2, "%s:(%d): configure port %d to be %s\n", constructorName, getId(), portId,
+                          portStatus.printable());
+    insertNewPort(static_cast<unsigned int>(portId), connectedTo.text(), portStatus.text(), node);
+}
+
+void MarvellSwitch::insertNewPort(unsigned int portId, std::string const& connectedTo,
+                                  std::string const& portStatus, _xmlNode* node) {
+    auto port = std::make_unique<MarvellPort>(*this, *_communications, portId, connectedTo, portStatus, node);
+    std::pair<unsigned int, ManagedSwitchPort*> entry(portId, port.release());
+    insertPort(entry);
+}
+
+void MarvellSwitch::createTrunkGroups(Xml& document) {
+    unsigned int key = 0;
+    for (xmlNodePtr const node : XmlNodes(document.find(query("switch", getId(), "/trunk")))) {
+        XmlText const id = XmlText::attribute(node, "id");
+        if (!id.isPresent()) {
+            getApplication()->logError("%s:(%d): Turnk Id is not a valid integer value\n", constructorName,
+                                       getId());
+        }
+        std::pair<unsigned int, TrunkGroup*> entry(
+            key, new TrunkGroup(static_cast<unsigned int>(id.toInteger(-1))));
+        insertTrunkGroup(entry);
+        ++key;
+    }
+    for (unsigned int filled = 0; filled < key; ++filled) {
+        fillTrunkGroup(document, filled);
+    }
+}
+
+void MarvellSwitch::fillTrunkGroup(Xml& document, unsigned int key) {
+    TrunkGroup& trunkGroup = *getTrunkGroup(key);
+    for (xmlNodePtr const node : XmlNodes(document.find(query("trunk", trunkGroup.getId(), "/port")))) {
+        XmlText const id = XmlText::attribute(node, "id");
+        if (!id.isPresent()) {
+            getApplication()->logError("%s:(%d): port id in Trunk Id %s is not a valid integer value\n",
+                                       constructorName, getId(), std::to_string(trunkGroup.getId()).c_str());
+        }
+        auto const portId = static_cast<unsigned int>(id.toInteger(-1));
+        trunkGroup.insertPort({portId, getPort(portId)});
+    }
+}
+
+bool MarvellSwitch::detectSwitch(Application& application, unsigned short switchId, bool flag) {
+    using namespace port_registers;
+    MarvellMultiMdioManagementCommunications communications(application, switchId, flag);
+    communications.initialise();
+    MarvellManagementCommunications::MarvelRegisterValues identifier(firstDevice, switchIdentifier);
+    communications.readRegister(identifier);
+    unsigned int const product = switch_identifier::productNumber.in(identifier.value);
+    application.log(3, "SwitchManager::detectMarvellSwitches switch Id %d product Number found %x \n",
+                    switchId, product);
+    return product == switch_identifier::product88E6096;
+}
+
+bool MarvellSwitch::setATUAgeTime(unsigned short seconds) {
+    using namespace global1::atu_control;
+    Application& application = *getApplication();
+    unsigned short const units = ageTimeUnits(application, seconds);
+    application.log(2,
+                    "MarvellSwitch::setATUAgeTime setting age time to %d seconds (register value 0x%02x)\n",
+                    units * secondsPerUnit, units);
+    unsigned short control = 0;
+    if (!readGlobal1(global1::atuControl, control)) {
+        application.logError("MarvellSwitch::setATUAgeTime failed to read ATU Control register\n");
+        return false;
+    }
+    if (!writeGlobal1(global1::atuControl, ageTime.replaced(control, units))) {
+        application.logError("MarvellSwitch::setATUAgeTime failed to write ATU Control register\n");
+        return false;
+    }
+    application.logInfo("MarvellSwitch::setATUAgeTime successfully set age time to %d seconds\n",
+                        units * secondsPerUnit);
+    return true;
+}
+
+std::pair<bool, unsigned short> MarvellSwitch::getATUAgeTime() {
+    using namespace global1::atu_control;
+    unsigned short control = 0;
+    if (!readGlobal1(global1::atuControl, control)) {
+        getApplication()->logError("MarvellSwitch::getATUAgeTime failed to read ATU Control register\n");
+        return {false, static_cast<unsigned short>(0)};
+    }
+    unsigned short const units = ageTime.in(control);
+    auto const seconds = static_cast<unsigned short>(units * secondsPerUnit);
+    getApplication()->log(
+        2, "MarvellSwitch::getATUAgeTime read age time as %d seconds (register value 0x%02x)\n", seconds,
+        units);
+    return {true, seconds};
+}
+
+bool MarvellSwitch::phyReadRegister(unsigned short phyAddress, unsigned short phyRegister,
+                                    unsigned short& value) {
+    return _communications->phyReadRegister(phyAddress, phyRegister, value);
+}
+
+bool MarvellSwitch::phyWriteRegister(unsigned short phyAddress, unsigned short phyRegister,
+                                     unsigned short value) {
+    return _communications->phyWriteRegister(phyAddress, phyRegister, value);
+}
+
+bool MarvellSwitch::macTableCommand(MacAddressCommand /*command*/) {
+    return true;
+}
+
+bool MarvellSwitch::readMulticastGroup(std::string /*ip*/, unsigned short /*vlanId*/,
+                                       std::map<unsigned int, ManagedSwitchPort*>& /*ports*/) {
+    getApplication()->log(1, "MarvellSwitch::::readMulticastGroup Unimplemented Function in Marvell");
+    return false;
+}
+
+bool MarvellSwitch::writeMulticastGroup(std::string /*ip*/, unsigned short /*vlanId*/,
+                                        std::map<unsigned int, ManagedSwitchPort*> /*ports*/) {
+    getApplication()->log(1, "MarvellSwitch::::writeMulticastGroup Unimplemented Function in Marvell");
+    return false;
+}
+
+bool MarvellSwitch::writeAggregationGroup(std::map<unsigned int const, ManagedSwitchPort*> /*ports*/) {
+    getApplication()->log(1, "MarvellSwitch::::writeAggregationGroup Unimplemented Function in Marvell");
+    return false;
+}
