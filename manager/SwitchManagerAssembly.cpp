@@ -1,0 +1,289 @@
+// What SwitchManager builds from the document: switches, VLANs, trunks, multicast groups.
+
+#include <cstring>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+
+#include "host/MutexLock.hpp"
+#include "host/ThreadedApplication.hpp"
+#include "host/Xml.hpp"
+#include "manager/SwitchManager.hpp"
+#include "marvell/MarvellSwitch.hpp"
+#include "model/ManagedSwitchPort.hpp"
+#include "model/MulticastGroup.hpp"
+#include "model/PortBasedVlan.hpp"
+#include "model/TagBasedVlan.hpp"
+#include "model/XmlNodes.hpp"
+#include "model/XmlText.hpp"
+
+namespace {
+
+constexpr unsigned short ageTimeNotConfigured = std::numeric_limits<unsigned short>::max();
+
+/// The manager has no address of its own to give to a switch.
+constexpr unsigned char noMacAddress[6] = {};
+
+bool isVlanElement(xmlNode const* node) {
+    return node != nullptr && node->name != nullptr &&
+           std::strcmp(reinterpret_cast<char const*>(node->name), "vlan") == 0; // NOLINT
+}
+
+xmlNode const* parentOf(xmlNode const* node) {
+    return node == nullptr ? nullptr : node->parent;
+}
+
+xmlNode const* grandparentOf(xmlNode const* node) {
+    return parentOf(parentOf(node));
+}
+
+unsigned short ageTimeOf(xmlNode const* switchElement) {
+    return static_cast<unsigned short>(
+        XmlText::attribute(switchElement, "atuAgeTime").toInteger(ageTimeNotConfigured));
+}
+
+/// A decimal number in an attribute, -1 when there is none.
+int numberIn(xmlNode const* element, char const* name) {
+    int number = -1;
+    XmlText::attribute(element, name).parseDecimal(number);
+    return number;
+}
+
+std::string memberQuery(unsigned int vlanId) {
+    std::ostringstream xpath;
+    xpath << "//vlan[@id=" << std::hex << vlanId << "]/port";
+    return xpath.str();
+}
+
+/// What tells multicast groups apart.
+struct GroupKey {
+    std::string address;
+    unsigned short vlanId;
+};
+
+GroupKey keyOf(xmlNode const* groupElement) {
+    int vlanId = 0;
+    xmlNode const* const grandparent = grandparentOf(groupElement);
+    if (isVlanElement(grandparent)) {
+        XmlText::attribute(grandparent, "id").parseDecimal(vlanId);
+    }
+    return {XmlText::content(groupElement).text(), static_cast<unsigned short>(vlanId)};
+}
+
+} // namespace
+
+void SwitchManager::detectSwitches() {
+    XmlNodes const nodes(_xml.find("//switches/switch"));
+    auto const count = static_cast<unsigned short>(nodes.count());
+    getApplication().log(3, "SwitchManager::detectSwitches %d Switches discovered in xml\n", count);
+    DetectedSwitches marvellSwitches;
+    for (unsigned short index = 0; index < count; ++index) {
+        detectSwitch(nodes.begin()[index], marvellSwitches);
+    }
+    for (auto const& detected : marvellSwitches) {
+        createMarvellManagedSwitch(detected.first, detected.second);
+    }
+}
+
+void SwitchManager::detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches) {
+    XmlText const model = XmlText::attribute(node, "switchModel");
+    XmlText const idText = XmlText::attribute(node, "id");
+    auto const id = static_cast<unsigned short>(idText.toInteger(0));
+    if (!model.isPresent()) {
+        getApplication().logError("SwitchManager::detectSwitches switch %s has no attribute switchModel\n",
+                                  idText.printable());
+        return;
+    }
+    _atuAgeTimes[id] = ageTimeOf(node);
+    if (model.equals(MarvellSwitch::_xmlDescriptionString) &&
+        (MarvellSwitch::detectSwitch(getApplication(), id, _noHardwareAccess) || _noHardwareAccess)) {
+        marvellSwitches.insert({id, noMacAddress});
+    }
+}
+
+template <typename Switch>
+void SwitchManager::createManagedSwitch(unsigned int id, unsigned char const* macAddress,
+                                        char const* duplicate) {
+    if (_managedSwitches.count(id) != 0) {
+        throw std::runtime_error(duplicate);
+    }
+    auto created = std::make_unique<Switch>(getApplication(), id, macAddress, _xml, _noHardwareAccess);
+    _managedSwitches[id] = created.get();
+    created.release();
+}
+
+void SwitchManager::createMarvellManagedSwitch(unsigned int id, unsigned char const* macAddress) {
+    MutexLock const lock(_managedSwitchesMutex);
+    getApplication().log(0, "SwitchManager::createMarvellManagedSwitch %d\n", id);
+    createManagedSwitch<MarvellSwitch>(id, macAddress,
+                                       "SwitchManager::createMarvellManagedSwitch Duplicate switch response");
+}
+
+void SwitchManager::configureSwitchSettings() {
+    getApplication().log(0, "SwitchManager::configureSwitchSettings\n");
+    forEachSwitch([this](ManagedSwitch& managedSwitch) { applyAgeTime(managedSwitch); });
+}
+
+void SwitchManager::applyAgeTime(ManagedSwitch& managedSwitch) {
+    auto* const marvellSwitch = dynamic_cast<MarvellSwitch*>(&managedSwitch);
+    if (marvellSwitch == nullptr) {
+        return;
+    }
+    unsigned int const id = managedSwitch.getId();
+    auto const entry = _atuAgeTimes.find(id);
+    if (entry == _atuAgeTimes.end() || entry->second == ageTimeNotConfigured) {
+        getApplication().log(2,
+                             "SwitchManager::configureSwitchSettings switch %d ATU Age Time not configured, "
+                             "using switch default\n",
+                             id);
+        return;
+    }
+    if (!_noHardwareAccess) {
+        getApplication().logInfo(
+            "SwitchManager::configureSwitchSettings setting switch %d ATU Age Time to %d seconds\n", id,
+            entry->second);
+        marvellSwitch->setATUAgeTime(entry->second);
+    }
+}
+
+template <typename Configure> void SwitchManager::forEachSwitch(Configure configure) {
+    for (auto const& entry : _managedSwitches) {
+        configure(*entry.second);
+    }
+}
+
+template <typename Configure> void SwitchManager::forEachSwitchWithHardware(Configure configure) {
+    if (!_noHardwareAccess) {
+        forEachSwitch(configure);
+    }
+}
+
+void SwitchManager::configureVlans() {
+    XmlNodes const nodes(_xml.find("//vlan"));
+    getApplication().log(0, "SwitchManager::configureVlans %d vlans to configure\n", nodes.count());
+    for (xmlNodePtr const node : nodes) {
+        addVlan(node);
+    }
+    for (auto const& entry : _vlans) {
+        for (xmlNodePtr const node : XmlNodes(_xml.find(memberQuery(entry.first)))) {
+            addVlanPort(*entry.second, node);
+        }
+    }
+    forEachSwitchWithHardware([](ManagedSwitch& managedSwitch) { managedSwitch.configureVlans(); });
+}
+
+void SwitchManager::addVlan(_xmlNode* vlanElement) {
+    unsigned int vlanId = std::numeric_limits<unsigned int>::max();
+    XmlText const idText = XmlText::attribute(vlanElement, "id");
+    idText.parseHexadecimal(vlanId);
+    XmlText const type = XmlText::attribute(vlanElement, "typeOfVlan");
+    if (!type.isPresent()) {
+        getApplication().logError("SwitchManager::addVlan. vlan %s has no attribute typeOfVlan\n",
+                                  idText.printable());
+        return;
+    }
+    if (_vlans.count(vlanId) != 0) {
+        getApplication().logError("SwitchManager::addVlan. Attempt to add duplicate vlan %#x\n", vlanId);
+        return;
+    }
+    std::unique_ptr<Vlan> vlan;
+    if (type.equals("tagBasedVlan")) {
+        getApplication().log(0, "SwitchManager::addVlan. Adding TagBasedVlan %#x\n", vlanId);
+        vlan = std::make_unique<TagBasedVlan>(getApplication(), vlanId);
+    } else {
+        getApplication().log(0, "SwitchManager::addVlan. Adding PortBasedVlan %#x\n", vlanId);
+        vlan = std::make_unique<PortBasedVlan>(getApplication(), vlanId);
+    }
+    _vlans[vlanId] = vlan.get();
+    vlan.release();
+}
+
+void SwitchManager::addVlanPort(Vlan& vlan, _xmlNode* portElement) {
+    int const switchId = numberIn(portElement, "switchId");
+    int const portId = numberIn(portElement, "portId");
+    ManagedSwitch* const managedSwitch = getManagedSwitch(static_cast<unsigned int>(switchId));
+    if (managedSwitch == nullptr) {
+        getApplication().logError("SwitchManager::addVlanPort. Attempt to add vlan to unknown switch %d\n",
+                                  switchId);
+        return;
+    }
+    ManagedSwitchPort* const port = managedSwitch->getPort(static_cast<unsigned int>(portId));
+    if (port == nullptr) {
+        getApplication().logError("SwitchManager::addVlanPort. Attempt to add vlan to unknown port %d.%d\n",
+                                  switchId, portId);
+        return;
+    }
+    vlan.addPort(*port, portElement);
+}
+
+void SwitchManager::configureTrunks() {
+    getApplication().log(0, "SwitchManager::configureTrunks\n");
+    forEachSwitchWithHardware([](ManagedSwitch& managedSwitch) { managedSwitch.configureTrunkGroups(); });
+}
+
+void SwitchManager::configureMulticastFilters() {
+    for (xmlNodePtr const node : XmlNodes(_xml.find("//forwardedMulticastGroup"))) {
+        addMulticastGroup(node);
+        MulticastGroup* const group = getMulticastGroup(node);
+        if (group != nullptr) {
+            addMulticastGroupPort(*group, node);
+        } else {
+            getApplication().logError(
+                "SwitchManager::configureMulticastFilters Unable to find MutlicastGroup %s to add port",
+                node->content == nullptr ? "(null)" : reinterpret_cast<char const*>(node->content)); // NOLINT
+        }
+    }
+    forEachSwitchWithHardware(
+        [](ManagedSwitch& managedSwitch) { managedSwitch.configureMulticastFilters(); });
+}
+
+MulticastGroup* SwitchManager::getMulticastGroup(_xmlNode* groupElement) const {
+    GroupKey const key = keyOf(groupElement);
+    for (MulticastGroup* const group : _multicastGroups) {
+        if (group->getMulticastGroupIp() == key.address && group->getVlanId() == key.vlanId) {
+            return group;
+        }
+    }
+    return nullptr;
+}
+
+void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
+    GroupKey const key = keyOf(groupElement);
+    if (getMulticastGroup(groupElement) != nullptr) {
+        getApplication().log(0, "SwitchManager::add_multicastGroup. Multicast Group already added. %s\n",
+                             key.address.c_str());
+        return;
+    }
+    auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
+    _multicastGroups.push_back(group.get());
+    group.release();
+    getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
+                         key.address.c_str());
+}
+
+void SwitchManager::addMulticastGroupPort(MulticastGroup& group, _xmlNode* groupElement) {
+    xmlNode const* const parent = parentOf(groupElement);
+    xmlNode const* const grandparent = grandparentOf(groupElement);
+    bool const underVlan = isVlanElement(grandparent);
+    int const switchId = underVlan ? numberIn(parent, "switchId") : numberIn(grandparent, "id");
+    int const portId = numberIn(parent, underVlan ? "portId" : "id");
+    ManagedSwitch* const managedSwitch = getManagedSwitch(static_cast<unsigned int>(switchId));
+    if (managedSwitch == nullptr) {
+        getApplication().logError(
+            "SwitchManager::addVlanPort. Attempt to add multicast Group to unknown switch %d\n", switchId);
+        return;
+    }
+    ManagedSwitchPort* const port = managedSwitch->getPort(static_cast<unsigned int>(portId));
+    if (port == nullptr) {
+        getApplication().logError(
+            "SwitchManager::addMulticastGroupPort. Attempt to add multicast Group to unknown port %d.%d\n",
+            switchId, portId);
+        return;
+    }
+    group.addPort(*port, groupElement);
+}
+
+void SwitchManager::configurePorts() {
+    getApplication().log(0, "SwitchManager::configurePorts\n");
+    forEachSwitchWithHardware([](ManagedSwitch& managedSwitch) { managedSwitch.configurePorts(); });
+}
