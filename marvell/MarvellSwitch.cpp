@@ -1,28 +1,17 @@
 #include "marvell/MarvellSwitch.hpp"
 
-#include <sstream>
 #include <stdexcept>
 
 #include "host/Application.hpp"
-#include "host/Xml.hpp"
 #include "marvell/Global1Registers.hpp"
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
 #include "marvell/MarvellPort.hpp"
 #include "marvell/PortRegisters.hpp"
-#include "model/TrunkGroup.hpp"
-#include "model/XmlNodes.hpp"
-#include "model/XmlText.hpp"
 
 namespace {
 
 constexpr char const* constructorName =
     "MarvellSwitch::MarvellSwitch(Application&, unsigned int, const uint8_t*, Xml&, bool)";
-
-template <typename Id> std::string query(char const* element, Id id, char const* children) {
-    std::ostringstream xpath;
-    xpath << "//" << element << "[@id=" << id << "]" << children;
-    return xpath.str();
-}
 
 /// The ATU control field for an age time, with a warning when the chip cannot keep it.
 unsigned short ageTimeUnits(Application& application, unsigned short seconds) {
@@ -56,7 +45,8 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, st
       _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
           application, static_cast<unsigned short>(switchId), flag)),
       _vlanTableTimeout(1.0) {
-    int const switchCount = XmlNodes(document.find(query("switch", switchId, ""))).count();
+    SwitchDocument const configuration(document, switchId);
+    int const switchCount = configuration.switches().count();
     if (switchCount == 0) {
         application.logInfo("%s(%d): Unknown switch id:%d\n", constructorName, switchId, switchId);
         return;
@@ -65,8 +55,8 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, st
         application.logInfo("ManagedSwitch::ManagedSwitch: Unknown switch count %d\n", switchCount);
         throw std::runtime_error("Roting xml or other catastrophic error");
     }
-    createPorts(document);
-    createTrunkGroups(document);
+    createPorts(configuration);
+    createTrunkGroups(configuration);
 }
 
 MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts,
@@ -82,26 +72,24 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, un
 
 MarvellSwitch::~MarvellSwitch() = default;
 
-void MarvellSwitch::createPorts(Xml& document) {
-    XmlNodes const nodes(document.find(query("switch", getId(), "/port")));
+void MarvellSwitch::createPorts(SwitchDocument const& configuration) {
+    XmlNodes const nodes = configuration.ports();
     getApplication()->log(2, "%s:(%d): %d ports to configure\n", constructorName, getId(), nodes.count());
     for (xmlNodePtr const node : nodes) {
-        createPort(node);
+        createPort(SwitchDocument::PortElement(node));
     }
 }
 
-void MarvellSwitch::createPort(_xmlNode* node) {
-    int portId = -1;
-    if (!XmlText::attribute(node, "id").parseDecimal(portId)) {
+void MarvellSwitch::createPort(SwitchDocument::PortElement const& element) {
+    if (!element.hasId) {
         getApplication()->logError("%s:(%d): Port id is not a valid integer value", constructorName, getId());
     }
-    XmlText const connectedTo = XmlText::attribute(node, "connectedTo");
-    getApplication()->log(2, "%s:(%d): configure port %d connected to %s\n", constructorName, getId(), portId,
-                          connectedTo.printable());
-    XmlText const portStatus = XmlText::attribute(node, "portStatus");
-    getApplication()->log(2, "%s:(%d): configure port %d to be %s\n", constructorName, getId(), portId,
-                          portStatus.printable());
-    insertNewPort(static_cast<unsigned int>(portId), connectedTo.text(), portStatus.text(), node);
+    getApplication()->log(2, "%s:(%d): configure port %d connected to %s\n", constructorName, getId(),
+                          element.id, element.connectedTo.printable());
+    getApplication()->log(2, "%s:(%d): configure port %d to be %s\n", constructorName, getId(), element.id,
+                          element.portStatus.printable());
+    insertNewPort(static_cast<unsigned int>(element.id), element.connectedTo.text(),
+                  element.portStatus.text(), element.node);
 }
 
 void MarvellSwitch::insertNewPort(unsigned int portId, std::string const& connectedTo,
@@ -111,35 +99,17 @@ void MarvellSwitch::insertNewPort(unsigned int portId, std::string const& connec
     insertPort(entry);
 }
 
-void MarvellSwitch::createTrunkGroups(Xml& document) {
-    unsigned int key = 0;
-    for (xmlNodePtr const node : XmlNodes(document.find(query("switch", getId(), "/trunk")))) {
-        XmlText const id = XmlText::attribute(node, "id");
-        if (!id.isPresent()) {
+void MarvellSwitch::createTrunkGroups(SwitchDocument const& configuration) {
+    configuration.createTrunkGroups(
+        *this,
+        [this] {
             getApplication()->logError("%s:(%d): Turnk Id is not a valid integer value\n", constructorName,
                                        getId());
-        }
-        std::pair<unsigned int, TrunkGroup*> entry(
-            key, new TrunkGroup(static_cast<unsigned int>(id.toInteger(-1))));
-        insertTrunkGroup(entry);
-        ++key;
-    }
-    for (unsigned int filled = 0; filled < key; ++filled) {
-        fillTrunkGroup(document, filled);
-    }
-}
-
-void MarvellSwitch::fillTrunkGroup(Xml& document, unsigned int key) {
-    TrunkGroup& trunkGroup = *getTrunkGroup(key);
-    for (xmlNodePtr const node : XmlNodes(document.find(query("trunk", trunkGroup.getId(), "/port")))) {
-        XmlText const id = XmlText::attribute(node, "id");
-        if (!id.isPresent()) {
+        },
+        [this](int trunkId) {
             getApplication()->logError("%s:(%d): port id in Trunk Id %s is not a valid integer value\n",
-                                       constructorName, getId(), std::to_string(trunkGroup.getId()).c_str());
-        }
-        auto const portId = static_cast<unsigned int>(id.toInteger(-1));
-        trunkGroup.insertPort({portId, getPort(portId)});
-    }
+                                       constructorName, getId(), std::to_string(trunkId).c_str());
+        });
 }
 
 bool MarvellSwitch::detectSwitch(Application& application, unsigned short switchId, bool flag) {

@@ -9,6 +9,7 @@
 #include "marvell/MarvellManagementCommunications.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
+#include "model/SwitchDocument.hpp"
 
 /// A Marvell 88E6096: detection, set-up, address ageing, and the VLAN and spanning-tree tables.
 ///
@@ -118,10 +119,9 @@ public:
     bool writeAggregationGroup(std::map<unsigned int const, ManagedSwitchPort*> ports) override;
 
 private:
-    void createPorts(Xml& document);
-    void createPort(_xmlNode* node);
-    void createTrunkGroups(Xml& document);
-    void fillTrunkGroup(Xml& document, unsigned int key);
+    void createPorts(SwitchDocument const& configuration);
+    void createPort(SwitchDocument::PortElement const& element);
+    void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);
 

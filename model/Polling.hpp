@@ -72,4 +72,21 @@ template <typename LookAtChip> End untilReadyWithoutPause(double timeoutSeconds,
     }
 }
 
+/// Waits by the calendar clock, whose seconds are whole, without pausing, until more than the given
+/// seconds have passed. A chip that is found ready is never too late.
+///
+/// \param look as for untilReady.
+template <typename LookAtChip> End untilReadyByCalendar(double timeoutSeconds, LookAtChip look) {
+    time_t const start = time(nullptr);
+    for (;;) {
+        Look const found = look();
+        if (found != Look::busy) {
+            return found == Look::ready ? End::ready : End::failed;
+        }
+        if (difftime(time(nullptr), start) > timeoutSeconds) {
+            return End::timedOut;
+        }
+    }
+}
+
 } // namespace polling
