@@ -105,7 +105,11 @@ public:
 
     /// Finds and creates the document's switches, Marvell ones first, each family by ascending id.
     void detectSwitches();
+
+    /// Creates a switch and adds it to the others. Throws std::runtime_error when the id is taken.
+    /// \param macAddress six bytes.
     void createMarvellManagedSwitch(unsigned int id, unsigned char const* macAddress);
+    void createVitesseManagedSwitch(unsigned int id, unsigned char const* macAddress);
 
     /// Sets the address ageing time of the switches that have one in the document.
     void configureSwitchSettings();
@@ -174,7 +178,7 @@ private:
 
     void bringUp();
     void findCpuPort();
-    void detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches);
+    void detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches, DetectedSwitches& vitesseSwitches);
     template <typename Switch>
     void createManagedSwitch(unsigned int id, unsigned char const* macAddress, char const* duplicate);
     void applyAgeTime(ManagedSwitch& managedSwitch);

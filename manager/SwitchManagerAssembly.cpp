@@ -16,6 +16,7 @@
 #include "model/TagBasedVlan.hpp"
 #include "model/XmlNodes.hpp"
 #include "model/XmlText.hpp"
+#include "vitesse/VitesseSwitch.hpp"
 
 namespace {
 
@@ -77,15 +78,20 @@ void SwitchManager::detectSwitches() {
     auto const count = static_cast<unsigned short>(nodes.count());
     getApplication().log(3, "SwitchManager::detectSwitches %d Switches discovered in xml\n", count);
     DetectedSwitches marvellSwitches;
+    DetectedSwitches vitesseSwitches;
     for (unsigned short index = 0; index < count; ++index) {
-        detectSwitch(nodes.begin()[index], marvellSwitches);
+        detectSwitch(nodes.begin()[index], marvellSwitches, vitesseSwitches);
     }
     for (auto const& detected : marvellSwitches) {
         createMarvellManagedSwitch(detected.first, detected.second);
     }
+    for (auto const& detected : vitesseSwitches) {
+        createVitesseManagedSwitch(detected.first, detected.second);
+    }
 }
 
-void SwitchManager::detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches) {
+void SwitchManager::detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches,
+                                 DetectedSwitches& vitesseSwitches) {
     XmlText const model = XmlText::attribute(node, "switchModel");
     XmlText const idText = XmlText::attribute(node, "id");
     auto const id = static_cast<unsigned short>(idText.toInteger(0));
@@ -98,6 +104,10 @@ void SwitchManager::detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitch
     if (model.equals(MarvellSwitch::_xmlDescriptionString) &&
         (MarvellSwitch::detectSwitch(getApplication(), id, _noHardwareAccess) || _noHardwareAccess)) {
         marvellSwitches.insert({id, noMacAddress});
+    }
+    if (model.equals(VitesseSwitch::_xmlDescriptionString) &&
+        (VitesseSwitch::detectSwitch(getApplication(), _noHardwareAccess) || _noHardwareAccess)) {
+        vitesseSwitches.insert({id, noMacAddress});
     }
 }
 
@@ -117,6 +127,13 @@ void SwitchManager::createMarvellManagedSwitch(unsigned int id, unsigned char co
     getApplication().log(0, "SwitchManager::createMarvellManagedSwitch %d\n", id);
     createManagedSwitch<MarvellSwitch>(id, macAddress,
                                        "SwitchManager::createMarvellManagedSwitch Duplicate switch response");
+}
+
+void SwitchManager::createVitesseManagedSwitch(unsigned int id, unsigned char const* macAddress) {
+    MutexLock const lock(_managedSwitchesMutex);
+    getApplication().log(0, "SwitchManager::createVitesseManagedSwitch %d\n", id);
+    createManagedSwitch<VitesseSwitch>(id, macAddress,
+                                       "SwitchManager::createVitesseManagedSwitch Duplicate switch response");
 }
 
 void SwitchManager::configureSwitchSettings() {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "vitesse/AnalyserRegisters.hpp"
+#include "vitesse/ArbiterRegisters.hpp"
+#include "vitesse/VitessePort.hpp"
+
+/// What the source files of VitessePort share: where chip-wide registers are, and changes of several
+/// registers at once.
+
+inline VitesseManagementCommunications::Bsa analyserRegister(unsigned int address) {
+    return {vsc7390::analyser::block, vsc7390::analyser::subBlock, static_cast<unsigned short>(address)};
+}
+
+inline VitesseManagementCommunications::Bsa arbiterRegister(unsigned short address) {
+    return {vsc7390::arbiter::block, vsc7390::arbiter::subBlock, address};
+}
+
+template <std::size_t count> void VitessePort::readAll(std::array<Change, count>& changes) {
+    for (Change& change : changes) {
+        _communications.readRegister(change.location, change.value);
+    }
+}
+
+template <std::size_t count> bool VitessePort::writeAll(std::array<Change, count> const& changes) {
+    for (Change const& change : changes) {
+        if (!_communications.writeRegister(change.location, change.value)) {
+            return false;
+        }
+    }
+    return true;
+}
