@@ -66,6 +66,8 @@ constexpr Field byte2(16, 8);
 constexpr Field byte1(8, 8);
 constexpr Field byte0(0, 8);
 constexpr Field lowBytes(0, 24);
+/// The top three bytes of every IPv4 multicast address (RFC 1112, 6.4), the last one on the wire first.
+constexpr unsigned char multicastPrefix[3] = {0x5E, 0x00, 0x01};
 } // namespace mac_data_low
 
 /// A group's ports in an entry.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "model/BitField.hpp"
 
 /// Registers of one port of the VSC7390. Each port has a sub-block of its own.
@@ -74,6 +76,8 @@ namespace flow_control_mac {
 constexpr Field firstByte(16, 8);
 constexpr Field secondByte(8, 8);
 constexpr Field thirdByte(0, 8);
+/// The address of port 0, the first byte on the wire first.
+constexpr std::array<unsigned char, 6> baseAddress = {0x00, 0x01, 0xC1, 0x00, 0x00, 0x00};
 } // namespace flow_control_mac
 
 namespace transmit_update {

@@ -32,7 +32,7 @@ VitessePort::VitessePort(ManagedSwitch& owner, VitesseManagementCommunications& 
       _interframeGaps{6, 17, 17},
       _communications(access),
       _numberOfCounters(numberOfPortCounters),
-      _baseMacAddress{0x00, 0x01, 0xC1, 0x00, 0x00, 0x00},
+      _baseMacAddress(port_mac::flow_control_mac::baseAddress),
       _normalFrameLimit(1536),
       // Sets A to E: without and with flow control; the same for jumbo frames, where without flow
       // control the speed counts, too.

@@ -17,8 +17,6 @@ constexpr unsigned int bytesPerAddress = 6;
 
 using MacBytes = unsigned char[bytesPerAddress];
 
-/// What the top three bytes of every IPv4 multicast address are, the last one on the wire first.
-constexpr unsigned char multicastPrefix[3] = {0x5E, 0x00, 0x01};
 constexpr unsigned int lowBytes = 3;
 constexpr BitField<unsigned int> bitsOfSecondNumber(0, 7);
 constexpr BitField<unsigned int> bitsOfByte(0, 8);
@@ -168,7 +166,7 @@ bool VitesseSwitch::readMulticastGroup(std::string ipAddress, unsigned short vid
 
 void VitesseSwitch::ipMulticastStringtoMacAddress(std::string ipAddress, unsigned char* mac) {
     for (unsigned int byte = 0; byte < bytesPerAddress; ++byte) {
-        mac[byte] = byte < lowBytes ? 0 : multicastPrefix[byte - lowBytes];
+        mac[byte] = byte < lowBytes ? 0 : mac_data_low::multicastPrefix[byte - lowBytes];
     }
     std::istringstream text(ipAddress);
     char separator = 0;
