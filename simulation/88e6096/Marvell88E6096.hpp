@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "simulation/88e6096/Marvell88E6096Options.hpp"
+#include "simulation/88e6096/Marvell88E6096TestSide.hpp"
+#include "simulation/88e6096/MarvellContext.hpp"
+#include "simulation/88e6096/MarvellGlobal1.hpp"
+#include "simulation/88e6096/MarvellGlobal2.hpp"
+#include "simulation/88e6096/MarvellPort.hpp"
+#include "simulation/88e6096/MarvellSmi.hpp"
+#include "simulation/SimulatedChip.hpp"
+
+namespace simulation {
+
+/// An 88E6096 in multi-chip mode: eight Fast Ethernet ports with PHYs, three Gigabit ports without.
+class Marvell88E6096 : public SimulatedChip {
+public:
+    /// \param services must outlive the chip.
+    /// \param id the chip's address on the MDIO bus.
+    Marvell88E6096(Services& services, unsigned id, Marvell88E6096Options const& options);
+    ~Marvell88E6096() override;
+    Marvell88E6096(Marvell88E6096 const&) = delete;
+    Marvell88E6096& operator=(Marvell88E6096 const&) = delete;
+
+    std::string getModel() const override;
+    void attach(BoardBuses& buses) override;
+    ChipTestSide& getTestSide() override;
+
+    /// The bus side.
+    MdioDevice& getMdioDevice();
+    Marvell88E6096TestSide& getMarvellTestSide();
+
+private:
+    friend class Marvell88E6096TestAccess;
+
+    RegisterFile& findDevice(unsigned device);
+    std::vector<RegisterFile*> getUnits();
+
+    unsigned _id;
+    marvell::Context _context;
+    marvell::Global2::Phys _phys;
+    std::array<std::unique_ptr<marvell::Port>, Marvell88E6096TestSide::numberOfPorts> _ports;
+    marvell::Global1 _global1;
+    marvell::Global2 _global2;
+    marvell::Smi _smi;
+    /// Where the chip has no registers, storage that drivers can be caught using.
+    std::map<unsigned, std::unique_ptr<RegisterFile>> _unknownDevices;
+    std::unique_ptr<Marvell88E6096TestSide> _testSide;
+};
+
+} // namespace simulation

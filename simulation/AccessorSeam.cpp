@@ -1,0 +1,61 @@
+// The register accessors for sections that lie in a simulated window. The dynamic linker prefers
+// these definitions to the library's, which stay in use for all other sections.
+
+#include <dlfcn.h>
+
+#include "host/HardwareMapping.hpp"
+#include "simulation/WindowRegistry.hpp"
+
+// Keeps this file in the executable although nothing in it calls the accessors by name.
+extern "C" char const simulationAccessorSeam = 0;
+
+namespace {
+
+using Setter = bool (*)(HardwareMapping*, unsigned, unsigned);
+using Getter = bool (*)(HardwareMapping const*, unsigned, unsigned*);
+
+// The names of HardwareMapping::set(unsigned, unsigned) and get(unsigned, unsigned&) const to the
+// linker.
+constexpr char const* setterName = "_ZN15HardwareMapping3setEjj";
+constexpr char const* getterName = "_ZNK15HardwareMapping3getEjRj";
+
+constexpr unsigned wordAligned = ~3U;
+
+simulation::BusDevice* simulatedDevice(std::uintptr_t baseAddress) {
+    return simulation::WindowRegistry::getInstance().find(baseAddress);
+}
+
+void storeWord(std::uintptr_t baseAddress, unsigned value) {
+    if (simulation::BusDevice* const device = simulatedDevice(baseAddress)) {
+        device->write(0, value);
+    } else {
+        *reinterpret_cast<unsigned volatile*>(baseAddress) = value;
+    }
+}
+
+} // namespace
+
+bool HardwareMapping::set(unsigned int offset, unsigned int value) {
+    simulation::BusDevice* const device = simulatedDevice(_baseAddress);
+    if (device == nullptr) {
+        static auto const library = reinterpret_cast<Setter>(dlsym(RTLD_NEXT, setterName));
+        return library != nullptr && library(this, offset, value);
+    }
+    if (!device->write((_startOffset + offset) & wordAligned, value)) {
+        return false;
+    }
+    if (_dummySection != nullptr && _dummySection->_baseAddress != notMapped) {
+        ++_dummySectionWriteCounts;
+        storeWord(_dummySection->_baseAddress, _dummySectionWriteCounts);
+    }
+    return true;
+}
+
+bool HardwareMapping::get(unsigned int offset, unsigned int& value) const {
+    simulation::BusDevice* const device = simulatedDevice(_baseAddress);
+    if (device == nullptr) {
+        static auto const library = reinterpret_cast<Getter>(dlsym(RTLD_NEXT, getterName));
+        return library != nullptr && library(this, offset, &value);
+    }
+    return device->read((_startOffset + offset) & wordAligned, value);
+}

@@ -1,0 +1,126 @@
+#include "simulation/Arm920tMac.hpp"
+
+#include "simulation/Bits.hpp"
+
+namespace simulation {
+
+namespace {
+
+enum Offset : unsigned { miiCommand = 0x10, miiData = 0x14, miiStatus = 0x18, macControl = 0x20 };
+
+constexpr unsigned opcodeHigh = 15;
+constexpr unsigned opcodeLow = 14;
+constexpr unsigned phyHigh = 9;
+constexpr unsigned phyLow = 5;
+constexpr unsigned registerHigh = 4;
+constexpr unsigned registerLow = 0;
+constexpr unsigned dataHigh = 15;
+constexpr unsigned writeOpcode = 1;
+constexpr unsigned readOpcode = 2;
+constexpr std::uint32_t busyBit = 1;
+
+} // namespace
+
+Arm920tMac::Arm920tMac(Services& services, MdioBus& bus, Options const& options)
+    : _services(services),
+      _bus(bus),
+      _timer(services.clock, options.busyNanoseconds),
+      _registers(services, "mac", "mdio", table(*this, options), RegisterFile::Logging::off) {}
+
+RegisterTable Arm920tMac::table(Arm920tMac& mac, Options const& options) {
+    return {
+        Register(miiCommand, "MiiCommand")
+            .field("Opcode", opcodeHigh, opcodeLow)
+            .field("PhyAddress", phyHigh, phyLow)
+            .field("RegisterAddress", registerHigh, registerLow)
+            .onWrite([&mac](std::uint32_t value) { mac.startFrame(value); }),
+        Register(miiData, "MiiData").field("Data", dataHigh, 0),
+        Register(miiStatus, "MiiStatus").readOnly("Busy", 0).onRead([&mac](std::uint32_t value) {
+            return value | (mac._timer.isBusy() ? busyBit : 0);
+        }),
+        Register(macControl, "MacControl", options.controlReset).field("Control", 31, 0),
+    };
+}
+
+bool Arm920tMac::read(unsigned offset, unsigned& value) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    if (failsNow()) {
+        return false;
+    }
+    value = _registers.read(offset, 0);
+    return true;
+}
+
+bool Arm920tMac::write(unsigned offset, unsigned value) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    if (failsNow()) {
+        return false;
+    }
+    _registers.write(offset, value, 0);
+    return true;
+}
+
+std::uint32_t Arm920tMac::peek(unsigned offset) const {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    return _registers.peek(offset);
+}
+
+void Arm920tMac::poke(unsigned offset, std::uint32_t value) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _registers.store(offset, value);
+}
+
+void Arm920tMac::stick(unsigned offset, std::uint32_t ones, std::uint32_t zeros) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _registers.stick(offset, ones, zeros);
+}
+
+void Arm920tMac::failAccess(unsigned nth) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _accessesToFailure = nth;
+}
+
+void Arm920tMac::setBusyTime(std::uint64_t nanoseconds) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _timer.setBusyTime(nanoseconds);
+}
+
+void Arm920tMac::hang(unsigned nthFrame) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _timer.hang(nthFrame);
+}
+
+void Arm920tMac::release() {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    _timer.release();
+}
+
+bool Arm920tMac::failsNow() {
+    _services.log.countBusAccess();
+    if (_accessesToFailure == 0) {
+        return false;
+    }
+    --_accessesToFailure;
+    return _accessesToFailure == 0;
+}
+
+void Arm920tMac::startFrame(std::uint32_t command) {
+    unsigned const opcode = bitsOf(command, opcodeHigh, opcodeLow);
+    if (opcode != readOpcode && opcode != writeOpcode) {
+        _registers.report(MisuseReport::Kind::meaninglessCommand, miiCommand, "neither read nor write");
+        return;
+    }
+    if (_timer.isBusy()) {
+        _registers.report(MisuseReport::Kind::commandWhileBusy, miiCommand, "a frame is on its way");
+    }
+    unsigned const phy = bitsOf(command, phyHigh, phyLow);
+    unsigned const reg = bitsOf(command, registerHigh, registerLow);
+    if (opcode == readOpcode) {
+        _registers.store(miiData, _bus.read(phy, reg));
+    } else {
+        _bus.write(phy, reg, static_cast<std::uint16_t>(_registers.getStored(miiData)));
+    }
+    _timer.start();
+}
+
+} // namespace simulation

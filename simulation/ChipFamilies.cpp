@@ -1,0 +1,26 @@
+#include "simulation/ChipFamilies.hpp"
+
+#include "simulation/88e6096/Marvell88E6096.hpp"
+
+namespace simulation {
+
+std::vector<ChipFamilies::Family> const& ChipFamilies::getAll() {
+    static std::vector<Family> const families = {
+        {"88e6096",
+         [](Services& services, unsigned id, SimulatedBoard::Options const& options) {
+             return std::make_unique<Marvell88E6096>(services, id, options.marvell);
+         }},
+    };
+    return families;
+}
+
+ChipFamilies::Family const* ChipFamilies::find(std::string const& model) {
+    for (Family const& family : getAll()) {
+        if (family.model == model) {
+            return &family;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace simulation

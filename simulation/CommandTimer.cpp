@@ -1,0 +1,44 @@
+#include "simulation/CommandTimer.hpp"
+
+namespace simulation {
+
+CommandTimer::CommandTimer(VirtualClock const& clock, std::uint64_t busyNanoseconds)
+    : _clock(clock), _busyNanoseconds(busyNanoseconds) {}
+
+void CommandTimer::start() {
+    ++_commands;
+    _busyUntil = _clock.getNanoseconds() + _busyNanoseconds;
+    if (_commandsToHang > 0) {
+        --_commandsToHang;
+        _hangs = _commandsToHang == 0;
+    }
+}
+
+bool CommandTimer::isBusy() const {
+    return _hangs || _clock.getNanoseconds() < _busyUntil;
+}
+
+bool CommandTimer::isDone() const {
+    return _commands > 0 && !isBusy();
+}
+
+unsigned CommandTimer::getCommands() const {
+    return _commands;
+}
+
+void CommandTimer::setBusyTime(std::uint64_t nanoseconds) {
+    _busyNanoseconds = nanoseconds;
+}
+
+void CommandTimer::hang(unsigned nthCommand) {
+    _commandsToHang = nthCommand;
+    _hangs = nthCommand == 0;
+}
+
+void CommandTimer::release() {
+    _commandsToHang = 0;
+    _hangs = false;
+    _busyUntil = 0;
+}
+
+} // namespace simulation

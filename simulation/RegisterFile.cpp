@@ -1,0 +1,112 @@
+#include "simulation/RegisterFile.hpp"
+
+#include <cstdio>
+#include <utility>
+
+namespace simulation {
+
+namespace {
+
+char const* const writeOfUnwritableBits = "write of 0x%04x tries to set 0x%04x, which cannot be written";
+
+std::string format(char const* text, std::uint32_t first, std::uint32_t second) {
+    char line[128];
+    std::snprintf(line, sizeof line, text, first, second);
+    return line;
+}
+
+} // namespace
+
+RegisterFile::RegisterFile(Services& services, std::string const& chip, std::string const& unit,
+                           RegisterTable table, Logging logging)
+    : _services(services),
+      _identity(std::make_shared<UnitIdentity const>(UnitIdentity{chip, unit, std::move(table)})),
+      _logging(logging) {
+    reset();
+}
+
+std::uint32_t RegisterFile::read(unsigned address, unsigned transfer) {
+    if (_identity->registers.find(address) == nullptr) {
+        report(MisuseReport::Kind::unknownRegister, address, "read");
+    }
+    std::uint32_t const value = peek(address);
+    if (_logging == Logging::on) {
+        _services.log.addRead(_identity, address, transfer, value);
+    }
+    return value;
+}
+
+void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfer) {
+    Register const* const description = _identity->registers.find(address);
+    std::uint32_t const before = peek(address);
+    if (description == nullptr) {
+        report(MisuseReport::Kind::unknownRegister, address, format("write of 0x%04x", value, 0));
+        store(address, value);
+    } else {
+        reportUnwritable(*description, value, before);
+        std::uint32_t const writable = description->getWritable();
+        store(address, (getStored(address) & ~writable) | (value & writable));
+    }
+    if (_logging == Logging::on) {
+        _services.log.addWrite(_identity, address, transfer, value, before, peek(address));
+    }
+    if (description != nullptr) {
+        description->written(getStored(address));
+    }
+}
+
+std::uint32_t RegisterFile::getStored(unsigned address) const {
+    auto const found = _values.find(address);
+    return withStuckBits(address, found == _values.end() ? 0 : found->second);
+}
+
+void RegisterFile::store(unsigned address, std::uint32_t value) {
+    _values[address] = value;
+}
+
+void RegisterFile::report(MisuseReport::Kind kind, unsigned address, std::string const& text) const {
+    _services.misuse.add(kind, _identity->chip, _identity->unit, _identity->registerName(address), text);
+}
+
+void RegisterFile::reset() {
+    _values.clear();
+    for (auto const& [address, description] : _identity->registers.getRegisters()) {
+        _values[address] = description.getReset();
+    }
+}
+
+std::uint32_t RegisterFile::peek(unsigned address) const {
+    Register const* const description = _identity->registers.find(address);
+    std::uint32_t const stored = getStored(address);
+    return withStuckBits(address, description == nullptr ? stored : description->shown(stored));
+}
+
+void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zeros) {
+    if (ones == 0 && zeros == 0) {
+        _stuckBits.erase(address);
+    } else {
+        _stuckBits[address] = {ones, zeros};
+    }
+}
+
+std::string const& RegisterFile::getUnit() const {
+    return _identity->unit;
+}
+
+std::uint32_t RegisterFile::withStuckBits(unsigned address, std::uint32_t value) const {
+    auto const found = _stuckBits.find(address);
+    return found == _stuckBits.end() ? value : (value | found->second.ones) & ~found->second.zeros;
+}
+
+// A driver that changes some bits of a register writes back the others as it found them: only what
+// it did not find there is its own doing.
+void RegisterFile::reportUnwritable(Register const& description, std::uint32_t value,
+                                    std::uint32_t shown) const {
+    std::uint32_t const refused = value & ~description.getWritable() & ~description.getIgnored() & ~shown;
+    if (refused != 0) {
+        report(MisuseReport::Kind::unwritableBits, description.getAddress(),
+               format(writeOfUnwritableBits, value, refused));
+    }
+}
+
+} // namespace simulation

@@ -1,0 +1,94 @@
+#include "simulation/RegisterTable.hpp"
+
+#include <utility>
+
+#include "simulation/Bits.hpp"
+
+namespace simulation {
+
+Register::Register(unsigned address, std::string name, std::uint32_t reset)
+    : _address(address), _name(std::move(name)), _reset(reset) {}
+
+Register& Register::field(std::string const& name, unsigned high, unsigned low) {
+    _writable |= maskOf(high, low);
+    return readOnly(name, high, low);
+}
+
+Register& Register::field(std::string const& name, unsigned bit) {
+    return field(name, bit, bit);
+}
+
+Register& Register::readOnly(std::string const& name, unsigned high, unsigned low) {
+    _fields.push_back({name, high, low});
+    return *this;
+}
+
+Register& Register::readOnly(std::string const& name, unsigned bit) {
+    return readOnly(name, bit, bit);
+}
+
+Register& Register::ignored(unsigned high, unsigned low) {
+    _ignored |= maskOf(high, low);
+    return *this;
+}
+
+Register& Register::onWrite(WriteHook hook) {
+    _writeHook = std::move(hook);
+    return *this;
+}
+
+Register& Register::onRead(ReadHook hook) {
+    _readHook = std::move(hook);
+    return *this;
+}
+
+unsigned Register::getAddress() const {
+    return _address;
+}
+
+std::string const& Register::getName() const {
+    return _name;
+}
+
+std::uint32_t Register::getReset() const {
+    return _reset;
+}
+
+std::uint32_t Register::getWritable() const {
+    return _writable;
+}
+
+std::uint32_t Register::getIgnored() const {
+    return _ignored;
+}
+
+std::vector<Register::Field> const& Register::getFields() const {
+    return _fields;
+}
+
+std::uint32_t Register::shown(std::uint32_t stored) const {
+    return _readHook ? _readHook(stored) : stored;
+}
+
+void Register::written(std::uint32_t stored) const {
+    if (_writeHook) {
+        _writeHook(stored);
+    }
+}
+
+RegisterTable::RegisterTable(std::initializer_list<Register> registers) {
+    for (Register const& description : registers) {
+        _registers.emplace(description.getAddress(), description);
+    }
+}
+
+Register const* RegisterTable::find(unsigned address) const {
+    auto const found = _registers.find(address);
+    return found == _registers.end() ? nullptr : &found->second;
+}
+
+std::map<unsigned, Register> const& RegisterTable::getRegisters() const {
+    return _registers;
+}
+
+} // namespace simulation

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace simulation {
+
+/// One row of a register table: what a register is called, what is in it and what it does.
+///
+/// Written as a chain: `Register(0x04, "PortControl", 0x007F).field("PortState", 1, 0)`. A bit that
+/// no part of the chain mentions is reserved: it cannot be written.
+class Register {
+public:
+    struct Field {
+        std::string name;
+        unsigned high;
+        unsigned low;
+    };
+
+    /// Called after a write was stored, with the register's new contents.
+    using WriteHook = std::function<void(std::uint32_t value)>;
+    /// Called on a read, with the stored contents; returns what the read shows.
+    using ReadHook = std::function<std::uint32_t(std::uint32_t value)>;
+
+    Register(unsigned address, std::string name, std::uint32_t reset = 0);
+
+    /// Bits that keep what is written.
+    Register& field(std::string const& name, unsigned high, unsigned low);
+    Register& field(std::string const& name, unsigned bit);
+
+    /// Bits that writes leave alone.
+    Register& readOnly(std::string const& name, unsigned high, unsigned low);
+    Register& readOnly(std::string const& name, unsigned bit);
+
+    /// Bits that a write may set without effect and without complaint.
+    Register& ignored(unsigned high, unsigned low);
+
+    Register& onWrite(WriteHook hook);
+    Register& onRead(ReadHook hook);
+
+    unsigned getAddress() const;
+    std::string const& getName() const;
+    std::uint32_t getReset() const;
+    std::uint32_t getWritable() const;
+    std::uint32_t getIgnored() const;
+    std::vector<Field> const& getFields() const;
+
+    /// What a read shows of the stored contents.
+    std::uint32_t shown(std::uint32_t stored) const;
+    void written(std::uint32_t stored) const;
+
+private:
+    unsigned _address;
+    std::string _name;
+    std::uint32_t _reset;
+    std::uint32_t _writable = 0;
+    std::uint32_t _ignored = 0;
+    std::vector<Field> _fields;
+    WriteHook _writeHook;
+    ReadHook _readHook;
+};
+
+/// The registers of one hardware unit by address.
+class RegisterTable {
+public:
+    RegisterTable() = default;
+    RegisterTable(std::initializer_list<Register> registers);
+
+    /// Null when the unit has no register there.
+    Register const* find(unsigned address) const;
+    std::map<unsigned, Register> const& getRegisters() const;
+
+private:
+    std::map<unsigned, Register> _registers;
+};
+
+} // namespace simulation

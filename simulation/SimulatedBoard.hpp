@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/Xml.hpp"
+#include "simulation/88e6096/Marvell88E6096Options.hpp"
+#include "simulation/88e6096/Marvell88E6096TestSide.hpp"
+#include "simulation/AccessLog.hpp"
+#include "simulation/Arm920tMac.hpp"
+#include "simulation/BoardBuses.hpp"
+#include "simulation/MdioBus.hpp"
+#include "simulation/MisuseReport.hpp"
+#include "simulation/Services.hpp"
+#include "simulation/SimulatedChip.hpp"
+#include "simulation/SimulatedWindow.hpp"
+#include "simulation/VirtualClock.hpp"
+
+namespace simulation {
+
+/// The board that a configuration document describes, built of models: the MDIO master of the
+/// Ethernet MAC at its physical address, and one chip for each `switch` element.
+///
+/// Several boards can live in one process. Any thread may use one; the clock has to be adopted by
+/// each thread that is to live by it.
+class SimulatedBoard : private BoardBuses {
+public:
+    struct Options {
+        /// Ids of switches that the document has and the board has not.
+        std::set<unsigned> missingSwitches;
+        Marvell88E6096Options marvell;
+        MdioBus::Options mdio;
+        Arm920tMac::Options mac;
+    };
+
+    /// Reads `//switches/switch`; the document is not needed afterwards. A switch is left out when
+    /// it is missing by the options, its model is unknown, its id is no MDIO address (0 to 31) or is
+    /// taken: see getSkippedSwitches().
+    explicit SimulatedBoard(Xml& document);
+    SimulatedBoard(Xml& document, Options const& options);
+    ~SimulatedBoard() override;
+    SimulatedBoard(SimulatedBoard const&) = delete;
+    SimulatedBoard& operator=(SimulatedBoard const&) = delete;
+
+    /// What stands for the physical addresses from `physicalAddress` on; null when nothing on the
+    /// board answers there or the answering window is shorter than `size` bytes. Owned by the board.
+    SimulatedWindow* window(unsigned physicalAddress, unsigned size);
+
+    VirtualClock& getClock();
+    AccessLog& getLog();
+    MisuseReport& getMisuse();
+    Arm920tMac& getMac();
+
+    /// Ids of the chips that are there, ascending.
+    std::vector<unsigned> getSwitchIds() const;
+
+    /// One line for each switch of the document that is not there, with the reason.
+    std::vector<std::string> const& getSkippedSwitches() const;
+
+    /// Test side of the chip with that id; throws std::out_of_range when there is none.
+    ChipTestSide& getChip(unsigned id);
+
+    /// As getChip(), for an 88E6096; throws std::out_of_range when the chip is another one.
+    Marvell88E6096TestSide& getMarvell(unsigned id);
+
+    /// Accesses to internal registers of chips so far: the entries of the log.
+    std::uint64_t getRegisterAccesses() const;
+
+    /// 32-bit accesses to the board's windows so far.
+    std::uint64_t getBusAccesses() const;
+
+    /// Nanoseconds that the transfers so far would have kept the buses of a real board busy. Sleeps
+    /// are not in it; they are in the clock.
+    std::uint64_t getBusNanoseconds() const;
+
+private:
+    struct Window {
+        Window(BusDevice& device, std::size_t size) : simulated(device, size), requested(size) {}
+        SimulatedWindow simulated;
+        std::size_t requested;
+    };
+
+    MdioBus& getMdioBus() override;
+    void addWindow(unsigned physicalAddress, std::size_t size, BusDevice& device) override;
+    void addSwitch(std::string const& idText, std::string const& model, Options const& options);
+
+    Services _services;
+    MdioBus _mdioBus;
+    Arm920tMac _mac;
+    std::map<unsigned, std::unique_ptr<SimulatedChip>> _chips;
+    std::map<unsigned, std::unique_ptr<Window>> _windows;
+    std::vector<std::string> _skippedSwitches;
+};
+
+} // namespace simulation

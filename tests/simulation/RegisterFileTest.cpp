@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include "simulation/Bits.hpp"
+#include "simulation/RegisterFile.hpp"
+
+using simulation::Register;
+using simulation::RegisterFile;
+using simulation::RegisterTable;
+using simulation::Services;
+
+namespace {
+
+static_assert(simulation::maskOf(31, 0) == 0xFFFFFFFF);
+static_assert(simulation::maskOf(4, 3) == 0x18);
+static_assert(simulation::bitsOf(0x1234, 11, 4) == 0x23);
+static_assert(simulation::placed(0x1F, 11, 8) == 0xF00);
+
+// Registers of 32 bits, as chips on a parallel bus have them.
+class RegisterFileTest : public testing::Test {
+protected:
+    RegisterFile make() {
+        return RegisterFile(_services, "chip", "unit",
+                            {Register(0, "Command", 0x80000000)
+                                 .field("Low", 7, 0)
+                                 .ignored(15, 8)
+                                 .readOnly("High", 31, 28)
+                                 .onRead([](std::uint32_t stored) { return stored | 0x10000000; })
+                                 .onWrite([this](std::uint32_t stored) { _written = stored; })});
+    }
+
+    Services _services;
+    std::uint32_t _written = 0;
+};
+
+TEST_F(RegisterFileTest, OnlyWritableBitsAreStoredAndHandedOn) {
+    RegisterFile file = make();
+    file.write(0, 0x000000FF, 1);
+    EXPECT_EQ(_written, 0x800000FFU);
+    EXPECT_EQ(file.getStored(0), 0x800000FFU);
+    EXPECT_EQ(file.read(0, 2), 0x900000FFU);
+    EXPECT_EQ(_services.misuse.getSize(), 0U);
+}
+
+TEST_F(RegisterFileTest, OnlyBitsThatWereNotShownAreRefusedAloud) {
+    RegisterFile file = make();
+    file.write(0, 0x9000FF00, 1);
+    EXPECT_EQ(_services.misuse.getSize(), 0U);
+    file.write(0, 0x40000000, 2);
+    EXPECT_EQ(_services.misuse.getSize(), 1U);
+    EXPECT_EQ(file.getStored(0), 0x80000000U);
+}
+
+TEST_F(RegisterFileTest, ResetRestoresTheTable) {
+    RegisterFile file = make();
+    file.write(0, 5, 1);
+    file.write(9, 5, 2);
+    file.reset();
+    EXPECT_EQ(file.getStored(0), 0x80000000U);
+    EXPECT_EQ(file.getStored(9), 0U);
+}
+
+TEST_F(RegisterFileTest, StoringCallsNoHook) {
+    RegisterFile file = make();
+    file.store(0, 3);
+    EXPECT_EQ(_written, 0U);
+    EXPECT_EQ(file.peek(0), 0x10000003U);
+}
+
+TEST_F(RegisterFileTest, StuckBitsBeatEverything) {
+    RegisterFile file = make();
+    file.stick(0, 0x00000100, 0x10000000);
+    EXPECT_EQ(file.peek(0), 0x80000100U);
+}
+
+TEST_F(RegisterFileTest, WithoutLoggingTheLogStaysEmpty) {
+    RegisterFile file(_services, "chip", "unit", {}, RegisterFile::Logging::off);
+    file.write(1, 2, 0);
+    file.read(1, 0);
+    EXPECT_EQ(_services.log.getSize(), 0U);
+}
+
+} // namespace
