@@ -118,8 +118,8 @@ void SwitchManager::createManagedSwitch(unsigned int id, unsigned char const* ma
         throw std::runtime_error(duplicate);
     }
     auto created = std::make_unique<Switch>(getApplication(), id, macAddress, _xml, _noHardwareAccess);
-    _managedSwitches[id] = created.get();
-    created.release();
+    ManagedSwitch*& entry = _managedSwitches[id];
+    entry = created.release();
 }
 
 void SwitchManager::createMarvellManagedSwitch(unsigned int id, unsigned char const* macAddress) {
@@ -211,8 +211,8 @@ void SwitchManager::addVlan(_xmlNode* vlanElement) {
         getApplication().log(0, "SwitchManager::addVlan. Adding PortBasedVlan %#x\n", vlanId);
         vlan = std::make_unique<PortBasedVlan>(getApplication(), vlanId);
     }
-    _vlans[vlanId] = vlan.get();
-    vlan.release();
+    Vlan*& entry = _vlans[vlanId];
+    entry = vlan.release();
 }
 
 void SwitchManager::addVlanPort(Vlan& vlan, _xmlNode* portElement) {
@@ -272,8 +272,8 @@ void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
         return;
     }
     auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
-    _multicastGroups.push_back(group.get());
-    group.release();
+    _multicastGroups.push_back(nullptr);
+    _multicastGroups.back() = group.release();
     getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
                          key.address.c_str());
 }

@@ -1,9 +1,7 @@
 #include "manager/SwitchManagerEvent.hpp"
 
-#include <utility>
-
 SwitchManagerEvent::SwitchManagerEvent(Thread& thread, TypeOfActiveObject const& objectType,
                                        SwitchManagerEventId id, unsigned int instanceId, std::string name)
-    : Event(thread, eventType, objectType, id, instanceId, std::move(name)) {}
+    : Event(thread, eventType, objectType, id, instanceId, name) {}
 
 SwitchManagerEvent::~SwitchManagerEvent() = default;

@@ -1,12 +1,10 @@
 // The states of SwitchManager.
 
-#include <utility>
-
 #include "host/ThreadedApplication.hpp"
 #include "manager/SwitchManager.hpp"
 
 SwitchManager::State::State(unsigned int id, std::string name, Action action)
-    : ::State(id, std::move(name)), _action(action) {}
+    : ::State(id, name), _action(action) {}
 
 SwitchManager::State::~State() = default;
 

@@ -48,8 +48,8 @@ private:
     unsigned int _macControlOffset;
     unsigned short _registerMask;
     unsigned short _registerHighMask;
-    unsigned short _phyAddressMask;
-    unsigned short _opcodeMask;
+    [[maybe_unused]] unsigned short _phyAddressMask;
+    [[maybe_unused]] unsigned short _opcodeMask;
     unsigned short _readOpcode;
     unsigned short _writeOpcode;
     unsigned short _busyMask;

@@ -49,14 +49,14 @@ private:
     unsigned short _smiCommandRegister;
     unsigned short _smiDataRegister;
     unsigned short _smiBusyMask;
-    unsigned short _smiModeMask;
+    [[maybe_unused]] unsigned short _smiModeMask;
     unsigned short _smiModeShift;
     unsigned short _smiOpShift;
-    unsigned short _smiOpWidth;
+    [[maybe_unused]] unsigned short _smiOpWidth;
     unsigned short _smiDeviceShift;
-    unsigned short _smiDeviceWidth;
+    [[maybe_unused]] unsigned short _smiDeviceWidth;
     unsigned short _smiRegisterShift;
-    unsigned short _smiRegisterWidth;
+    [[maybe_unused]] unsigned short _smiRegisterWidth;
     unsigned short _smiPhyWriteMode;
     unsigned short _smiMode;
     unsigned short _smiWriteOp;

@@ -121,7 +121,7 @@ private:
     unsigned short _numberOfEntries = 0;
     std::map<unsigned int, ManagedSwitchPort*> _ports;
     std::map<unsigned int const, TrunkGroup*> _trunkGroups;
-    bool _flag;
+    [[maybe_unused]] bool _flag;
     Application* _application;
     unsigned char _macAddress[6] = {};
 };

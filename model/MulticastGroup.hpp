@@ -32,7 +32,7 @@ public:
 
 private:
     std::map<unsigned int, MulticastGroupPort*> _ports;
-    Application* _application;
+    [[maybe_unused]] Application* _application;
     std::string _multicastGroupIp;
     unsigned short _vlanId;
 };

@@ -5,8 +5,7 @@
 #include "model/BitField.hpp"
 
 /// The VSC7390's frame analyser: VLAN table, MAC table, and the masks that decide where frames go.
-namespace vsc7390 {
-namespace analyser {
+namespace vsc7390::analyser {
 
 constexpr unsigned short block = 2;
 constexpr unsigned short subBlock = 0;
@@ -115,5 +114,4 @@ enum Command : unsigned int { idle = 0, readEntry = 1, writeEntry = 2, clearTabl
 constexpr unsigned int highestUsedMask = 0xFFFFFE;
 } // namespace vlan_access
 
-} // namespace analyser
-} // namespace vsc7390
+} // namespace vsc7390::analyser

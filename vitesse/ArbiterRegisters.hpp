@@ -1,8 +1,7 @@
 #pragma once
 
 /// The VSC7390's frame arbiter.
-namespace vsc7390 {
-namespace arbiter {
+namespace vsc7390::arbiter {
 
 constexpr unsigned short block = 5;
 constexpr unsigned short subBlock = 0;
@@ -12,5 +11,4 @@ enum Address : unsigned short {
     discard = 0x0E, ///< ports whose queued frames are dropped
 };
 
-} // namespace arbiter
-} // namespace vsc7390
+} // namespace vsc7390::arbiter

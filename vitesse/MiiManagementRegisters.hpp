@@ -3,8 +3,7 @@
 #include "model/BitField.hpp"
 
 /// The VSC7390's MII management controllers (IEEE 802.3 clause 22), one sub-block each.
-namespace vsc7390 {
-namespace mii_management {
+namespace vsc7390::mii_management {
 
 constexpr unsigned short block = 3;
 
@@ -32,5 +31,4 @@ constexpr Field noReply(16);
 constexpr Field data(0, 16);
 } // namespace data_bits
 
-} // namespace mii_management
-} // namespace vsc7390
+} // namespace vsc7390::mii_management

@@ -5,8 +5,7 @@
 #include "model/BitField.hpp"
 
 /// Registers of one port of the VSC7390. Each port has a sub-block of its own.
-namespace vsc7390 {
-namespace port_mac {
+namespace vsc7390::port_mac {
 
 constexpr unsigned int numberOfPorts = 24;
 /// Ports 0 to 15 are the sub-blocks of one block, the others those of another.
@@ -99,5 +98,4 @@ namespace categorizer_port_vlan {
 constexpr Field portVid(0, 12);
 } // namespace categorizer_port_vlan
 
-} // namespace port_mac
-} // namespace vsc7390
+} // namespace vsc7390::port_mac

@@ -112,7 +112,7 @@ bool SerialPort::poll() {
     return ready == 1 || ready == 2;
 }
 
-short SerialPort::Read(std::string& out, int count) {
+short SerialPort::Read(std::string& out, int count) const {
     std::vector<char> buffer(static_cast<std::size_t>(count));
     int total = 0;
     double elapsed = 0.0;
@@ -130,10 +130,10 @@ short SerialPort::Read(std::string& out, int count) {
     return static_cast<short>(total);
 }
 
-short SerialPort::Write(std::string& data) {
+short SerialPort::Write(std::string& data) const {
     return static_cast<short>(::write(_descriptor, data.data(), data.size()));
 }
 
-short SerialPort::writeByte(char byte) {
+short SerialPort::writeByte(char byte) const {
     return static_cast<short>(::write(_descriptor, &byte, sizeof byte));
 }

@@ -51,14 +51,14 @@ public:
     /// Appends what the device receives to `out` until `count` characters have come or five to six
     /// seconds are over. Characters beyond `count` are appended, too, and keep it waiting to the end.
     /// \return how many characters came.
-    short Read(std::string& out, int count);
+    short Read(std::string& out, int count) const;
 
     /// Writes the text in one go.
     /// \return how many characters went out, or -1.
-    short Write(std::string& data);
+    short Write(std::string& data) const;
 
     /// \return 1, or -1.
-    short writeByte(char byte);
+    short writeByte(char byte) const;
 
 private:
     std::string _deviceName;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "vitesse/AnalyserRegisters.hpp"
 #include "vitesse/ArbiterRegisters.hpp"
 #include "vitesse/VitessePort.hpp"
@@ -22,10 +24,7 @@ template <std::size_t count> void VitessePort::readAll(std::array<Change, count>
 }
 
 template <std::size_t count> bool VitessePort::writeAll(std::array<Change, count> const& changes) {
-    for (Change const& change : changes) {
-        if (!_communications.writeRegister(change.location, change.value)) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(changes.begin(), changes.end(), [this](Change const& change) {
+        return _communications.writeRegister(change.location, change.value);
+    });
 }

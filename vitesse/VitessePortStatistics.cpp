@@ -13,6 +13,7 @@ using namespace vsc7390;
 
 /// The packet counters in words. No operation prints them yet.
 [[maybe_unused]] std::string const counterDescriptions[5] = {
+    // NOLINT(cert-err58-cpp)
     "Good and Bad Packets          ", "Good broadcasts and multicasts", "Bad packets                   ",
     "Good broadcasts               ", "Good multicasts               ",
 };

@@ -1,5 +1,7 @@
 // The VLAN table, the source masks and the aggregation masks of VitesseSwitch.
 
+#include <algorithm>
+
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
 #include "model/Polling.hpp"
@@ -80,12 +82,8 @@ bool VitesseSwitch::writeAggregationGroup(std::map<unsigned int const, ManagedSw
     if (!dealAggregationMasks(ports, trunkMask)) {
         return false;
     }
-    for (auto const& member : ports) {
-        if (!joinTrunk(member.second->getId(), trunkMask)) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(ports.begin(), ports.end(),
+                       [&](auto const& member) { return joinTrunk(member.second->getId(), trunkMask); });
 }
 
 bool VitesseSwitch::dealAggregationMasks(std::map<unsigned int const, ManagedSwitchPort*> const& ports,

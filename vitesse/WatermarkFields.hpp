@@ -3,8 +3,7 @@
 #include "model/BitField.hpp"
 
 /// The fields of the VSC7390's watermark registers, from the most significant byte down.
-namespace vsc7390 {
-namespace watermark {
+namespace vsc7390::watermark {
 
 using Field = BitField<unsigned int>;
 
@@ -15,5 +14,4 @@ constexpr Field byte0(0, 6);
 constexpr Field poolSelection(1, 4);
 constexpr Field poolEnable(0);
 
-} // namespace watermark
-} // namespace vsc7390
+} // namespace vsc7390::watermark
