@@ -114,13 +114,14 @@ void SwitchManager::processEvent(Event const* event) {
                          event->getName().c_str());
     unsigned int newState = getNewState(event);
     while (newState != getCurrentState()) {
-        if (getState(newState) == nullptr) {
+        State* const state = findState(newState);
+        if (state == nullptr) {
             throw std::runtime_error("SwitchManager::processEvent. Unknown state");
         }
         getApplication().log(3, "SwitchManager::processEvent state change %s->%s\n",
                              nameOfState(getCurrentState()), nameOfState(newState));
         setCurrentState(newState);
-        newState = _states[newState]->doAction(*this, event);
+        newState = state->doAction(*this, event);
     }
     setCurrentState(newState);
 }
@@ -139,11 +140,16 @@ void SwitchManager::shouldNotHappen(Event const* event) {
 }
 
 SwitchManager::State const* SwitchManager::getState(unsigned int id) const {
+    return findState(id);
+}
+
+// Not virtual: the management thread still asks while the destructor waits for it.
+SwitchManager::State* SwitchManager::findState(unsigned int id) const {
     return id < _states.size() ? _states[id].get() : nullptr;
 }
 
 char const* SwitchManager::nameOfState(unsigned int id) const {
-    State const* const state = getState(id);
+    State const* const state = findState(id);
     return state == nullptr ? "(null)" : state->getName().c_str();
 }
 

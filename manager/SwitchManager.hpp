@@ -186,6 +186,7 @@ private:
     template <typename Configure> void forEachSwitchWithHardware(Configure configure);
     void addTransition(StateId from, SwitchManagerEvent::SwitchManagerEventId event, StateId to);
     void addState(StateId id, char const* name, State::Action action);
+    State* findState(unsigned int id) const;
     char const* nameOfState(unsigned int id) const;
     StateId currentState() const;
 
