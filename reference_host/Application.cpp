@@ -1,0 +1,3 @@
+#include "host/Application.hpp"
+
+Application::~Application() = default;

@@ -1,0 +1,3 @@
+#include "host/SystemLogInterface.hpp"
+
+SystemLogInterface::~SystemLogInterface() = default;

@@ -1,0 +1,3 @@
+#include "host/ThreadedApplication.hpp"
+
+ThreadedApplication::~ThreadedApplication() = default;

@@ -1,0 +1,3 @@
+#include "host/Xml.hpp"
+
+Xml::~Xml() = default;
