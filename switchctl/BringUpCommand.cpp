@@ -1,0 +1,158 @@
+#include "switchctl/BringUpCommand.hpp"
+
+#include <cerrno>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "reference_host/StreamLog.hpp"
+#include "reference_host/XmlDocument.hpp"
+#include "switchctl/BoardDocument.hpp"
+#include "switchctl/BoardSummary.hpp"
+#include "switchctl/PortAddress.hpp"
+
+namespace switchctl {
+
+using reference_host::DeviceMemory;
+using reference_host::StreamLog;
+using reference_host::XmlDocument;
+
+namespace {
+
+constexpr char const* prefix = "switchctl: ";
+constexpr unsigned int highestLogLevel = 4;
+
+std::string refuseOtherThanPortAddress(std::string const& text) {
+    return PortAddress::fromText(text) ? "" : "\"" + text + "\" is not of the form SWITCH.PORT";
+}
+
+/// Simulated time is no time of day, so lines about it carry none.
+std::unique_ptr<StreamLog> makeLog(std::ostream& out, std::optional<unsigned int> level, bool timeStamps) {
+    if (!level) {
+        return nullptr;
+    }
+    StreamLog::Options options;
+    options.highestLevel = *level;
+    options.timeStamps = timeStamps;
+    return std::make_unique<StreamLog>(out, options);
+}
+
+} // namespace
+
+BringUpCommand::BringUpCommand(CLI::App& program, std::string memoryDevice)
+    : _command(program.add_subcommand("bring-up", "Bring up the switches of a board")),
+      _memoryDevice(std::move(memoryDevice)) {
+    _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board")->required();
+    CLI::Option* const simulate =
+        _command->add_flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    _command->add_flag("--no-hardware-access", _noHardwareAccess,
+                       "Create the switches without accessing any chip");
+    _command->add_option("--trace", _tracePath, "Write every register access of the chips to FILE")
+        ->type_name("FILE")
+        ->needs(simulate);
+    _command
+        ->add_option("--log-level", _logLevel,
+                     "Show the library's messages, those with a level up to N (0 to 4)")
+        ->type_name("N")
+        ->check(CLI::Range(0U, highestLogLevel));
+    _command->add_option("--statistics", _statistics, "Print the counters of a port; may be repeated")
+        ->type_name("SWITCH.PORT")
+        ->allow_extra_args(false)
+        ->check(refuseOtherThanPortAddress);
+    _command->footer(exitStatusHelp());
+}
+
+bool BringUpCommand::isChosen() const {
+    return _command->parsed();
+}
+
+ExitStatus BringUpCommand::run(std::ostream& out, std::ostream& errors) const {
+    std::unique_ptr<XmlDocument> document;
+    try {
+        document = XmlDocument::fromFile(_documentPath);
+    } catch (reference_host::XmlError const& error) {
+        errors << prefix << error.what() << '\n';
+        return ExitStatus::badDocument;
+    }
+    if (!hardwareIsReachable(errors)) {
+        return ExitStatus::noHardware;
+    }
+    std::ofstream trace;
+    if (!_tracePath.empty()) {
+        trace.open(_tracePath);
+        if (!trace) {
+            errors << prefix << _tracePath << ": " << std::generic_category().message(errno) << '\n';
+            return ExitStatus::noTrace;
+        }
+    }
+    return bringUp(*document, trace, out, errors);
+}
+
+ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
+                                   std::ostream& errors) const {
+    std::unique_ptr<StreamLog> const log = makeLog(errors, _logLevel, !_simulate);
+    BoardSession::Options options;
+    options.simulate = _simulate;
+    options.noHardwareAccess = _noHardwareAccess;
+    options.memoryDevice = _memoryDevice;
+    options.log = log.get();
+    BoardSession session(document, options);
+    ExitStatus const status = report(document, session, out, errors);
+    if (trace.is_open()) {
+        session.getBoard()->getLog().print(trace);
+        trace.close();
+        if (!trace) {
+            errors << prefix << _tracePath << ": the trace could not be written\n";
+            return status == ExitStatus::success ? ExitStatus::noTrace : status;
+        }
+    }
+    return status;
+}
+
+ExitStatus BringUpCommand::report(Xml& document, BoardSession& session, std::ostream& out,
+                                  std::ostream& errors) const {
+    BoardDocument const boardDocument(document);
+    BoardSummary const summary(boardDocument, session);
+    StartUpMonitor::Outcome const outcome = session.bringUp();
+    if (!outcome.populated) {
+        summary.printComplaints(out);
+        errors << prefix << "start-up failed: " << outcome.reason << '\n';
+        return ExitStatus::startUpFailed;
+    }
+    summary.print(out);
+    bool const statisticsRead = printStatistics(session, out, errors);
+    summary.printComplaints(out);
+    if (!summary.isComplete()) {
+        errors << prefix << _documentPath << ": "
+               << (boardDocument.getSwitches().empty() ? "no switch in the document"
+                                                       : "not every switch came up")
+               << '\n';
+        return ExitStatus::switchMissing;
+    }
+    return statisticsRead ? ExitStatus::success : ExitStatus::noStatistics;
+}
+
+bool BringUpCommand::printStatistics(BoardSession& session, std::ostream& out, std::ostream& errors) const {
+    bool allRead = true;
+    for (std::string const& text : _statistics) {
+        PortAddress const port = PortAddress::fromText(text).value();
+        out << "statistics of port " << port << '\n';
+        if (!session.writeStatistics(port, out)) {
+            out << "  not available\n";
+            errors << prefix << "the statistics of port " << port << " could not be read\n";
+            allRead = false;
+        }
+    }
+    return allRead;
+}
+
+bool BringUpCommand::hardwareIsReachable(std::ostream& errors) const {
+    std::string reason;
+    if (_simulate || _noHardwareAccess || DeviceMemory::isAccessible(_memoryDevice, reason)) {
+        return true;
+    }
+    errors << prefix << reason << " (the switches are reached through this device; see --simulate)\n";
+    return false;
+}
+
+} // namespace switchctl

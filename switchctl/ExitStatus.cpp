@@ -1,0 +1,17 @@
+#include "switchctl/ExitStatus.hpp"
+
+namespace switchctl {
+
+std::string exitStatusHelp() {
+    return "Exit status:\n"
+           "  0  every switch of the document came up\n"
+           "  1  a switch of the document is missing, or the document has no switch\n"
+           "  2  the command line is wrong\n"
+           "  3  the document cannot be read or is not well-formed\n"
+           "  4  the hardware cannot be reached (/dev/mem)\n"
+           "  5  start-up ended before the switches were ready\n"
+           "  6  the statistics of a port could not be read\n"
+           "  7  the trace could not be written\n";
+}
+
+} // namespace switchctl

@@ -1,0 +1,34 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "switchctl/BringUpCommand.hpp"
+#include "switchctl/ExitStatus.hpp"
+
+using switchctl::ExitStatus;
+
+namespace {
+
+ExitStatus runProgram(int argc, char** argv) {
+    CLI::App program("Brings up and inspects the Ethernet switches of a board", "switchctl");
+    program.require_subcommand(1);
+    program.footer(switchctl::exitStatusHelp());
+    switchctl::BringUpCommand const bringUp(program);
+    try {
+        program.parse(argc, argv);
+    } catch (CLI::ParseError const& error) {
+        return program.exit(error) == 0 ? ExitStatus::success : ExitStatus::usage;
+    }
+    return bringUp.run(std::cout, std::cerr);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return static_cast<int>(runProgram(argc, argv));
+    } catch (std::exception const& error) {
+        std::cerr << "switchctl: " << error.what() << '\n';
+        return static_cast<int>(ExitStatus::startUpFailed);
+    }
+}

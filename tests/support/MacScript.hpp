@@ -1,0 +1,21 @@
+#pragma once
+
+#include "simulation/BusDevice.hpp"
+#include "tests/support/AccessTable.hpp"
+
+namespace test_support {
+
+/// The registers of the ARM920T's Ethernet MAC as a table of word accesses: gets and sets.
+class MacScript : public simulation::BusDevice {
+public:
+    void expect(Accesses accesses) { _table.expect(std::move(accesses)); }
+    void verify() { _table.verify(); }
+
+    bool read(unsigned int offset, unsigned int& value) override;
+    bool write(unsigned int offset, unsigned int value) override;
+
+private:
+    AccessTable _table;
+};
+
+} // namespace test_support

@@ -1,0 +1,70 @@
+#include "switchctl/BringUpCommand.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "tests/support/TemporaryFile.hpp"
+
+using switchctl::BringUpCommand;
+using switchctl::ExitStatus;
+using test_support::TemporaryFile;
+
+namespace {
+
+/// Runs the command in this process, so that no test ever meets the memory of the machine.
+class BringUpCommandTest : public testing::Test {
+protected:
+    ExitStatus run(std::string const& arguments, std::string const& memoryDevice) {
+        CLI::App program;
+        BringUpCommand const command(program, memoryDevice);
+        program.parse("bring-up " + document.path() + " " + arguments);
+        EXPECT_TRUE(command.isChosen());
+        return command.run(out, errors);
+    }
+
+    TemporaryFile document{"<switches><switch id='0' switchModel='88e6096'>"
+                           "<port id='0' connectedTo='cpu' portStatus='forwarding'/></switch></switches>"};
+    std::ostringstream out;
+    std::ostringstream errors;
+};
+
+TEST_F(BringUpCommandTest, RefusesABoardWithoutMemoryDevice) {
+    EXPECT_EQ(run("", "/nonexistent/mem"), ExitStatus::noHardware);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(errors.str(), "switchctl: /nonexistent/mem: No such file or directory (the switches are "
+                            "reached through this device; see --simulate)\n");
+}
+
+TEST_F(BringUpCommandTest, NeedsNoMemoryDeviceToSimulate) {
+    EXPECT_EQ(run("--simulate", "/nonexistent/mem"), ExitStatus::success);
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(BringUpCommandTest, NeedsNoMemoryDeviceWithoutHardwareAccess) {
+    EXPECT_EQ(run("--no-hardware-access", "/nonexistent/mem"), ExitStatus::success);
+    EXPECT_EQ(errors.str(), "");
+    EXPECT_NE(out.str().find("switches: 1 of 1 found\n"), std::string::npos);
+}
+
+// A file of that size stands for a board whose MAC registers all read 0: the chip does not answer.
+TEST_F(BringUpCommandTest, ABoardWithoutTheChipIsReported) {
+    TemporaryFile const device;
+    ASSERT_EQ(truncate(device.path().c_str(), 0x80011000), 0);
+    EXPECT_EQ(run("", device.path()), ExitStatus::switchMissing);
+    EXPECT_NE(out.str().find("switches: 0 of 1 found\n"
+                             "  switch 0  88e6096   missing: the chip does not answer\n"),
+              std::string::npos)
+        << out.str();
+    EXPECT_EQ(errors.str(), "switchctl: " + document.path() + ": not every switch came up\n");
+}
+
+TEST_F(BringUpCommandTest, IsOnlyChosenWhenItIsNamed) {
+    CLI::App program;
+    BringUpCommand const command(program);
+    program.parse("");
+    EXPECT_FALSE(command.isChosen());
+}
+
+} // namespace

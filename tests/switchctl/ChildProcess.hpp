@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What a program did that has ended.
+struct ChildProcess {
+    /// The exit status, or -1 when a signal ended it.
+    int status = -1;
+    std::string out;
+    std::string errors;
+
+    /// Runs switchctl with these arguments and waits for its end.
+    static ChildProcess runSwitchctl(std::vector<std::string> const& arguments);
+};
