@@ -201,7 +201,8 @@ SwitchManager::StateId SwitchManager::idleStateAction(Event const* /*event*/) {
 void SwitchManager::findCpuPort() {
     for (auto const& entry : _managedSwitches) {
         for (auto const& port : entry.second->getPorts()) {
-            if (port.second->getType() == ManagedSwitchPort::PortType::cpuPortType) {
+            if (port.second != nullptr &&
+                port.second->getType() == ManagedSwitchPort::PortType::cpuPortType) {
                 _cpuPort = port.second;
                 break;
             }

@@ -85,9 +85,9 @@ void MarvellSwitch::createPort(SwitchDocument::PortElement const& element) {
         getApplication()->logError("%s:(%d): Port id is not a valid integer value", constructorName, getId());
     }
     getApplication()->log(2, "%s:(%d): configure port %d connected to %s\n", constructorName, getId(),
-                          element.id, element.connectedTo.printable());
+                          element.id, element.connectedTo.text());
     getApplication()->log(2, "%s:(%d): configure port %d to be %s\n", constructorName, getId(), element.id,
-                          element.portStatus.printable());
+                          element.portStatus.text());
     insertNewPort(static_cast<unsigned int>(element.id), element.connectedTo.text(),
                   element.portStatus.text(), element.node);
 }

@@ -26,6 +26,15 @@ template <typename Map> void deleteOwned(Map& map) {
     map.clear();
 }
 
+/// Calls an operation of every object in a map; entries without an object are passed over.
+template <typename Map, typename Operation> void forEach(Map const& map, Operation operation) {
+    for (auto const& entry : map) {
+        if (entry.second != nullptr) {
+            operation(*entry.second);
+        }
+    }
+}
+
 template <typename Map> typename Map::mapped_type findIn(Map const& map, unsigned int id) {
     auto const entry = map.find(id);
     return entry == map.end() ? nullptr : entry->second;
@@ -78,31 +87,25 @@ void ManagedSwitch::insertTrunkGroup(std::pair<unsigned int, TrunkGroup*>& trunk
 
 void ManagedSwitch::configureVlans() {
     clearVlanTable();
-    for (auto const& port : _ports) {
-        port.second->configureVlans();
-    }
+    forEach(_ports, [](ManagedSwitchPort& port) { port.configureVlans(); });
 }
 
 void ManagedSwitch::configurePorts() {
-    for (auto const& port : _ports) {
-        port.second->configurePorts();
-    }
+    forEach(_ports, [](ManagedSwitchPort& port) { port.configurePorts(); });
 }
 
 void ManagedSwitch::configureMulticastFilters() {
-    for (auto const& port : _ports) {
-        port.second->configureMulticastFilters();
-    }
+    forEach(_ports, [](ManagedSwitchPort& port) { port.configureMulticastFilters(); });
 }
 
 void ManagedSwitch::configureTrunkGroups() {
-    for (auto const& trunkGroup : _trunkGroups) {
+    forEach(_trunkGroups, [this](TrunkGroup const& trunkGroup) {
         std::map<unsigned int const, ManagedSwitchPort*> members;
-        for (auto const& member : trunkGroup.second->getTrunkedPorts()) {
+        for (auto const& member : trunkGroup.getTrunkedPorts()) {
             if (member.second != nullptr) {
                 members.insert(member);
             }
         }
         writeAggregationGroup(members);
-    }
+    });
 }

@@ -258,7 +258,7 @@ bool VitessePort::updateSourceMasks() {
     unsigned int mask = 0;
     if (portStatus() != 0) {
         for (auto const& entry : getSwitch().getPorts()) {
-            if (entry.second != this && entry.second->portStatus() != 0) {
+            if (entry.second != nullptr && entry.second != this && entry.second->portStatus() != 0) {
                 mask |= analyser::portBit(entry.second->getId());
             }
         }

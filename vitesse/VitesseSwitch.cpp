@@ -81,7 +81,7 @@ void VitesseSwitch::createPort(SwitchDocument::PortElement const& element) {
     }
     for (XmlText const* const setting : {&element.connectedTo, &element.portStatus}) {
         getApplication()->log(2, "ManagedSwitch::ManagedSwitch(%d): configure port %d connected to %s\n",
-                              getId(), element.id, setting->printable());
+                              getId(), element.id, setting->text());
     }
     insertNewPort(static_cast<unsigned int>(element.id), element.connectedTo.text(),
                   element.portStatus.text(), element.node);

@@ -74,6 +74,14 @@ Access writes(unsigned int device, unsigned int registerNumber, unsigned int val
     return {Access::Kind::writes, device, registerNumber, value};
 }
 
+Access reads(unsigned int block, unsigned int subBlock, unsigned int address, unsigned int value) {
+    return reads(block << 16 | subBlock, address, value);
+}
+
+Access writes(unsigned int block, unsigned int subBlock, unsigned int address, unsigned int value) {
+    return writes(block << 16 | subBlock, address, value);
+}
+
 Access phyReads(unsigned int phy, unsigned int registerNumber, unsigned int value) {
     return {Access::Kind::phyReads, phy, registerNumber, value};
 }

@@ -10,7 +10,8 @@ namespace test_support {
 /// mean depends on the kind.
 struct Access {
     enum class Kind {
-        reads,       ///< an internal register of a chip: device, register
+        reads,       ///< an internal register of a chip: device, register (88E6096) or block and
+                     ///< sub-block in 16 bits each, address (VSC7390)
         writes,      ///< likewise
         phyReads,    ///< a PHY register: PHY, register
         phyWrites,   ///< likewise
@@ -51,6 +52,8 @@ using Accesses = std::vector<Access>;
 
 Access reads(unsigned int device, unsigned int registerNumber, unsigned int value);
 Access writes(unsigned int device, unsigned int registerNumber, unsigned int value);
+Access reads(unsigned int block, unsigned int subBlock, unsigned int address, unsigned int value);
+Access writes(unsigned int block, unsigned int subBlock, unsigned int address, unsigned int value);
 Access phyReads(unsigned int phy, unsigned int registerNumber, unsigned int value);
 Access phyWrites(unsigned int phy, unsigned int registerNumber, unsigned int value);
 Access frameReads(unsigned int address, unsigned int registerNumber, unsigned int value);

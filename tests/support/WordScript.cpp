@@ -1,8 +1,8 @@
-#include "tests/support/MacScript.hpp"
+#include "tests/support/WordScript.hpp"
 
 namespace test_support {
 
-bool MacScript::read(unsigned int offset, unsigned int& value) {
+bool WordScript::read(unsigned int offset, unsigned int& value) {
     Access const* const access = _table.take(gets(offset, 0));
     if (access == nullptr || access->fails) {
         return false;
@@ -11,7 +11,7 @@ bool MacScript::read(unsigned int offset, unsigned int& value) {
     return true;
 }
 
-bool MacScript::write(unsigned int offset, unsigned int value) {
+bool WordScript::write(unsigned int offset, unsigned int value) {
     Access const* const access = _table.take(sets(offset, value));
     return access != nullptr && !access->fails;
 }

@@ -5,8 +5,8 @@
 
 namespace test_support {
 
-/// The registers of the ARM920T's Ethernet MAC as a table of word accesses: gets and sets.
-class MacScript : public simulation::BusDevice {
+/// A window of registers as a table of word accesses at offsets from its start: gets and sets.
+class WordScript : public simulation::BusDevice {
 public:
     void expect(Accesses accesses) { _table.expect(std::move(accesses)); }
     void verify() { _table.verify(); }
