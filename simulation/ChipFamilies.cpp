@@ -1,6 +1,7 @@
 #include "simulation/ChipFamilies.hpp"
 
 #include "simulation/88e6096/Marvell88E6096.hpp"
+#include "simulation/vsc7390/Vsc7390.hpp"
 
 namespace simulation {
 
@@ -9,6 +10,10 @@ std::vector<ChipFamilies::Family> const& ChipFamilies::getAll() {
         {"88e6096",
          [](Services& services, unsigned id, SimulatedBoard::Options const& options) {
              return std::make_unique<Marvell88E6096>(services, id, options.marvell);
+         }},
+        {"vsc7390",
+         [](Services& services, unsigned id, SimulatedBoard::Options const& options) {
+             return std::make_unique<Vsc7390>(services, id, options.vitesse);
          }},
     };
     return families;

@@ -29,8 +29,10 @@ public:
     virtual void stick(std::string const& unit, unsigned address, std::uint32_t ones,
                        std::uint32_t zeros) = 0;
 
-    /// Makes one register access fail as the driver sees it: the chip shows busy for so long
-    /// before the access that a driver which waits a second gives up; it recovers by itself.
+    /// Makes one register access fail as the driver sees it. A chip behind a command register shows
+    /// busy for so long before the access that a driver which waits a second gives up; it recovers by
+    /// itself. On a memory bus the access is refused or lost, as the chip's options say; polls of a
+    /// ready bit are part of the access they wait for.
     /// \param nth the access counted from now on, 1 = the next one; see AccessLog::Entry::transfer.
     ///        0 disarms.
     virtual void failAccess(unsigned nth) = 0;

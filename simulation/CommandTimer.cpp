@@ -6,8 +6,12 @@ CommandTimer::CommandTimer(VirtualClock const& clock, std::uint64_t busyNanoseco
     : _clock(clock), _busyNanoseconds(busyNanoseconds) {}
 
 void CommandTimer::start() {
+    start(_busyNanoseconds);
+}
+
+void CommandTimer::start(std::uint64_t usualNanoseconds) {
     ++_commands;
-    _busyUntil = _clock.getNanoseconds() + _busyNanoseconds;
+    _busyUntil = _clock.getNanoseconds() + (_isTimeSet ? _busyNanoseconds : usualNanoseconds);
     if (_commandsToHang > 0) {
         --_commandsToHang;
         _hangs = _commandsToHang == 0;
@@ -28,6 +32,7 @@ unsigned CommandTimer::getCommands() const {
 
 void CommandTimer::setBusyTime(std::uint64_t nanoseconds) {
     _busyNanoseconds = nanoseconds;
+    _isTimeSet = true;
 }
 
 void CommandTimer::hang(unsigned nthCommand) {

@@ -14,6 +14,8 @@ public:
 
     /// A command starts now.
     void start();
+    /// A command starts now that takes its own time, unless setBusyTime() was called.
+    void start(std::uint64_t usualNanoseconds);
     bool isBusy() const;
 
     /// Whether a command has been started and has ended.
@@ -33,6 +35,7 @@ public:
 private:
     VirtualClock const& _clock;
     std::uint64_t _busyNanoseconds;
+    bool _isTimeSet = false;
     std::uint64_t _busyUntil = 0;
     unsigned _commands = 0;
     unsigned _commandsToHang = 0;

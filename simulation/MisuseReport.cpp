@@ -51,6 +51,10 @@ char const* MisuseReport::name(Kind kind) {
         return "command while busy";
     case Kind::meaninglessCommand:
         return "meaningless command";
+    case Kind::dataNotReady:
+        return "data not ready";
+    case Kind::absentBlock:
+        return "absent block";
     }
     return "";
 }

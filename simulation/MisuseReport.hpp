@@ -26,6 +26,10 @@ public:
         commandWhileBusy,
         /// A command without a meaning, or for an item that does not exist. Nothing happened.
         meaninglessCommand,
+        /// A read of a data register before the data was there. It gave what the last one left.
+        dataNotReady,
+        /// An access to a part that the chip does not have. It reads the same always.
+        absentBlock,
     };
 
     struct Entry {

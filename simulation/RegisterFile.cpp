@@ -51,7 +51,7 @@ void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfe
         _services.log.addWrite(_identity, address, transfer, value, before, peek(address));
     }
     if (description != nullptr) {
-        description->written(getStored(address));
+        description->written(getStored(address), value);
     }
 }
 

@@ -37,6 +37,11 @@ Register& Register::onWrite(WriteHook hook) {
     return *this;
 }
 
+Register& Register::onAttempt(WriteHook hook) {
+    _attemptHook = std::move(hook);
+    return *this;
+}
+
 Register& Register::onRead(ReadHook hook) {
     _readHook = std::move(hook);
     return *this;
@@ -70,16 +75,23 @@ std::uint32_t Register::shown(std::uint32_t stored) const {
     return _readHook ? _readHook(stored) : stored;
 }
 
-void Register::written(std::uint32_t stored) const {
+void Register::written(std::uint32_t stored, std::uint32_t attempted) const {
     if (_writeHook) {
         _writeHook(stored);
+    }
+    if (_attemptHook) {
+        _attemptHook(attempted);
     }
 }
 
 RegisterTable::RegisterTable(std::initializer_list<Register> registers) {
     for (Register const& description : registers) {
-        _registers.emplace(description.getAddress(), description);
+        add(description);
     }
+}
+
+void RegisterTable::add(Register const& description) {
+    _registers.emplace(description.getAddress(), description);
 }
 
 Register const* RegisterTable::find(unsigned address) const {

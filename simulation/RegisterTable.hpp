@@ -40,6 +40,8 @@ public:
     Register& ignored(unsigned high, unsigned low);
 
     Register& onWrite(WriteHook hook);
+    /// Called after onWrite's, with all bits that the write had, those included that cannot be written.
+    Register& onAttempt(WriteHook hook);
     Register& onRead(ReadHook hook);
 
     unsigned getAddress() const;
@@ -51,7 +53,7 @@ public:
 
     /// What a read shows of the stored contents.
     std::uint32_t shown(std::uint32_t stored) const;
-    void written(std::uint32_t stored) const;
+    void written(std::uint32_t stored, std::uint32_t attempted) const;
 
 private:
     unsigned _address;
@@ -61,6 +63,7 @@ private:
     std::uint32_t _ignored = 0;
     std::vector<Field> _fields;
     WriteHook _writeHook;
+    WriteHook _attemptHook;
     ReadHook _readHook;
 };
 
@@ -69,6 +72,9 @@ class RegisterTable {
 public:
     RegisterTable() = default;
     RegisterTable(std::initializer_list<Register> registers);
+
+    /// A further register; for those that come in rows.
+    void add(Register const& description);
 
     /// Null when the unit has no register there.
     Register const* find(unsigned address) const;

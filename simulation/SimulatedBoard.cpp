@@ -109,6 +109,14 @@ Marvell88E6096TestSide& SimulatedBoard::getMarvell(unsigned id) {
     return *marvell;
 }
 
+Vsc7390TestSide& SimulatedBoard::getVitesse(unsigned id) {
+    auto* const vitesse = dynamic_cast<Vsc7390TestSide*>(&getChip(id));
+    if (vitesse == nullptr) {
+        throw std::out_of_range("switch " + std::to_string(id) + " is not a VSC7390");
+    }
+    return *vitesse;
+}
+
 std::uint64_t SimulatedBoard::getRegisterAccesses() const {
     return _services.log.getSize();
 }
@@ -119,7 +127,11 @@ std::uint64_t SimulatedBoard::getBusAccesses() const {
 
 std::uint64_t SimulatedBoard::getBusNanoseconds() const {
     std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
-    return _mdioBus.getBusNanoseconds();
+    std::uint64_t nanoseconds = _mdioBus.getBusNanoseconds();
+    for (auto const& [id, chip] : _chips) {
+        nanoseconds += chip->getBusNanoseconds();
+    }
+    return nanoseconds;
 }
 
 MdioBus& SimulatedBoard::getMdioBus() {
@@ -128,7 +140,7 @@ MdioBus& SimulatedBoard::getMdioBus() {
 
 void SimulatedBoard::addWindow(unsigned physicalAddress, std::size_t size, BusDevice& device) {
     if (_windows.count(physicalAddress) != 0) {
-        throw std::invalid_argument("the board already has a window at that address");
+        throw std::invalid_argument("the board already has a window at its address");
     }
     _windows.emplace(physicalAddress, std::make_unique<Window>(device, size));
 }

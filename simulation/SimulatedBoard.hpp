@@ -20,11 +20,14 @@
 #include "simulation/SimulatedChip.hpp"
 #include "simulation/SimulatedWindow.hpp"
 #include "simulation/VirtualClock.hpp"
+#include "simulation/vsc7390/Vsc7390Options.hpp"
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace simulation {
 
 /// The board that a configuration document describes, built of models: the MDIO master of the
-/// Ethernet MAC at its physical address, and one chip for each `switch` element.
+/// Ethernet MAC at its physical address, and one chip for each `switch` element. The 88E6096 chips
+/// are on the MDIO bus; the parallel bus has room for one VSC7390, which is the first of the document.
 ///
 /// Several boards can live in one process. Any thread may use one; the clock has to be adopted by
 /// each thread that is to live by it.
@@ -34,13 +37,14 @@ public:
         /// Ids of switches that the document has and the board has not.
         std::set<unsigned> missingSwitches;
         Marvell88E6096Options marvell;
+        Vsc7390Options vitesse;
         MdioBus::Options mdio;
         Arm920tMac::Options mac;
     };
 
     /// Reads `//switches/switch`; the document is not needed afterwards. A switch is left out when
-    /// it is missing by the options, its model is unknown, its id is no MDIO address (0 to 31) or is
-    /// taken: see getSkippedSwitches().
+    /// it is missing by the options, its model is unknown, its id is taken, or its place on the bus is:
+    /// an 88E6096 needs an id that is an MDIO address (0 to 31). See getSkippedSwitches().
     explicit SimulatedBoard(Xml& document);
     SimulatedBoard(Xml& document, Options const& options);
     ~SimulatedBoard() override;
@@ -68,14 +72,17 @@ public:
     /// As getChip(), for an 88E6096; throws std::out_of_range when the chip is another one.
     Marvell88E6096TestSide& getMarvell(unsigned id);
 
+    /// As getChip(), for a VSC7390; throws std::out_of_range when the chip is another one.
+    Vsc7390TestSide& getVitesse(unsigned id);
+
     /// Accesses to internal registers of chips so far: the entries of the log.
     std::uint64_t getRegisterAccesses() const;
 
     /// 32-bit accesses to the board's windows so far.
     std::uint64_t getBusAccesses() const;
 
-    /// Nanoseconds that the transfers so far would have kept the buses of a real board busy. Sleeps
-    /// are not in it; they are in the clock.
+    /// Nanoseconds that the transfers so far, over MDIO and the parallel bus, would have kept the buses
+    /// of a real board busy. Sleeps are not in it; they are in the clock.
     std::uint64_t getBusNanoseconds() const;
 
 private:

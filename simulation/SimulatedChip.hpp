@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "simulation/ChipTestSide.hpp"
@@ -20,6 +21,9 @@ public:
     virtual void attach(BoardBuses& buses) = 0;
 
     virtual ChipTestSide& getTestSide() = 0;
+
+    /// Time that transfers have taken on a bus that is the chip's own; 0 when it has none.
+    virtual std::uint64_t getBusNanoseconds() const { return 0; }
 };
 
 } // namespace simulation

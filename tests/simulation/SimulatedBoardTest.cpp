@@ -15,7 +15,7 @@ char const* const document = R"(
         <switches>
             <switch id="0" switchModel="88e6096" atuAgeTime="300"/>
             <switch id="9" switchModel="88e6096"/>
-            <switch id="2" switchModel="vsc7390"/>
+            <switch id="2" switchModel="88e6185"/>
             <switch id="9" switchModel="88e6096"/>
             <switch id="32" switchModel="88e6096"/>
             <switch switchModel="88e6096"/>
@@ -54,7 +54,7 @@ TEST(SimulatedBoardTest, HasTheChipsOfTheDocument) {
 TEST(SimulatedBoardTest, SaysWhatItSkipped) {
     auto const board = makeBoard();
     EXPECT_EQ(board->getSkippedSwitches(),
-              (std::vector<std::string>{"switch 2: no model of a \"vsc7390\"", "switch 9: the id is taken",
+              (std::vector<std::string>{"switch 2: no model of a \"88e6185\"", "switch 9: the id is taken",
                                         "switch 32: an MDIO bus has no address 32",
                                         "switch : an MDIO bus has no address 65535",
                                         "switch 5: no model of a \"\""}));

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+
+namespace simulation {
+
+/// The properties of a VSC7390 that no document settles, and its delays.
+struct Vsc7390Options {
+    enum class DestinationMaskReset { ownPort, allPorts, none };
+    enum class AggregationMaskReset { allPorts, none };
+    enum class SourceMaskReset { allButOwn, allPorts, none };
+    enum class VlanClear { allPortsMembers, noMembers };
+    enum class MulticastMatch { lowBytesAndVid, lowBytes };
+    enum class AggregationCode { nibblesOfAddresses, zero };
+    enum class BroadcastFlood { multicastMask, unicastMask };
+    enum class MacFlush { noEffect, deletesUnlocked };
+    enum class FailedAccess { refused, lost };
+
+    /// Bits 31:28 and 11:0 of the chip's identifier.
+    unsigned revision = 0;
+    unsigned identifierLow = 0;
+
+    /// Of every port after reset.
+    unsigned maximumLengthReset = 1518;
+    unsigned portVidReset = 1;
+
+    /// Masks of the ports after reset. The destination masks past the ports' own are 0 always.
+    DestinationMaskReset destinationMaskReset = DestinationMaskReset::ownPort;
+    AggregationMaskReset aggregationMaskReset = AggregationMaskReset::allPorts;
+    SourceMaskReset sourceMaskReset = SourceMaskReset::allButOwn;
+
+    /// What the VLAN table's command 3, and a reset, leave in every entry.
+    VlanClear vlanClear = VlanClear::allPortsMembers;
+
+    /// What a frame's address and VID have to share with a multicast entry of its row.
+    MulticastMatch multicastMatch = MulticastMatch::lowBytesAndVid;
+
+    /// Which of the sixteen aggregation masks a pair of addresses gets.
+    AggregationCode aggregationCode = AggregationCode::nibblesOfAddresses;
+
+    BroadcastFlood broadcastFlood = BroadcastFlood::multicastMask;
+
+    /// What the MAC table's command 4 does.
+    MacFlush macFlush = MacFlush::noEffect;
+
+    /// What Vsc7390TestSide::failAccess does to an access. Refused: the bus reports an error, so the
+    /// accessor returns false. Lost: a read gives all ones, an indirect one when it is ready, and a
+    /// write does nothing.
+    FailedAccess failedAccess = FailedAccess::refused;
+
+    /// What the bus read that starts an indirect one returns.
+    std::uint32_t startingReadValue = 0;
+    /// What is read from a block that the chip does not have.
+    std::uint32_t absentBlockValue = 0;
+    /// What is read from the window while no chip is in its socket.
+    std::uint32_t idleBusValue = 0xFFFFFFFF;
+
+    /// A 32-bit access over the parallel bus, in nanoseconds.
+    std::uint64_t busAccessNanoseconds = 100;
+
+    /// From the bus read that starts an indirect one until its data is ready.
+    std::uint64_t indirectReadNanoseconds = 1'000;
+
+    /// How long the tables show a command. Results are there at once, and inputs are taken at the
+    /// start, however long it is.
+    std::uint64_t vlanClearNanoseconds = 50'000;
+    std::uint64_t vlanAccessNanoseconds = 0;
+    std::uint64_t macAgeNanoseconds = 50'000;
+    std::uint64_t macClearNanoseconds = 50'000;
+    std::uint64_t macAccessNanoseconds = 0;
+
+    /// A transfer to or from a PHY, with and without preamble. Data that was read is there at its end.
+    std::uint64_t miiNanoseconds = 25'600;
+    std::uint64_t miiWithoutPreambleNanoseconds = 12'800;
+
+    /// From the write that makes the arbiter discard a port's frames until none is left.
+    std::uint64_t arbiterDrainNanoseconds = 0;
+};
+
+} // namespace simulation

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "simulation/ChipTestSide.hpp"
+
+namespace simulation {
+
+/// What a test may do with a VSC7390 besides what it may do with every chip.
+///
+/// Units: "port 0" to "port 23", "analyser", "arbiter", "mii 0", "mii 1", "memory", "capture 0" to
+/// "capture 15", "system", "phy 0" to "phy 23". Port, PHY and counter numbers, VIDs, rows and
+/// buckets that do not exist throw std::out_of_range.
+class Vsc7390TestSide : public ChipTestSide {
+public:
+    /// Where the chip answers, and how many bytes there.
+    static constexpr unsigned physicalAddress = 0xF3000000;
+    static constexpr unsigned windowSize = 0x01000000;
+
+    static constexpr unsigned numberOfPorts = 24;
+    static constexpr unsigned numberOfPhys = 24;
+    static constexpr unsigned numberOfVids = 4096;
+    static constexpr unsigned numberOfRows = 2048;
+    static constexpr unsigned numberOfBuckets = 4;
+    /// Bit of the port masks that stands for the processor's port.
+    static constexpr unsigned cpuPort = 24;
+    /// The counters of a port are its registers from the first to the last of these.
+    static constexpr unsigned firstCounter = 0x50;
+    static constexpr unsigned lastCounter = 0x5B;
+
+    /// The parts of the chip that take their time. The arbiter takes it for each port that it is
+    /// told to discard frames of.
+    enum class CommandUnit { indirectRead, vlanTable, macTable, mii0, mii1, arbiter };
+
+    /// A VLAN as the chip has it.
+    struct VlanEntry {
+        /// Bit n: port n is a member.
+        std::uint32_t ports = 0;
+        bool sourceCheck = false;
+        bool mirror = false;
+        bool learnDisabled = false;
+    };
+
+    /// A valid entry of the MAC table.
+    struct MacEntry {
+        /// First byte on the wire highest. In a multicast entry the three high bytes are a port mask.
+        std::uint64_t mac = 0;
+        unsigned vid = 0;
+        /// Number of the destination mask.
+        unsigned destination = 0;
+        bool locked = false;
+        bool aged = false;
+        bool ignoreVlan = false;
+        bool forwardKill = false;
+        bool cpuCopy = false;
+
+        /// Whether the chip takes it for a forwarded IP multicast group.
+        bool isMulticast() const { return locked && aged; }
+        /// Of a multicast entry: the ports of the group.
+        std::uint32_t getPorts() const { return static_cast<std::uint32_t>(mac >> 24); }
+        /// Of a multicast entry: the low three bytes of the group's address.
+        std::uint32_t getGroup() const { return static_cast<std::uint32_t>(mac & 0xFFFFFF); }
+    };
+
+    /// Row and bucket.
+    using MacPlace = std::pair<unsigned, unsigned>;
+
+    /// What MAC_CFG makes of a port.
+    struct PortMac {
+        bool receives = false;
+        bool sends = false;
+        /// 10, 100 or 1000; 0 while the clock is another one.
+        unsigned megabits = 0;
+        bool fullDuplex = false;
+    };
+
+    /// \name Ports
+    /// @{
+
+    /// Sets one of the counters of a port, as if that much had been counted.
+    /// \param counter its register, firstCounter to lastCounter.
+    virtual void setCounter(unsigned port, unsigned counter, std::uint32_t value) = 0;
+    virtual std::uint32_t getCounter(unsigned port, unsigned counter) const = 0;
+
+    virtual PortMac getPortMac(unsigned port) const = 0;
+
+    /// Frames of the port are waiting in the arbiter until it discards them, which it cannot finish
+    /// while the port still receives.
+    virtual void queueFrames(unsigned port) = 0;
+    /// @}
+
+    /// \name PHYs: all on MII controller 1, each at its port's number
+    /// @{
+
+    /// Whether the PHY answers. All do at first; one that is unplugged keeps its registers.
+    virtual void plugPhy(unsigned phy) = 0;
+    virtual void unplugPhy(unsigned phy) = 0;
+
+    /// The registers, 0 to 31; poke and peek without the unit's name.
+    virtual void setPhyRegister(unsigned phy, unsigned address, std::uint16_t value) = 0;
+    virtual std::uint16_t getPhyRegister(unsigned phy, unsigned address) const = 0;
+    /// @}
+
+    /// \name Tables
+    /// @{
+    virtual VlanEntry getVlanEntry(unsigned vid) const = 0;
+    /// The entries that are not as the clear command leaves them, by VID.
+    virtual std::map<unsigned, VlanEntry> getVlans() const = 0;
+    /// Puts an entry there as if it had been written.
+    virtual void setVlanEntry(unsigned vid, VlanEntry const& entry) = 0;
+
+    /// Nothing when the bucket is empty.
+    virtual std::optional<MacEntry> getMacEntry(unsigned row, unsigned bucket) const = 0;
+    virtual std::map<MacPlace, MacEntry> getMacTable() const = 0;
+    virtual void setMacEntry(unsigned row, unsigned bucket, MacEntry const& entry) = 0;
+    virtual void removeMacEntry(unsigned row, unsigned bucket) = 0;
+
+    /// Row of an address, first byte on the wire highest, in a VLAN.
+    virtual unsigned getRow(std::uint64_t mac, unsigned vid) const = 0;
+
+    /// As if a frame from that address had come from that port.
+    /// \return false when the row has no bucket to spare.
+    virtual bool learn(std::uint64_t mac, unsigned vid, unsigned port) = 0;
+
+    /// Ports of the multicast entry that frames to that address in that VLAN meet; nothing when there
+    /// is none.
+    virtual std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const = 0;
+
+    /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got.
+    /// Whether ports are up, drop tags or fill in VIDs is not looked at.
+    /// \param destination and `source`: addresses, first byte on the wire highest.
+    virtual std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
+                                         unsigned vid) const = 0;
+    /// @}
+
+    /// \name Faults
+    /// @{
+
+    /// The nth 32-bit access over the bus from now on (1 = the next, 0 = none) fails: the accessor
+    /// returns false and nothing happens. Unlike failAccess(), polls of the ready bit count.
+    virtual void failBusAccess(unsigned nth) = 0;
+
+    /// The chip leaves its socket, or comes back: reads then give all ones, writes go nowhere.
+    virtual void unplug() = 0;
+    virtual void plug() = 0;
+
+    /// The next indirect reads never get ready, as many as `count`; those after them do.
+    virtual void loseReads(unsigned count) = 0;
+
+    /// Every command that is started from now on takes that long, whatever the options say: the ready
+    /// bit comes late, a table or MII controller shows busy, the arbiter has frames left.
+    virtual void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) = 0;
+
+    /// The unit is busy for ever.
+    /// \param nthCommand from which command on, 1 = the next one; 0 = from now on, command or not.
+    virtual void hang(CommandUnit unit, unsigned nthCommand = 0) = 0;
+
+    /// Ends a hang; the unit is ready at once.
+    virtual void release(CommandUnit unit) = 0;
+
+    /// Commands that the unit has started.
+    virtual unsigned getCommands(CommandUnit unit) const = 0;
+    /// @}
+};
+
+} // namespace simulation
