@@ -23,8 +23,8 @@ TEST_F(DestructionTest, SaysThatTheThreadDoesNotRun) {
 }
 
 TEST_F(DestructionTest, WaitsForTheThreadThatRuns) {
+    log.threads = &application.getThreads();
     manage("<switches/>").start();
-    application.getThreads().endEventLoops();
     manager.reset();
     Lines expected = {"2|SwitchManager::~SwitchManager waiting for _switchManagementThread \n"};
     expected.insert(expected.end(), tearDown.begin(), tearDown.end());

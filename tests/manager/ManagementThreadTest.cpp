@@ -195,10 +195,11 @@ TEST_F(ManagementThreadTest, NotesAnAbortAndRunsOn) {
 }
 
 TEST_F(ManagementThreadTest, IsDestroyedRightAfterTheStart) {
+    log.threads = &application.getThreads();
     for (int round = 0; round < 50; ++round) {
         manage("<switches/>").phyInterfacesHaveNowBeenSetup();
         manager->start();
-        finish();
+        manager.reset();
         EXPECT_THAT(takeLines("2"),
                     Contains("2|SwitchManager::~SwitchManager waiting for _switchManagementThread \n"));
     }

@@ -34,6 +34,21 @@ public:
     void processEvent(Event const*) override {}
 };
 
+/// Ends all event loops when a manager that is destroyed says that it waits for its thread.
+class LoopEndingLog : public test_support::RecordingLog {
+public:
+    void write(reference_host::LogMessage const& message) override {
+        RecordingLog::write(message);
+        if (threads != nullptr &&
+            message.text == "SwitchManager::~SwitchManager waiting for _switchManagementThread \n") {
+            threads->endEventLoops();
+        }
+    }
+
+    /// Whose loops; null: those of nobody.
+    Threads* threads = nullptr;
+};
+
 /// A manager without hardware, driven step by step on the test's own thread.
 class ManagerTest : public testing::Test {
 protected:
@@ -51,7 +66,7 @@ protected:
     /// The messages of one operation or level.
     test_support::Lines takeLines(std::string const& origin) { return log.take(origin); }
 
-    test_support::RecordingLog log;
+    LoopEndingLog log;
     test_support::NullMemory memory;
     reference_host::HostApplication application{log, memory};
     std::unique_ptr<test_support::TestDocument> document;
