@@ -11,8 +11,8 @@ using test_support::Accesses;
 using test_support::gets;
 using test_support::Lines;
 using test_support::MacBench;
-using test_support::WordScript;
 using test_support::sets;
+using test_support::WordScript;
 
 namespace {
 
