@@ -1,5 +1,7 @@
 // VLAN tagging and membership, port-based routes and multicast groups of VitessePort.
 
+#include <algorithm>
+
 #include "host/Application.hpp"
 #include "vitesse/PortMacRegisters.hpp"
 #include "vitesse/VitessePort.hpp"
@@ -172,5 +174,12 @@ bool VitessePort::removePortFromMulticastGroup(std::string ipAddress, unsigned s
     if (!isOnChip() || !getSwitch().readMulticastGroup(ipAddress, vid, ports)) {
         return false;
     }
-    return ports.erase(getId()) == 0 || getSwitch().writeMulticastGroup(ipAddress, vid, ports);
+    auto const own = std::find_if(ports.begin(), ports.end(), [this](auto const& member) {
+        return member.second != nullptr && member.second->getId() == getId();
+    });
+    if (own == ports.end()) {
+        return true;
+    }
+    ports.erase(own);
+    return getSwitch().writeMulticastGroup(ipAddress, vid, ports);
 }

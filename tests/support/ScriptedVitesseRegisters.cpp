@@ -14,8 +14,7 @@ ScriptedVitesseRegisters::ScriptedVitesseRegisters(Application& application)
     : VitesseManagementCommunications(application, false) {}
 
 bool ScriptedVitesseRegisters::readRegister(Bsa const& location, unsigned int& value) {
-    Access const* const access =
-        _table.take(reads(location.block, location.subBlock, location.address, 0));
+    Access const* const access = _table.take(reads(location.block, location.subBlock, location.address, 0));
     if (access == nullptr || access->fails) {
         return false;
     }
