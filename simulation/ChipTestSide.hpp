@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "simulation/RegisterTable.hpp"
+
 namespace simulation {
 
 /// The side of a chip model that has no pins: what a test may look at and disturb. Nothing done
@@ -17,6 +19,9 @@ public:
 
     /// Names of all units with registers.
     virtual std::vector<std::string> getUnits() const = 0;
+
+    /// What is known of a unit's registers: names, fields, reset values. Lives as long as the chip.
+    virtual RegisterTable const& getRegisters(std::string const& unit) const = 0;
 
     /// What a read over the bus would return now.
     virtual std::uint32_t peek(std::string const& unit, unsigned address) const = 0;

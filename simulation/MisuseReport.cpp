@@ -55,6 +55,8 @@ char const* MisuseReport::name(Kind kind) {
         return "data not ready";
     case Kind::absentBlock:
         return "absent block";
+    case Kind::malformedCommand:
+        return "malformed command";
     }
     return "";
 }

@@ -30,6 +30,8 @@ public:
         dataNotReady,
         /// An access to a part that the chip does not have. It reads the same always.
         absentBlock,
+        /// A line to the serial controller that is no command of its. It got no answer.
+        malformedCommand,
     };
 
     struct Entry {

@@ -93,6 +93,10 @@ std::string const& RegisterFile::getUnit() const {
     return _identity->unit;
 }
 
+RegisterTable const& RegisterFile::getTable() const {
+    return _identity->registers;
+}
+
 std::uint32_t RegisterFile::withStuckBits(unsigned address, std::uint32_t value) const {
     auto const found = _stuckBits.find(address);
     return found == _stuckBits.end() ? value : (value | found->second.ones) & ~found->second.zeros;

@@ -42,6 +42,7 @@ public:
     std::uint32_t peek(unsigned address) const;
     void stick(unsigned address, std::uint32_t ones, std::uint32_t zeros);
     std::string const& getUnit() const;
+    RegisterTable const& getTable() const;
     /// @}
 
 private:

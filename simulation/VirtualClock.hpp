@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace simulation {
@@ -23,6 +24,11 @@ public:
     VirtualClock& operator=(VirtualClock const&) = delete;
 
     void advanceNanoseconds(std::uint64_t nanoseconds);
+
+    /// Has `alarm` called, once, by the thread that first moves the clock to `nanoseconds` or past it,
+    /// which goes on when the alarm returns. Alarms of the same time are called in the order of their
+    /// setting. Those left over go with the clock.
+    void callAt(std::uint64_t nanoseconds, std::function<void()> alarm);
 
     /// Nanoseconds since construction; also what CLOCK_MONOTONIC shows.
     std::uint64_t getNanoseconds() const;

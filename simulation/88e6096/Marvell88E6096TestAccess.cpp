@@ -35,6 +35,11 @@ std::vector<std::string> Marvell88E6096TestAccess::getUnits() const {
     return names;
 }
 
+RegisterTable const& Marvell88E6096TestAccess::getRegisters(std::string const& unit) const {
+    auto const held = lock();
+    return find(unit).getTable();
+}
+
 std::uint32_t Marvell88E6096TestAccess::peek(std::string const& unit, unsigned address) const {
     auto const held = lock();
     return find(unit).peek(address);

@@ -21,6 +21,7 @@ public:
     explicit Marvell88E6096TestAccess(Marvell88E6096& chip);
 
     std::vector<std::string> getUnits() const override;
+    RegisterTable const& getRegisters(std::string const& unit) const override;
     std::uint32_t peek(std::string const& unit, unsigned address) const override;
     void poke(std::string const& unit, unsigned address, std::uint32_t value) override;
     void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) override;

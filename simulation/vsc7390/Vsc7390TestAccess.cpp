@@ -35,6 +35,11 @@ std::vector<std::string> Vsc7390TestAccess::getUnits() const {
     return names;
 }
 
+RegisterTable const& Vsc7390TestAccess::getRegisters(std::string const& unit) const {
+    auto const held = lock();
+    return find(unit).getTable();
+}
+
 std::uint32_t Vsc7390TestAccess::peek(std::string const& unit, unsigned address) const {
     auto const held = lock();
     return find(unit).peek(address);

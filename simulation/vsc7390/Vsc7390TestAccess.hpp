@@ -22,6 +22,7 @@ public:
     explicit Vsc7390TestAccess(Vsc7390& chip);
 
     std::vector<std::string> getUnits() const override;
+    RegisterTable const& getRegisters(std::string const& unit) const override;
     std::uint32_t peek(std::string const& unit, unsigned address) const override;
     void poke(std::string const& unit, unsigned address, std::uint32_t value) override;
     void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) override;
