@@ -26,12 +26,14 @@ protected:
     ~SerialControllerLineTest() override { VirtualClock::adopt(nullptr); }
 
     /// The test waits in simulated time from now on, which does not go by before the controller has
-    /// dealt with the command that comes.
-    void simulateTimeAfterNextCommand() {
+    /// dealt with the command that comes and so many characters of its answer are there.
+    void simulateTimeAfterNextCommand(std::size_t answer = 0) {
         VirtualClock::adopt(&clock);
         unsigned const commands = controller.getCommands() + 1;
-        clock.callAt(clock.getNanoseconds() + 1,
-                     [this, commands] { EXPECT_TRUE(controller.waitForCommands(commands)); });
+        clock.callAt(clock.getNanoseconds() + 1, [this, commands, answer] {
+            EXPECT_TRUE(controller.waitForCommands(commands));
+            EXPECT_TRUE(controller.getTerminal().waitUntilReadable(answer));
+        });
     }
 
     simulation::Vsc7390TestSide& chip() { return board.getVitesse(0); }
@@ -101,7 +103,7 @@ TEST_F(SerialControllerLineTest, SilenceTimesOut) {
 
 TEST_F(SerialControllerLineTest, AShortAnswerTimesOut) {
     controller.disturb(SerialController::Disturbance::shortened, 2);
-    simulateTimeAfterNextCommand();
+    simulateTimeAfterNextCommand(6);
     unsigned short value = 5;
     EXPECT_FALSE(communications.phyReadRegister(MiiController::controller1, 3, 2, value));
     EXPECT_EQ(value, 5);
