@@ -14,4 +14,16 @@ std::string exitStatusHelp() {
            "  7  the trace could not be written\n";
 }
 
+std::string registerExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  done; of diff: the dumps are equal\n"
+           "  1  of diff: the dumps differ\n"
+           "  2  the command line, a location or a value is wrong\n"
+           "  3  a document or dump cannot be read or is not well-formed\n"
+           "  4  the chip cannot be reached (/dev/mem, the serial line)\n"
+           "  5  the simulated board did not come up\n"
+           "  8  a register could not be read or written\n"
+           "  9  nothing was written, as --yes was missing\n";
+}
+
 } // namespace switchctl

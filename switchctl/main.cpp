@@ -4,6 +4,8 @@
 
 #include "switchctl/BringUpCommand.hpp"
 #include "switchctl/ExitStatus.hpp"
+#include "switchctl/SimulateControllerCommand.hpp"
+#include "switchctl/registers/RegisterCommand.hpp"
 
 using switchctl::ExitStatus;
 
@@ -14,10 +16,18 @@ ExitStatus runProgram(int argc, char** argv) {
     program.require_subcommand(1);
     program.footer(switchctl::exitStatusHelp());
     switchctl::BringUpCommand const bringUp(program);
+    switchctl::RegisterCommand const registers(program);
+    switchctl::SimulateControllerCommand const controller(program);
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
         return program.exit(error) == 0 ? ExitStatus::success : ExitStatus::usage;
+    }
+    if (registers.isChosen()) {
+        return registers.run(std::cout, std::cerr);
+    }
+    if (controller.isChosen()) {
+        return controller.run(std::cout, std::cerr);
     }
     return bringUp.run(std::cout, std::cerr);
 }

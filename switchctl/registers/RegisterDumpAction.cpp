@@ -1,0 +1,56 @@
+#include "switchctl/registers/RegisterDumpAction.hpp"
+
+#include <utility>
+
+#include "switchctl/registers/CommandError.hpp"
+#include "switchctl/registers/DumpSelection.hpp"
+#include "switchctl/registers/RegisterSession.hpp"
+
+namespace switchctl {
+
+RegisterDumpAction::RegisterDumpAction(CLI::App& command, std::string memoryDevice)
+    : RegisterAction(command, "dump", "Print all registers of a chip that can be read without harm"),
+      _memoryDevice(std::move(memoryDevice)) {
+    getApp().footer(DumpSelection::explain() + "\n" + registerExitStatusHelp());
+    _transport.addTo(getApp(),
+                     [this](CLI::App& transport) { transport.add_flag("--json", _json, "Print JSON"); });
+}
+
+ExitStatus RegisterDumpAction::run(std::ostream& out, std::ostream& errors) const {
+    RegisterDump dump;
+    dump.catalogue = std::make_shared<ChipCatalogue const>(_transport.getModel());
+    bool isComplete = false;
+    {
+        RegisterSession session(_transport, _memoryDevice, errors);
+        isComplete = readAll(session.getTransport(), dump, errors);
+    }
+    if (_json) {
+        dump.printJson(out, _transport.getText());
+    } else {
+        dump.print(out, _transport.getText());
+    }
+    return isComplete ? ExitStatus::success : ExitStatus::registerFailed;
+}
+
+bool RegisterDumpAction::readAll(RegisterTransport& transport, RegisterDump& dump,
+                                 std::ostream& errors) const {
+    std::string failedUnit;
+    for (RegisterLocation const& location : dump.catalogue->getAll()) {
+        if (!DumpSelection::contains(location, _transport.isPhysOnly()) || location.unit == failedUnit) {
+            continue;
+        }
+        try {
+            dump.readings.push_back({location, transport.read(location)});
+        } catch (CommandError const& error) {
+            // A PHY may be missing; a chip that does not answer will not do so for the next register.
+            if (location.address.space != RegisterAddress::Space::phy) {
+                throw;
+            }
+            errors << "switchctl: " << error.what() << '\n';
+            failedUnit = location.unit;
+        }
+    }
+    return failedUnit.empty();
+}
+
+} // namespace switchctl

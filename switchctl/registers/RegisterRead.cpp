@@ -1,0 +1,36 @@
+#include "switchctl/registers/RegisterRead.hpp"
+
+#include <utility>
+
+#include "switchctl/registers/RegisterSession.hpp"
+
+namespace switchctl {
+
+RegisterRead::RegisterRead(CLI::App& command, std::string memoryDevice)
+    : RegisterAction(command, "read", "Read registers, one after the other"),
+      _memoryDevice(std::move(memoryDevice)) {
+    _transport.addTo(getApp(), [this](CLI::App& transport) {
+        transport.add_option("LOCATION", _locations, "Registers, UNIT/REGISTER")->required();
+        transport.add_flag("--json", _json, "Print JSON");
+    });
+}
+
+ExitStatus RegisterRead::run(std::ostream& out, std::ostream& errors) const {
+    ChipCatalogue const catalogue(_transport.getModel());
+    std::vector<RegisterReading> readings;
+    {
+        auto const locations = find(catalogue, _locations, _transport.isPhysOnly());
+        RegisterSession session(_transport, _memoryDevice, errors);
+        for (RegisterLocation const& location : locations) {
+            readings.push_back({location, session.getTransport().read(location)});
+        }
+    }
+    if (_json) {
+        out << toJson(readings).dump(2) << '\n';
+    } else {
+        print(out, readings);
+    }
+    return ExitStatus::success;
+}
+
+} // namespace switchctl

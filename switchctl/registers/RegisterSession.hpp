@@ -1,0 +1,66 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "host/Xml.hpp"
+#include "reference_host/HostApplication.hpp"
+#include "reference_host/PhysicalMemory.hpp"
+#include "simulation/SerialController.hpp"
+#include "simulation/SimulatedBoard.hpp"
+#include "switchctl/BoardSession.hpp"
+#include "switchctl/ClockAdoption.hpp"
+#include "switchctl/registers/AccessErrors.hpp"
+#include "switchctl/registers/OutputDiversion.hpp"
+#include "switchctl/registers/RealTime.hpp"
+#include "switchctl/registers/RegisterTransport.hpp"
+#include "switchctl/registers/TransportOptions.hpp"
+
+namespace switchctl {
+
+/// A chip within reach: the hardware, or a simulated board, with the transport that was asked for.
+///
+/// While it exists, what the library prints goes to `errors`. Belongs to the thread that constructs it.
+class RegisterSession {
+public:
+    /// Throws CommandError when the chip is out of reach.
+    /// \param options and `errors` must outlive the session.
+    /// \param memoryDevice where hardware is reached when it is real.
+    RegisterSession(TransportOptions const& options, std::string const& memoryDevice, std::ostream& errors);
+
+    /// Shows the traffic of a simulated serial line when that was asked for.
+    ~RegisterSession();
+    RegisterSession(RegisterSession const&) = delete;
+    RegisterSession& operator=(RegisterSession const&) = delete;
+
+    RegisterTransport& getTransport();
+
+private:
+    void simulate();
+    void bringUp();
+    void requireHardware() const;
+    void connect();
+    std::unique_ptr<RegisterTransport> makeTransport();
+    void showTraffic() const;
+
+    TransportOptions const& _options;
+    std::string _memoryDevice;
+    std::ostream& _errors;
+    OutputDiversion _diversion;
+
+    // From the board up; destroyed from the transport down.
+    std::unique_ptr<Xml> _document;
+    std::unique_ptr<BoardSession> _session;
+    std::unique_ptr<simulation::SimulatedBoard> _ownBoard;
+    simulation::SimulatedBoard* _board = nullptr;
+    std::unique_ptr<ClockAdoption> _clock;
+    std::unique_ptr<RealTime> _realTime;
+    std::unique_ptr<simulation::SerialController> _controller;
+    std::unique_ptr<reference_host::PhysicalMemory> _memory;
+    AccessErrors _accessErrors;
+    std::unique_ptr<reference_host::HostApplication> _application;
+    std::unique_ptr<RegisterTransport> _transport;
+};
+
+} // namespace switchctl

@@ -1,0 +1,82 @@
+#include "switchctl/registers/RegisterWrite.hpp"
+
+#include <utility>
+
+#include "switchctl/registers/CommandError.hpp"
+#include "switchctl/registers/RegisterSession.hpp"
+
+namespace switchctl {
+
+RegisterWrite::RegisterWrite(CLI::App& command, std::string memoryDevice)
+    : RegisterAction(command, "write", "Write registers, one after the other"),
+      _memoryDevice(std::move(memoryDevice)) {
+    _transport.addTo(getApp(), [this](CLI::App& transport) {
+        transport
+            .add_option("ASSIGNMENT", _assignments,
+                        "LOCATION=VALUE, or LOCATION:FIELD=VALUE[,FIELD=VALUE]... to read the register and "
+                        "change fields of it")
+            ->required();
+        transport.add_option("--then-read", _thenRead, "Registers to read afterwards; all that follow")
+            ->type_name("LOCATION...");
+        transport.add_flag("--yes", _yes, "Do write; without it, only tell what would be written");
+        transport.add_flag("--json", _json, "Print JSON");
+    });
+}
+
+ExitStatus RegisterWrite::run(std::ostream& out, std::ostream& errors) const {
+    ChipCatalogue const catalogue(_transport.getModel());
+    std::vector<RegisterAssignment> assignments;
+    for (std::string const& text : _assignments) {
+        assignments.push_back(RegisterAssignment::parse(catalogue, text, _transport.isPhysOnly()));
+    }
+    auto const locations = find(catalogue, _thenRead, _transport.isPhysOnly());
+    requireConsent(assignments);
+    std::vector<RegisterReading> written;
+    std::vector<RegisterReading> read;
+    {
+        RegisterSession session(_transport, _memoryDevice, errors);
+        for (RegisterAssignment const& assignment : assignments) {
+            written.push_back(write(session.getTransport(), assignment));
+        }
+        for (RegisterLocation const& location : locations) {
+            read.push_back({location, session.getTransport().read(location)});
+        }
+    }
+    print(out, written, read);
+    return ExitStatus::success;
+}
+
+void RegisterWrite::requireConsent(std::vector<RegisterAssignment> const& assignments) const {
+    if (_yes) {
+        return;
+    }
+    std::string text = "nothing was written, since --yes is missing; it would have been";
+    for (RegisterAssignment const& assignment : assignments) {
+        text += "\n  " + assignment.getText();
+    }
+    throw CommandError(ExitStatus::notConfirmed, text);
+}
+
+RegisterReading RegisterWrite::write(RegisterTransport& transport, RegisterAssignment const& assignment) {
+    RegisterLocation const& location = assignment.getLocation();
+    std::uint32_t const before = assignment.isPartial() ? transport.read(location) : 0;
+    std::uint32_t const value = assignment.apply(before);
+    transport.write(location, value);
+    return {location, value};
+}
+
+void RegisterWrite::print(std::ostream& out, std::vector<RegisterReading> const& written,
+                          std::vector<RegisterReading> const& read) const {
+    if (_json) {
+        nlohmann::ordered_json const result = {{"written", toJson(written)}, {"read", toJson(read)}};
+        out << result.dump(2) << '\n';
+        return;
+    }
+    for (RegisterReading const& reading : written) {
+        out << "wrote " << reading.location.getText() << " (" << reading.location.address.getText()
+            << ") = " << reading.getValueText() << '\n';
+    }
+    RegisterAction::print(out, read);
+}
+
+} // namespace switchctl
