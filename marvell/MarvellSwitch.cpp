@@ -7,6 +7,7 @@
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
 #include "marvell/MarvellPort.hpp"
 #include "marvell/PortRegisters.hpp"
+#include "model/SwitchDocument.hpp"
 
 namespace {
 
@@ -75,12 +76,13 @@ MarvellSwitch::~MarvellSwitch() = default;
 void MarvellSwitch::createPorts(SwitchDocument const& configuration) {
     XmlNodes const nodes = configuration.ports();
     getApplication()->log(2, "%s:(%d): %d ports to configure\n", constructorName, getId(), nodes.count());
-    for (xmlNodePtr const node : nodes) {
-        createPort(SwitchDocument::PortElement(node));
+    for (_xmlNode* const node : nodes) {
+        createPort(node);
     }
 }
 
-void MarvellSwitch::createPort(SwitchDocument::PortElement const& element) {
+void MarvellSwitch::createPort(_xmlNode* node) {
+    SwitchDocument::PortElement const element(node);
     if (!element.hasId) {
         getApplication()->logError("%s:(%d): Port id is not a valid integer value", constructorName, getId());
     }

@@ -9,7 +9,9 @@
 #include "marvell/MarvellManagementCommunications.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
-#include "model/SwitchDocument.hpp"
+
+class SwitchDocument;
+struct _xmlNode;
 
 /// A Marvell 88E6096: detection, set-up, address ageing, and the VLAN and spanning-tree tables.
 ///
@@ -120,7 +122,7 @@ public:
 
 private:
     void createPorts(SwitchDocument const& configuration);
-    void createPort(SwitchDocument::PortElement const& element);
+    void createPort(_xmlNode* node);
     void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);

@@ -5,10 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <iostream>
 #include <utility>
 #include <vector>
 
@@ -30,8 +30,14 @@ void makeRaw(termios& options) {
     options.c_cc[VTIME] = 0;
 }
 
+/// Prints a line. A stream object for that would cost the library a static constructor.
+void say(char const* text, char const* detail = "") {
+    std::printf("%s%s\n", text, detail);
+    std::fflush(stdout);
+}
+
 bool fail(char const* message) {
-    std::cout << message << std::endl;
+    say(message);
     return false;
 }
 
@@ -55,7 +61,7 @@ bool SerialPort::Open(std::string const& deviceName) {
 
 bool SerialPort::Open() {
     if (_descriptor != 0) {
-        std::cout << "SerialPort::Open() Port was already open - now closing port!" << std::endl;
+        say("SerialPort::Open() Port was already open - now closing port!");
         Close();
     }
     _descriptor = static_cast<short>(::open(_deviceName.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
@@ -67,14 +73,14 @@ void SerialPort::Close() {
         return;
     }
     if (::close(_descriptor) != 0) {
-        std::cout << "SerialPort::Close() Failed " << std::strerror(errno) << std::endl;
+        say("SerialPort::Close() Failed ", std::strerror(errno));
     }
     _descriptor = 0;
 }
 
 bool SerialPort::setBaud(BaudRate baudRate) {
     _baudRate = baudRate;
-    std::cout << "SerialPort::SetBaud(): Setting baud rate for " << _deviceName << std::endl;
+    say("SerialPort::SetBaud(): Setting baud rate for ", _deviceName.c_str());
     termios options{};
     if (tcgetattr(_descriptor, &options) != 0) {
         return fail("SerialPort::SetBaud(): Failed to get serial port options");

@@ -5,6 +5,7 @@
 
 #include "host/Application.hpp"
 #include "model/ElapsedTime.hpp"
+#include "model/SwitchDocument.hpp"
 #include "vitesse/AnalyserRegisters.hpp"
 #include "vitesse/SystemRegisters.hpp"
 #include "vitesse/VitesseParallelCommunication.hpp"
@@ -68,12 +69,13 @@ void VitesseSwitch::createPorts(SwitchDocument const& configuration) {
     XmlNodes const nodes = configuration.portsOfAllSwitches();
     getApplication()->log(2, "ManagedSwitch::ManagedSwitch(%d): %d ports to configure\n", getId(),
                           nodes.count());
-    for (xmlNodePtr const node : nodes) {
-        createPort(SwitchDocument::PortElement(node));
+    for (_xmlNode* const node : nodes) {
+        createPort(node);
     }
 }
 
-void VitesseSwitch::createPort(SwitchDocument::PortElement const& element) {
+void VitesseSwitch::createPort(_xmlNode* node) {
+    SwitchDocument::PortElement const element(node);
     if (!element.hasId) {
         getApplication()->logError(
             "ManagedSwitch::ManagedSwitch(%d): Port id is not a valid integer value %s\n", getId(),

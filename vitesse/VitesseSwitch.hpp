@@ -6,8 +6,10 @@
 #include <string>
 
 #include "model/ManagedSwitch.hpp"
-#include "model/SwitchDocument.hpp"
 #include "vitesse/VitesseManagementCommunications.hpp"
+
+class SwitchDocument;
+struct _xmlNode;
 
 /// A Vitesse VSC7390: detection, set-up, and the VLAN, MAC, multicast and aggregation tables.
 ///
@@ -116,7 +118,7 @@ public:
 
 private:
     void createPorts(SwitchDocument const& configuration);
-    void createPort(SwitchDocument::PortElement const& element);
+    void createPort(_xmlNode* node);
     void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);
