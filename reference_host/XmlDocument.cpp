@@ -16,6 +16,7 @@
 
 #include "reference_host/FileDescriptor.hpp"
 #include "reference_host/XmlErrorLog.hpp"
+#include "reference_host/XmlIndex.hpp"
 #include "reference_host/XmlSilence.hpp"
 
 namespace reference_host {
@@ -83,6 +84,8 @@ bool haveSameNodes(xmlNodeSet const& a, xmlNodeSet const& b) {
 } // namespace
 
 struct XmlDocument::Implementation {
+    XPathObject select(std::string const& xpath);
+    XPathObject lookUp(std::string const& xpath);
     XPathObject evaluate(std::string const& xpath) const;
 
     std::string name;
@@ -92,7 +95,38 @@ struct XmlDocument::Implementation {
     /// What each query has given so far. More than one set for a query only if a tool has changed
     /// the tree in between.
     std::map<std::string, std::vector<XPathObject>> results;
+    /// Made for the first query, unless somebody had the tree in hand before and may change it.
+    std::unique_ptr<XmlIndex> index;
+    bool isTreeOutOfHand = false;
 };
+
+XPathObject XmlDocument::Implementation::select(std::string const& xpath) {
+    XPathObject result = lookUp(xpath);
+    return result ? std::move(result) : evaluate(xpath);
+}
+
+XPathObject XmlDocument::Implementation::lookUp(std::string const& xpath) {
+    if (isTreeOutOfHand) {
+        return nullptr;
+    }
+    if (!index) {
+        index = std::make_unique<XmlIndex>(document.get());
+    }
+    auto const nodes = index->find(xpath);
+    if (!nodes) {
+        return nullptr;
+    }
+    XPathObject object(xmlXPathNewNodeSet(nullptr));
+    if (!object || object->nodesetval == nullptr) {
+        throw std::bad_alloc();
+    }
+    for (xmlNodePtr const node : *nodes) {
+        if (xmlXPathNodeSetAddUnique(object->nodesetval, node) != 0) {
+            throw std::bad_alloc();
+        }
+    }
+    return object;
+}
 
 /// The node set that the expression selects; null when it is malformed or gives something else.
 XPathObject XmlDocument::Implementation::evaluate(std::string const& xpath) const {
@@ -133,7 +167,7 @@ std::unique_ptr<XmlDocument> XmlDocument::fromText(std::string const& text, std:
 
 xmlNodeSetPtr XmlDocument::find(std::string const& xpath) {
     std::lock_guard<std::mutex> const lock(_implementation->mutex);
-    XPathObject result = _implementation->evaluate(xpath);
+    XPathObject result = _implementation->select(xpath);
     if (!result) {
         return nullptr;
     }
@@ -148,6 +182,8 @@ xmlNodeSetPtr XmlDocument::find(std::string const& xpath) {
 }
 
 xmlDocPtr XmlDocument::getDocument() const {
+    std::lock_guard<std::mutex> const lock(_implementation->mutex);
+    _implementation->isTreeOutOfHand = true;
     return _implementation->document.get();
 }
 

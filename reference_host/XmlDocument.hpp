@@ -29,7 +29,8 @@ public:
 
     xmlNodeSetPtr find(std::string const& xpath) override;
 
-    /// The tree itself, for tools.
+    /// The tree itself, for tools. As it may be changed from then on, find() walks all of it for every
+    /// later query.
     xmlDocPtr getDocument() const;
 
     /// The file name or the name given to fromText.
