@@ -84,7 +84,9 @@ void DumpReader::readJson(std::string const& text) {
         for (nlohmann::json const& entry : document.at("registers")) {
             ++number;
             std::string const where = _name + ": register " + std::to_string(number);
-            auto const value = entry.at("value").get<std::int64_t>();
+            nlohmann::json const& number32 = entry.at("value");
+            // Asked for as an integer, a number with a fraction or an exponent becomes any integer.
+            auto const value = number32.is_number_integer() ? number32.get<std::int64_t>() : -1;
             if (value < 0 || value > std::numeric_limits<std::uint32_t>::max()) {
                 refuse(where, "the value does not fit");
             }
@@ -102,6 +104,9 @@ nlohmann::json DumpReader::parseJson(std::string const& text) {
         return nlohmann::json::parse(text);
     } catch (nlohmann::json::parse_error const& error) {
         refuse(_name + ":" + std::to_string(lineOf(text, error.byte)), "not well-formed JSON");
+    } catch (nlohmann::json::exception const&) {
+        // A number beyond all bounds is well-formed, and has no place of its own in the report.
+        refuse(_name, "not a dump of registers");
     }
 }
 

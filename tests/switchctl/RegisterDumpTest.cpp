@@ -198,6 +198,17 @@ TEST_F(RegisterDumpTest, BadJsonIsRefusedWithItsPlace) {
     }
 }
 
+// Found by fuzzing: the first ended the program, the second had a value that depended on the machine.
+TEST_F(RegisterDumpTest, NumbersThatAreNoneAreRefused) {
+    EXPECT_EQ(refusalOf(R"({"chip": 88e6096, "registers": []})"), ": not a dump of registers\n");
+    EXPECT_EQ(refusalOf(R"({"chip": "88e6096", "registers": [{"unit": "port 3", "register": "PortControl",)"
+                        R"( "value": 1e30}]})"),
+              ": register 1: the value does not fit\n");
+    EXPECT_EQ(refusalOf(R"({"chip": "88e6096", "registers": [{"unit": "port 3", "register": "PortControl",)"
+                        R"( "value": 1.0}]})"),
+              ": register 1: the value does not fit\n");
+}
+
 TEST_F(RegisterDumpTest, UnreadableFilesAreRefused) {
     TemporaryFile const good("chip 88e6096\n");
     EXPECT_EQ(run({"diff", good.path(), "/nonexistent/dump"}), ExitStatus::badDocument);
