@@ -2,6 +2,7 @@
 
 set(SWITCHMANAGER_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize= (address,undefined or thread)")
 option(SWITCHMANAGER_COVERAGE "Count executed lines and branches" OFF)
+option(SWITCHMANAGER_FUZZ "Build what libFuzzer runs (clang only)" OFF)
 option(SWITCHMANAGER_WARNINGS_AS_ERRORS "Stop at the first compiler warning" OFF)
 
 add_library(build_options INTERFACE)
@@ -19,6 +20,9 @@ if(SWITCHMANAGER_SANITIZE)
     target_compile_options(build_options INTERFACE
         -fsanitize=${SWITCHMANAGER_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(build_options INTERFACE -fsanitize=${SWITCHMANAGER_SANITIZE})
+endif()
+if(SWITCHMANAGER_FUZZ)
+    target_compile_options(build_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(SWITCHMANAGER_COVERAGE)
     target_compile_options(build_options INTERFACE --coverage -fprofile-update=atomic)
