@@ -52,6 +52,7 @@ file(RELATIVE_PATH libraries_from_programs
 set_target_properties(switchctl PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
 set_target_properties(referencehost PROPERTIES INSTALL_RPATH $ORIGIN)
 install(TARGETS switchctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES switchctl/check/board.rng DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager)
 install(FILES docs/switchctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager/examples
     FILES_MATCHING PATTERN *.xml PATTERN *.cpp)

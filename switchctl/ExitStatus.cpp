@@ -26,4 +26,40 @@ std::string registerExitStatusHelp() {
            "  9  nothing was written, as --yes was missing\n";
 }
 
+std::string planExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  done; of two documents: their plans are equal\n"
+           "  1  the plans of two documents differ\n"
+           "  2  the command line is wrong\n"
+           "  3  a document cannot be read or is not well-formed\n"
+           "  5  a bring-up on models fails, or not every switch would come up\n";
+}
+
+std::string auditExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  all chips are as the document determines\n"
+           "  1  at least one register or table entry deviates\n"
+           "  2  the command line, a location or a value is wrong\n"
+           "  3  a document cannot be read or is not well-formed\n"
+           "  4  the hardware cannot be reached (/dev/mem)\n"
+           "  5  a bring-up on models fails, or not every switch would come up\n"
+           "  8  a chip could not be read completely\n";
+}
+
+std::string replayExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  the models did what the trace says\n"
+           "  1  they did something else\n"
+           "  2  the command line is wrong\n"
+           "  3  the trace cannot be read or is not well-formed\n";
+}
+
+std::string checkExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  nothing was found, or notes only\n"
+           "  2  the command line is wrong\n"
+           "  3  errors were found, or the document cannot be read or is not well-formed\n"
+           " 10  warnings were found, and no errors\n";
+}
+
 } // namespace switchctl

@@ -9,6 +9,9 @@ enum class ExitStatus : int {
     success = 0,
     switchMissing = 1,
     registersDiffer = 1,
+    plansDiffer = 1,
+    chipsDeviate = 1,
+    traceDiverges = 1,
     usage = 2,
     badDocument = 3,
     noHardware = 4,
@@ -17,6 +20,7 @@ enum class ExitStatus : int {
     noTrace = 7,
     registerFailed = 8,
     notConfirmed = 9,
+    documentWarnings = 10,
 };
 
 /// The list of the statuses of bringing a board up, for people.
@@ -24,5 +28,13 @@ std::string exitStatusHelp();
 
 /// As exitStatusHelp(), of the commands for registers.
 std::string registerExitStatusHelp();
+
+/// As exitStatusHelp(), of the plan of a bring-up, of the audit of a board and of a trace's replay.
+std::string planExitStatusHelp();
+std::string auditExitStatusHelp();
+std::string replayExitStatusHelp();
+
+/// As exitStatusHelp(), of the check of a document.
+std::string checkExitStatusHelp();
 
 } // namespace switchctl

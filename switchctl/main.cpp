@@ -5,6 +5,7 @@
 #include "switchctl/BringUpCommand.hpp"
 #include "switchctl/ExitStatus.hpp"
 #include "switchctl/SimulateControllerCommand.hpp"
+#include "switchctl/check/CheckCommand.hpp"
 #include "switchctl/registers/RegisterCommand.hpp"
 
 using switchctl::ExitStatus;
@@ -17,11 +18,15 @@ ExitStatus runProgram(int argc, char** argv) {
     program.footer(switchctl::exitStatusHelp());
     switchctl::BringUpCommand const bringUp(program);
     switchctl::RegisterCommand const registers(program);
+    switchctl::check::CheckCommand const check(program);
     switchctl::SimulateControllerCommand const controller(program);
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
         return program.exit(error) == 0 ? ExitStatus::success : ExitStatus::usage;
+    }
+    if (check.isChosen()) {
+        return check.run(std::cout, std::cerr);
     }
     if (registers.isChosen()) {
         return registers.run(std::cout, std::cerr);

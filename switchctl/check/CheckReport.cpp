@@ -1,0 +1,80 @@
+#include "switchctl/check/CheckReport.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <iomanip>
+#include <nlohmann/json.hpp>
+
+#include "switchctl/check/CheckTable.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int indentation = 2;
+
+/// Attributes may hold what is no UTF-8 to a strict writer.
+std::string written(Json const& json) {
+    return json.dump(indentation, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string counted(std::size_t number, std::string const& thing) {
+    return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
+}
+
+} // namespace
+
+void printFindings(std::ostream& out, std::string const& file, DocumentCheck const& check) {
+    for (Finding const& finding : check.getFindings()) {
+        out << finding.file << ':' << finding.line << ": " << severityName(finding.severity) << ": "
+            << finding.element << " [" << finding.check << "]\n"
+            << "    " << finding.effect << '\n'
+            << "    Instead: " << finding.advice << '\n';
+    }
+    out << file << ": " << counted(check.count(Severity::error), "error") << ", "
+        << counted(check.count(Severity::warning), "warning") << ", "
+        << counted(check.count(Severity::note), "note") << '\n';
+}
+
+void printFindingsAsJson(std::ostream& out, std::string const& file, DocumentCheck const& check) {
+    Json json;
+    json["file"] = file;
+    json["errors"] = check.count(Severity::error);
+    json["warnings"] = check.count(Severity::warning);
+    json["notes"] = check.count(Severity::note);
+    json["findings"] = Json::array();
+    for (Finding const& finding : check.getFindings()) {
+        json["findings"].push_back({{"check", finding.check},
+                                    {"severity", severityName(finding.severity)},
+                                    {"file", finding.file},
+                                    {"line", finding.line},
+                                    {"element", finding.element},
+                                    {"effect", finding.effect},
+                                    {"advice", finding.advice}});
+    }
+    out << written(json) << '\n';
+}
+
+void printChecks(std::ostream& out) {
+    std::size_t width = 0;
+    for (Check const& check : allChecks()) {
+        width = std::max(width, std::strlen(check.name));
+    }
+    for (Check const& check : allChecks()) {
+        out << std::left << std::setw(static_cast<int>(width)) << check.name << "  " << std::setw(7)
+            << severityName(check.severity) << "  " << check.summary << '\n';
+    }
+}
+
+void printChecksAsJson(std::ostream& out) {
+    Json json = Json::array();
+    for (Check const& check : allChecks()) {
+        json.push_back(
+            {{"check", check.name}, {"severity", severityName(check.severity)}, {"summary", check.summary}});
+    }
+    out << written(json) << '\n';
+}
+
+} // namespace switchctl::check

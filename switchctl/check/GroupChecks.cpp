@@ -1,0 +1,151 @@
+#include "switchctl/check/GroupChecks.hpp"
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
+#include "switchctl/check/GroupAddress.hpp"
+#include "switchctl/check/Wording.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+using Group = BoardReading::Group;
+using Member = BoardReading::Member;
+using Outcome = BoardReading::Outcome;
+
+template <typename Use> void forEachMember(BoardReading const& board, Outcome outcome, Use use) {
+    for (Group const& group : board.getGroups()) {
+        for (Member const& member : group.members) {
+            if (member.outcome == outcome) {
+                use(group, member);
+            }
+        }
+    }
+}
+
+std::string nameOf(Group const& group) {
+    return "group " + group.address + " of VLAN " + std::to_string(group.vlanId);
+}
+
+void notMulticast(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
+        std::string const text = content(element);
+        if (!GroupAddress::fromText(text)) {
+            report(element,
+                   "\"" + text +
+                       "\" is no IPv4 multicast address, which the library does not check: it makes a "
+                       "hardware address "
+                       "of whatever numbers it reads after the first one, and no frame meets what is meant.",
+                   "Write an address from 224.0.0.0 to 239.255.255.255 as four decimal numbers.");
+        }
+    }
+}
+
+void blanksInAddress(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
+        std::string const text = content(element);
+        if (text.find_first_of(" \t\r\n") != std::string::npos && GroupAddress::fromText(text)) {
+            report(element,
+                   "The library compares group addresses as texts, blanks and line ends included: the same "
+                   "address "
+                   "written without them is another group.",
+                   "Write the address directly between the tags.");
+        }
+    }
+}
+
+bool isPort(xmlNodePtr element) {
+    return isNamed(element, "port") &&
+           (isNamed(element->parent, "vlan") || isNamed(element->parent, "switch"));
+}
+
+void misplaced(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
+        if (!isPort(element->parent)) {
+            report(element,
+                   "The library takes the ports of a group from the elements around it, and these are not "
+                   "the port of "
+                   "a VLAN or of a switch: the group gets a port only by accident.",
+                   "Move it into the <port> of a <vlan> or of a <switch>.");
+        }
+    }
+}
+
+void memberUnknown(BoardReading const& board, Report const& report) {
+    for (Outcome const outcome : {Outcome::unknownSwitch, Outcome::unknownPort}) {
+        forEachMember(board, outcome, [&](Group const& group, Member const& member) {
+            if (!isPort(member.element->parent)) {
+                return; // group-misplaced
+            }
+            report(member.element,
+                   "The library reports an unknown " +
+                       (outcome == Outcome::unknownSwitch
+                            ? "switch " + std::to_string(member.switchId)
+                            : "port " + portAddress(member.switchId, member.portId)) +
+                       " and leaves it out of " + nameOf(group) + ".",
+                   "Write it under a port that the board has.");
+        });
+    }
+}
+
+void numberTaken(BoardReading const& board, Report const& report) {
+    forEachMember(board, Outcome::numberTaken, [&](Group const& group, Member const& member) {
+        report(member.element,
+               "A group tells its ports apart by number alone: " + nameOf(group) +
+                   " already has another switch's port " + std::to_string(member.portId) + ", and port " +
+                   portAddress(member.switchId, member.portId) + " is left out without a message.",
+               "Use ports of different numbers on all switches of a group.");
+    });
+}
+
+void twice(BoardReading const& board, Report const& report) {
+    forEachMember(board, Outcome::twice, [&](Group const& group, Member const& member) {
+        report(member.element,
+               "Port " + portAddress(member.switchId, member.portId) + " is in " + nameOf(group) +
+                   " already; the library ignores this element.",
+               "Leave one of the two out.");
+    });
+}
+
+void unsupported(BoardReading const& board, Report const& report) {
+    forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
+        if (!board.getSwitch(member.switchId)->isVitesse()) {
+            report(member.element,
+                   "The driver of the 88E6096 filters no groups and says so at level 1: frames to " +
+                       group.address + " go to all ports of their VLAN.",
+                   "Nothing to do when that is meant; otherwise give the group's receivers a VLAN of their "
+                   "own.");
+        }
+    });
+}
+
+void withoutVlan(BoardReading const& board, Report const& report) {
+    forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
+        if (board.getSwitch(member.switchId)->isVitesse() && group.vlanId == 0) {
+            report(member.element,
+                   "The group is of VLAN 0, in which a VSC7390 puts no frame: its entry does not meet the "
+                   "frames of "
+                   "VLAN 1 and others.",
+                   "Write it under the ports of a <vlan> whose id is a decimal number above 0.");
+        }
+    });
+}
+
+} // namespace
+
+std::vector<Check> groupChecks() {
+    return {
+        {"group-not-multicast", Severity::error, "a group address that is not IPv4 multicast", notMulticast},
+        {"group-blanks-in-address", Severity::warning, "a group address with blanks around it",
+         blanksInAddress},
+        {"group-misplaced", Severity::error, "a group that is not under a port", misplaced},
+        {"group-member-unknown", Severity::error, "a group under a port that is not there", memberUnknown},
+        {"group-number-taken", Severity::error, "one port number from two switches in one group",
+         numberTaken},
+        {"group-twice", Severity::warning, "a group that a port has twice", twice},
+        {"group-unsupported", Severity::note, "a group on an 88E6096", unsupported},
+        {"group-without-vlan", Severity::warning, "a group of VLAN 0 on a VSC7390", withoutVlan},
+    };
+}
+
+} // namespace switchctl::check

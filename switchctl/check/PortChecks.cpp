@@ -1,0 +1,224 @@
+#include "switchctl/check/PortChecks.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
+#include "switchctl/check/Wording.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+using Port = BoardReading::Port;
+using Switch = BoardReading::Switch;
+
+template <typename Texts> bool contains(Texts const& texts, std::string const& text) {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+/// Calls use(switch, port) for each port that is its switch's by the document, too.
+template <typename Use> void forEachOwnPort(BoardReading const& board, Use use) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (auto const& [id, port] : owner.ports) {
+            if (port.element->parent == owner.element) {
+                use(owner, port);
+            }
+        }
+    }
+}
+
+void idNotANumber(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//switch/port")) {
+        std::string const text = attribute(element, "id").value_or("");
+        std::optional<int> const number = decimalPrefix(text);
+        if (!number) {
+            report(
+                element,
+                "The library reports that the port id is not a valid integer value and makes a port of the "
+                "number -1, which the chip does not have.",
+                "Write the chip's port number in decimal digits.");
+        } else if (!isDigits(text) && *number >= 0) {
+            report(element,
+                   "The library reads port " + std::to_string(*number) + " and ignores the rest of \"" +
+                       text + "\".",
+                   "Write the chip's port number in decimal digits, without a prefix.");
+        }
+    }
+}
+
+void idDuplicate(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (xmlNodePtr const element : owner.droppedPorts) {
+            auto const number = static_cast<unsigned int>(numberOr(element, "id", -1));
+            if (element->parent == owner.ports.at(number).element->parent) {
+                report(element,
+                       "Switch " + std::to_string(switchId) +
+                           " already has a port of that number: the library "
+                           "keeps the first element and drops this one, but counts it.",
+                       "Give every port of the switch a number of its own.");
+            }
+        }
+    }
+}
+
+void beyondChip(BoardReading const& board, Report const& report) {
+    forEachOwnPort(board, [&](Switch const& owner, Port const& port) {
+        if (port.id < owner.portsOfChip() || !decimalPrefix(attribute(port.element, "id").value_or(""))) {
+            return;
+        }
+        report(port.element,
+               std::string("An ") + owner.chipName() + " has ports 0 to " +
+                   std::to_string(owner.portsOfChip() - 1) +
+                   (owner.isVitesse()
+                        ? ": the port's own settings are refused, and its bit in port masks is "
+                          "another one's or none."
+                        : ": what the library writes for the port goes to the registers of other "
+                          "units of the chip, such as Global 1, or nowhere."),
+               "Write the port that is meant, or leave the element out.");
+    });
+}
+
+void typeUnknown(BoardReading const& board, Report const& report) {
+    static constexpr std::array<char const*, 6> types{"external", "smac", "hmac",
+                                                      "cpu",      "dsp",  "switchInterlink"};
+    for (xmlNodePtr const element : board.find("//switch/port")) {
+        if (!contains(types, attribute(element, "connectedTo").value_or(""))) {
+            report(element,
+                   "The library reports an unknown port type (connectedTo is " +
+                       quotedAttribute(element, "connectedTo") +
+                       ") and leaves the port's link as the chip has it.",
+                   "Write connectedTo=\"external\", \"smac\", \"hmac\", \"cpu\", \"dsp\" or "
+                   "\"switchInterlink\".");
+        }
+    }
+}
+
+void statusUnknown(BoardReading const& board, Report const& report) {
+    static constexpr std::array<char const*, 4> states{"disabled", "listening", "learning", "forwarding"};
+    for (xmlNodePtr const element : board.find("//switch/port")) {
+        if (!contains(states, attribute(element, "portStatus").value_or(""))) {
+            report(element,
+                   "The library takes the port for disabled (portStatus is " +
+                       quotedAttribute(element, "portStatus") + ") and does not say so.",
+                   R"(Write portStatus="disabled", "listening", "learning" or "forwarding".)");
+        }
+    }
+}
+
+void statusWithoutLink(BoardReading const& board, Report const& report) {
+    forEachOwnPort(board, [&](Switch const&, Port const& port) {
+        if (port.hasLinkSettings() && (port.portStatus == "listening" || port.portStatus == "learning")) {
+            report(port.element,
+                   "For a port that is connected to " + port.connectedTo +
+                       " the library knows up and down only: \"" + port.portStatus +
+                       "\" holds the link down.",
+                   R"(Write portStatus="forwarding" or portStatus="disabled".)");
+        }
+    });
+}
+
+void statusWithoutEffect(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        std::vector<unsigned int> ports;
+        for (auto const& [id, port] : owner.ports) {
+            bool const notForwarding = port.portStatus != "forwarding";
+            if (port.element->parent == owner.element && !port.hasLinkSettings() && notForwarding) {
+                ports.push_back(id);
+            }
+        }
+        if (!ports.empty()) {
+            report(
+                owner.element,
+                "The portStatus of " + portsName(ports) +
+                    " is recorded and never written to the chip: the library sets the links of smac, hmac "
+                    "and "
+                    "switchInterlink ports only.",
+                "Have the host set the ports (ManagedSwitchPort::setPort), or keep them out of every VLAN.");
+        }
+    }
+}
+
+void beyondCount(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        std::vector<unsigned int> ports;
+        for (unsigned int id = owner.entryCount; id < owner.portsOfChip(); ++id) {
+            ports.push_back(id);
+        }
+        if (ports.empty() || owner.found.empty()) {
+            continue;
+        }
+        report(owner.element,
+               "The library counts " + std::to_string(owner.entryCount) +
+                   " ports here (port and trunk elements) and takes them for the first of the chip: " +
+                   (owner.isVitesse() ? "the source masks of " + portsName(ports) +
+                                            " are not cleared, and multicast groups forget these ports."
+                                      : "a new VLAN does not keep out " + portsName(ports) + "."),
+               "List all " + std::to_string(owner.portsOfChip()) +
+                   " ports of the chip, unused ones with portStatus=\"disabled\".");
+    }
+}
+
+std::vector<Port const*> cpuPorts(BoardReading const& board) {
+    std::vector<Port const*> found;
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (auto const& [id, port] : owner.ports) {
+            if (port.connectedTo == "cpu") {
+                found.push_back(&port);
+                break;
+            }
+        }
+    }
+    return found;
+}
+
+void noCpuPort(BoardReading const& board, Report const& report) {
+    if (!board.getSwitches().empty() && cpuPorts(board).empty()) {
+        report(board.getSwitches().begin()->second.element,
+               "The library warns that there is no CPU port and tells the host none.",
+               "Write connectedTo=\"cpu\" at the port that the processor is connected to.");
+    }
+}
+
+void severalCpuPorts(BoardReading const& board, Report const& report) {
+    std::vector<xmlNodePtr> const elements = board.find("//switch/port[@connectedTo='cpu']");
+    std::vector<Port const*> const candidates = cpuPorts(board);
+    if (elements.size() < 2 || candidates.empty()) {
+        return;
+    }
+    Port const& chosen = *candidates.back();
+    for (xmlNodePtr const element : elements) {
+        if (element != chosen.element) {
+            report(
+                element,
+                "The library has one CPU port: the lowest number of the switch with the highest id that has "
+                "one, which is port " +
+                    std::to_string(chosen.id) + " at line " + std::to_string(xmlGetLineNo(chosen.element)) +
+                    " and not this one.",
+                "Leave connectedTo=\"cpu\" to one port.");
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Check> portChecks() {
+    return {
+        {"port-id-not-a-number", Severity::error, "a port id that is not a number", idNotANumber},
+        {"port-id-duplicate", Severity::error, "a port number that a switch has twice", idDuplicate},
+        {"port-beyond-chip", Severity::error, "a port number that the chip does not have", beyondChip},
+        {"port-type-unknown", Severity::error, "a connectedTo that is absent or unknown", typeUnknown},
+        {"port-status-unknown", Severity::error, "a portStatus that is absent or unknown", statusUnknown},
+        {"port-status-without-link", Severity::warning, "listening or learning where they hold the link down",
+         statusWithoutLink},
+        {"port-status-without-effect", Severity::note, "ports whose portStatus never reaches the chip",
+         statusWithoutEffect},
+        {"ports-beyond-count", Severity::warning, "ports of a chip that the library does not count",
+         beyondCount},
+        {"cpu-port-none", Severity::warning, "no CPU port", noCpuPort},
+        {"cpu-port-several", Severity::warning, "several CPU ports", severalCpuPorts},
+    };
+}
+
+} // namespace switchctl::check

@@ -1,0 +1,182 @@
+#include "switchctl/check/TaggingChecks.hpp"
+
+#include <set>
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
+#include "switchctl/check/Wording.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+using Switch = BoardReading::Switch;
+
+/// How one port treats the tags of one VLAN.
+struct Tagging {
+    unsigned int vlanId = 0;
+    xmlNodePtr element = nullptr;
+    std::string ingress;
+    std::string egress;
+
+    bool setsDefaultVlan() const { return ingress == "addTag" || ingress == "addTagIfUntagged"; }
+};
+
+std::vector<Tagging> taggingsOf(BoardReading const& board, unsigned int switchId, unsigned int portId) {
+    std::vector<Tagging> taggings;
+    for (auto const& [vlanId, member] : board.membershipsOf(switchId, portId)) {
+        if (board.getVlans().at(vlanId).tagBased) {
+            Tagging tagging;
+            tagging.vlanId = vlanId;
+            tagging.element = member->element;
+            tagging.ingress = attribute(member->element, "ingress").value_or("");
+            tagging.egress = attribute(member->element, "egress").value_or("");
+            taggings.push_back(tagging);
+        }
+    }
+    return taggings;
+}
+
+/// Calls use(switch, port id, taggings by ascending VLAN id) for each port that is in several VLANs.
+template <typename Use> void forEachSharedPort(BoardReading const& board, Use use) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (auto const& port : owner.ports) {
+            std::vector<Tagging> const taggings = taggingsOf(board, switchId, port.first);
+            if (taggings.size() > 1) {
+                use(owner, port.first, taggings);
+            }
+        }
+    }
+}
+
+std::string nameOf(Switch const& owner, unsigned int portId) {
+    return "Port " + portAddress(static_cast<int>(owner.id), static_cast<int>(portId));
+}
+
+void severalDefaults(BoardReading const& board, Report const& report) {
+    forEachSharedPort(board, [&](Switch const& owner, unsigned int portId,
+                                 std::vector<Tagging> const& taggings) {
+        Tagging const* last = nullptr;
+        for (Tagging const& tagging : taggings) {
+            if (!tagging.setsDefaultVlan()) {
+                continue;
+            }
+            if (last != nullptr) {
+                report(
+                    tagging.element,
+                    nameOf(owner, portId) +
+                        " has one VLAN for untagged frames. The library sets it for each VLAN in turn, so " +
+                        vlanName(tagging.vlanId) + " replaces " + vlanName(last->vlanId) + ", line " +
+                        std::to_string(xmlGetLineNo(last->element)) + ".",
+                    "Write ingress=\"validateTag\" for all VLANs of the port but one.");
+            }
+            last = &tagging;
+        }
+    });
+}
+
+void forcedOrUndone(BoardReading const& board, Report const& report) {
+    forEachSharedPort(
+        board, [&](Switch const& owner, unsigned int portId, std::vector<Tagging> const& taggings) {
+            for (Tagging const& tagging : taggings) {
+                if (tagging.ingress != "addTag") {
+                    continue;
+                }
+                Tagging const& last = taggings.back();
+                report(tagging.element,
+                       last.ingress == "addTag"
+                           ? nameOf(owner, portId) + " puts every frame into " + vlanName(last.vlanId) +
+                                 ", tagged ones too: nothing comes in for the other VLANs that it is in."
+                           : nameOf(owner, portId) + " is to put every frame into " +
+                                 vlanName(tagging.vlanId) + ", but " + vlanName(last.vlanId) + ", line " +
+                                 std::to_string(xmlGetLineNo(last.element)) +
+                                 ", is set up later and undoes it: tagged frames keep their VLAN.",
+                       "Write ingress=\"addTagIfUntagged\" here, or leave the port in one VLAN.");
+            }
+        });
+}
+
+void severalUntagged(BoardReading const& board, Report const& report) {
+    forEachSharedPort(board,
+                      [&](Switch const& owner, unsigned int portId, std::vector<Tagging> const& taggings) {
+                          std::vector<std::string> vlans;
+                          xmlNodePtr last = nullptr;
+                          for (Tagging const& tagging : taggings) {
+                              if (tagging.egress == "stripTag") {
+                                  vlans.push_back(vlanName(tagging.vlanId));
+                                  last = tagging.element;
+                              }
+                          }
+                          if (vlans.size() > 1) {
+                              report(last,
+                                     nameOf(owner, portId) + " is to send the frames of " + listed(vlans) +
+                                         " without tags: who receives them cannot tell the VLANs apart.",
+                                     "Write egress=\"validateTag\" for all VLANs of the port but one.");
+                          }
+                      });
+}
+
+void egressShared(BoardReading const& board, Report const& report) {
+    forEachSharedPort(board, [&](Switch const& owner, unsigned int portId,
+                                 std::vector<Tagging> const& taggings) {
+        std::set<std::string> egresses;
+        for (Tagging const& tagging : taggings) {
+            egresses.insert(tagging.egress);
+        }
+        Tagging const& last = taggings.back();
+        if (owner.isVitesse() && egresses.size() > 1) {
+            report(
+                last.element,
+                "A VSC7390 sends the frames of all VLANs of a port with tags, or those of none. The highest "
+                "VLAN of port " +
+                    portAddress(static_cast<int>(owner.id), static_cast<int>(portId)) + ", " +
+                    vlanName(last.vlanId) + ", decides: egress=\"" + last.egress + "\" for all.",
+                "Write the same egress for all VLANs of the port.");
+        }
+    });
+}
+
+bool isInTagBasedVlan(BoardReading const& board, unsigned int switchId, unsigned int portId) {
+    return !taggingsOf(board, switchId, portId).empty();
+}
+
+void inNoVlan(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (auto const& [id, port] : owner.ports) {
+            // What the library does not count it does not keep out of VLANs either: ports-beyond-count.
+            bool const keptOut = owner.isVitesse() || id < owner.entryCount;
+            if (port.element->parent != owner.element || port.portStatus == "disabled" || !keptOut ||
+                isInTagBasedVlan(board, switchId, id)) {
+                continue;
+            }
+            report(
+                port.element,
+                owner.isVitesse()
+                    ? "The port is in no tag-based VLAN: its untagged frames belong to VLAN 1 of the chip, "
+                      "whose "
+                      "members are all ports unless the document has a VLAN 1."
+                    : "The port is in no tag-based VLAN: an 88E6096 that the library has set up drops every "
+                      "frame of a VLAN that the port is not in, so nothing passes. Port-based VLANs do not "
+                      "help.",
+                "Write the port into a tag-based VLAN, or portStatus=\"disabled\" if it is not used.");
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Check> taggingChecks() {
+    return {
+        {"untagged-vlan-replaced", Severity::warning,
+         "a port that is to put untagged frames into several VLANs", severalDefaults},
+        {"tag-forced-or-undone", Severity::warning, "addTag at a port that is in several VLANs",
+         forcedOrUndone},
+        {"untagged-in-several-vlans", Severity::warning, "a port that sends several VLANs without tags",
+         severalUntagged},
+        {"vsc7390-egress-shared", Severity::warning, "a VSC7390 port with several kinds of egress",
+         egressShared},
+        {"port-in-no-vlan", Severity::warning, "a port in use that is in no tag-based VLAN", inNoVlan},
+    };
+}
+
+} // namespace switchctl::check

@@ -1,0 +1,232 @@
+#include "switchctl/check/TrunkChecks.hpp"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
+#include "switchctl/check/Wording.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+using Port = BoardReading::Port;
+using Switch = BoardReading::Switch;
+using Trunk = BoardReading::Trunk;
+
+template <typename Use> void forEachTrunk(BoardReading const& board, Use use) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (Trunk const& trunk : owner.trunks) {
+            use(owner, trunk);
+        }
+    }
+}
+
+std::string ownIds() {
+    return "Give every trunk of the document an id of its own, in decimal digits.";
+}
+
+unsigned int portIdOf(xmlNodePtr member) {
+    return static_cast<unsigned int>(numberOr(member, "id", attribute(member, "id") ? 0 : -1));
+}
+
+/// The trunk's ports by number, as far as the switch has them.
+std::map<unsigned int, Port const*> portsOf(Switch const& owner, Trunk const& trunk) {
+    std::map<unsigned int, Port const*> ports;
+    for (xmlNodePtr const member : trunk.members) {
+        auto const port = owner.ports.find(portIdOf(member));
+        if (port != owner.ports.end()) {
+            ports.emplace(port->first, &port->second);
+        }
+    }
+    return ports;
+}
+
+void idNotANumber(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
+        std::optional<std::string> const text = attribute(trunk.element, "id");
+        if (!text) {
+            report(trunk.element,
+                   "The library reports that the trunk id is not a valid integer value and uses -1.",
+                   ownIds());
+        } else if (!decimalPrefix(*text)) {
+            report(trunk.element, "The library reads the trunk id \"" + *text + "\" as 0.", ownIds());
+        }
+    });
+}
+
+void membersLost(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
+        std::vector<xmlNodePtr> const own = children(trunk.element, "port");
+        if (!own.empty() && std::count(trunk.members.begin(), trunk.members.end(), own.front()) == 0) {
+            report(trunk.element,
+                   "The library looks for the trunk's ports with //trunk[@id=" + std::to_string(trunk.id) +
+                       "]/port, which does not find those of id " + quotedAttribute(trunk.element, "id") +
+                       ".",
+                   ownIds());
+        }
+    });
+}
+
+void idShared(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        std::set<xmlNodePtr> reported;
+        for (xmlNodePtr const member : trunk.members) {
+            xmlNodePtr const other = member->parent;
+            if (other == trunk.element || !reported.insert(other).second) {
+                continue;
+            }
+            report(
+                trunk.element,
+                "The library gives a trunk the ports of every trunk element of its id: this one of switch " +
+                    std::to_string(owner.id) + " also gets the port numbers listed at line " +
+                    std::to_string(xmlGetLineNo(other)) + ".",
+                ownIds());
+        }
+    });
+}
+
+void outsideSwitch(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//trunk[not(parent::switch)]")) {
+        report(element,
+               "No switch finds a trunk here, so that it is never made; its ports still go to trunks of the "
+               "same id.",
+               "Move it into its <switch>.");
+    }
+}
+
+void portUnknown(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        for (xmlNodePtr const member : trunk.members) {
+            if (owner.ports.count(portIdOf(member)) == 0) {
+                report(member,
+                       "Switch " + std::to_string(owner.id) + " has no port " +
+                           std::to_string(static_cast<int>(portIdOf(member))) +
+                           ": the library reports it as out of bounds, and the trunk does without it.",
+                       "Add the port to the switch, or write the id of a port that it has.");
+            }
+        }
+    });
+}
+
+void portInTwo(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        std::map<unsigned int, xmlNodePtr> trunkOf;
+        for (Trunk const& trunk : owner.trunks) {
+            for (xmlNodePtr const member : children(trunk.element, "port")) {
+                auto const [entry, first] = trunkOf.emplace(portIdOf(member), trunk.element);
+                if (!first && entry->second != trunk.element) {
+                    report(
+                        member,
+                        "Port " + std::to_string(portIdOf(member)) + " is in the trunk at line " +
+                            std::to_string(xmlGetLineNo(entry->second)) +
+                            ", too: the library deals the traffic out for one trunk after the other, and the "
+                            "ports of both are kept apart from it.",
+                        "Leave the port in one trunk.");
+                }
+            }
+        }
+    }
+}
+
+void unsupported(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        if (!owner.isVitesse()) {
+            report(trunk.element,
+                   "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single "
+                   "ones, and "
+                   "two links to the same neighbour are a loop.",
+                   "Connect one of the links only, or keep the others in no VLAN.");
+        }
+    });
+}
+
+void onePort(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        if (portsOf(owner, trunk).size() < 2) {
+            report(trunk.element, "A trunk of fewer than two ports shares no traffic out.",
+                   "List at least two ports of the switch.");
+        }
+    });
+}
+
+std::string speedOf(Port const& port) {
+    if (port.connectedTo == "switchInterlink") {
+        return "1000 Mbit/s";
+    }
+    return port.hasLinkSettings() ? "100 Mbit/s" : "whatever the host or the chip sets";
+}
+
+void speedsDiffer(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        std::map<std::string, std::vector<unsigned int>> bySpeed;
+        for (auto const& [id, port] : portsOf(owner, trunk)) {
+            bySpeed[speedOf(*port)].push_back(id);
+        }
+        std::vector<std::string> texts;
+        texts.reserve(bySpeed.size());
+        for (auto const& [speed, ports] : bySpeed) {
+            texts.push_back(portsName(ports) + " at " + speed);
+        }
+        if (texts.size() > 1) {
+            report(trunk.element,
+                   "The trunk's links have different speeds: " + listed(texts) +
+                       ". The chip deals traffic out evenly, and the slow link loses frames.",
+                   "Connect all ports of a trunk to the same kind of neighbour.");
+        }
+    });
+}
+
+std::set<unsigned int> vlansOf(BoardReading const& board, Switch const& owner, unsigned int portId) {
+    std::set<unsigned int> vlans;
+    for (auto const& entry : board.membershipsOf(owner.id, portId)) {
+        if (board.getVlans().at(entry.first).tagBased) {
+            vlans.insert(entry.first);
+        }
+    }
+    return vlans;
+}
+
+void vlansDiffer(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        std::map<std::set<unsigned int>, std::vector<unsigned int>> byVlans;
+        for (auto const& entry : portsOf(owner, trunk)) {
+            byVlans[vlansOf(board, owner, entry.first)].push_back(entry.first);
+        }
+        std::vector<std::string> texts;
+        for (auto const& [vlans, ports] : byVlans) {
+            std::vector<std::string> names;
+            for (unsigned int const vlan : vlans) {
+                names.push_back(hexadecimal(vlan));
+            }
+            texts.push_back(portsName(ports) + " in " + (names.empty() ? "none" : listed(names)));
+        }
+        if (texts.size() > 1) {
+            report(trunk.element,
+                   "The trunk's ports are not in the same tag-based VLANs: " + listed(texts) +
+                       ". Frames that the chip deals out to a port which is not in their VLAN are lost.",
+                   "List every port of a trunk in the same VLANs.");
+        }
+    });
+}
+
+} // namespace
+
+std::vector<Check> trunkChecks() {
+    return {
+        {"trunk-id-not-a-number", Severity::error, "a trunk id that is absent or not a number", idNotANumber},
+        {"trunk-members-lost", Severity::error, "a trunk id by which the ports are not found", membersLost},
+        {"trunk-id-shared", Severity::error, "a trunk id that another trunk has, too", idShared},
+        {"trunk-outside-switch", Severity::error, "a trunk that no switch finds", outsideSwitch},
+        {"trunk-port-unknown", Severity::error, "a trunk's port that the switch does not have", portUnknown},
+        {"trunk-port-in-two", Severity::error, "a port in two trunks", portInTwo},
+        {"trunk-unsupported", Severity::note, "a trunk on an 88E6096", unsupported},
+        {"trunk-of-one-port", Severity::warning, "a trunk of fewer than two ports", onePort},
+        {"trunk-speeds-differ", Severity::warning, "trunk ports of different speeds", speedsDiffer},
+        {"trunk-vlans-differ", Severity::warning, "trunk ports in different VLANs", vlansDiffer},
+    };
+}
+
+} // namespace switchctl::check

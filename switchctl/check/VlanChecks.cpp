@@ -1,0 +1,197 @@
+#include "switchctl/check/VlanChecks.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
+#include "switchctl/check/Wording.hpp"
+
+namespace switchctl::check {
+
+namespace {
+
+std::string smallIds() {
+    return "Write ids of one decimal digit where all readings are to agree; otherwise the hexadecimal digits "
+           "of "
+           "the VLAN, as long as they are all decimal digits.";
+}
+
+bool hasGroups(xmlNodePtr vlan) {
+    std::vector<xmlNodePtr> const ports = children(vlan, "port");
+    return std::any_of(ports.begin(), ports.end(),
+                       [](xmlNodePtr port) { return !children(port, "forwardedMulticastGroup").empty(); });
+}
+
+bool isTagBased(xmlNodePtr vlan) {
+    return attribute(vlan, "typeOfVlan") == std::optional<std::string>("tagBasedVlan");
+}
+
+void typeAbsent(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[not(@typeOfVlan)]")) {
+        report(element, "The library reports that the vlan has no attribute typeOfVlan and skips it.",
+               R"(Write typeOfVlan="tagBasedVlan" or typeOfVlan="portBasedVlan".)");
+    }
+}
+
+void typeUnknown(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
+        std::string const type = attribute(element, "typeOfVlan").value_or("");
+        if (type != "tagBasedVlan" && type != "portBasedVlan") {
+            report(element,
+                   R"(Whatever is not "tagBasedVlan" is a port-based VLAN: ")" + type + R"(" is one.)",
+                   R"(Write typeOfVlan="tagBasedVlan" or typeOfVlan="portBasedVlan".)");
+        }
+    }
+}
+
+void idNotANumber(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan")) {
+        if (!hexadecimalPrefix(attribute(element, "id").value_or(""))) {
+            report(element,
+                   "The id is " + quotedAttribute(element, "id") +
+                       ": the library makes it VLAN 0xffffffff, which finds no members.",
+                   smallIds());
+        }
+    }
+}
+
+void idReadsDifferently(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
+        std::string const text = attribute(element, "id").value_or("");
+        std::optional<unsigned int> const id = hexadecimalPrefix(text);
+        bool const groups = hasGroups(element);
+        std::int64_t const decimal = decimalPrefix(text).value_or(0);
+        bool const prefixed = text.find_first_of("xX") != std::string::npos; // so meant as it is read
+        bool const matters = groups || (isTagBased(element) && !prefixed);
+        if (!id || decimal == static_cast<std::int64_t>(*id) || !matters) {
+            continue;
+        }
+        report(element,
+               "The library reads the VLAN's id as hexadecimal: \"" + text + "\" is VLAN " +
+                   hexadecimal(*id) + " = " + std::to_string(*id) +
+                   (groups ? "; for the multicast groups under it the same text is decimal: VLAN " +
+                                 std::to_string(decimal) + "."
+                           : "; as a decimal number it would be " + std::to_string(decimal) + "."),
+               smallIds());
+    }
+}
+
+void membersLost(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
+        std::vector<xmlNodePtr> const members = children(element, "port");
+        std::string const query = BoardReading::memberQuery(BoardReading::vlanIdOf(element));
+        std::vector<xmlNodePtr> const found = board.find(query);
+        if (members.empty() || std::count(found.begin(), found.end(), members.front()) != 0) {
+            continue;
+        }
+        report(element,
+               "The library looks for the members with " + query + ", which does not find those of id " +
+                   quotedAttribute(element, "id") + ": the VLAN has none of its " +
+                   std::to_string(members.size()) + ".",
+               "Write the id's hexadecimal digits without a prefix, and choose one without letters.");
+    }
+}
+
+void takesOthersMembers(BoardReading const& board, Report const& report) {
+    for (auto const& [id, vlan] : board.getVlans()) {
+        for (BoardReading::Member const& member : vlan.members) {
+            xmlNodePtr const owner = member.element->parent;
+            if (BoardReading::vlanIdOf(owner) != id) {
+                report(member.element,
+                       "The members of " + vlanName(id) + " are found by " + BoardReading::memberQuery(id) +
+                           ", whose number XPath reads in its own way: this member of the VLAN with id " +
+                           quotedAttribute(owner, "id") + " becomes a member of " + vlanName(id) + ", too.",
+                       R"(Write VLAN ids in decimal digits only; "1e" is 1 to XPath, and "1e2" is 100.)");
+            }
+        }
+    }
+}
+
+void idDuplicate(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
+        unsigned int const id = BoardReading::vlanIdOf(element);
+        auto const first = board.getVlans().find(id);
+        if (first != board.getVlans().end() && first->second.element != element) {
+            report(
+                element,
+                "The library reports a duplicate vlan " + hexadecimal(id) +
+                    " and ignores this element's type; the members that its query finds go to the first one, "
+                    "line " +
+                    std::to_string(xmlGetLineNo(first->second.element)) + ".",
+                "Give every VLAN an id of its own, port-based ones too.");
+        }
+    }
+}
+
+void idOutOfRange(BoardReading const& board, Report const& report) {
+    for (auto const& [id, vlan] : board.getVlans()) {
+        bool const hasId = hexadecimalPrefix(attribute(vlan.element, "id").value_or("")).has_value();
+        if (vlan.tagBased && hasId && (id == 0 || id > BoardReading::highestVlanId)) {
+            report(vlan.element,
+                   "No frame can carry VLAN " + hexadecimal(id) +
+                       ": a tag has 12 bits, 0 and 0xfff are reserved. The chips keep the low 12 bits, " +
+                       hexadecimal(id & 0xFFFU) +
+                       (id > 0xFFFU
+                            ? ", and an 88E6096 starts the VLAN anew with each member, so that only the "
+                              "last one stays in it."
+                            : "."),
+                   "Write an id from 1 to ffe, hexadecimal.");
+        }
+    }
+}
+
+void idCut(BoardReading const& board, Report const& report) {
+    for (auto const& [id, vlan] : board.getVlans()) {
+        bool const hasId = hexadecimalPrefix(attribute(vlan.element, "id").value_or("")).has_value();
+        auto const kept = static_cast<std::uint16_t>(id);
+        if (vlan.tagBased && hasId && kept != id) {
+            report(vlan.element,
+                   "The library hands 16 bits of the id to the chips: " + hexadecimal(id) + " becomes " +
+                       hexadecimal(kept) + ".",
+                   "Write an id from 1 to ffe, hexadecimal.");
+        }
+    }
+}
+
+void groupVlanCut(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[port/forwardedMulticastGroup]")) {
+        int const number = numberOr(element, "id", 0);
+        if (number != static_cast<std::uint16_t>(number)) {
+            report(element,
+                   "The library keeps 16 bits of a group's VLAN id: " + std::to_string(number) + " becomes " +
+                       std::to_string(static_cast<std::uint16_t>(number)) +
+                       " for the groups under this VLAN.",
+                   smallIds());
+        }
+    }
+}
+
+void withoutMembers(BoardReading const& board, Report const& report) {
+    for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan and not(port)]")) {
+        report(element, "The library builds a VLAN without members, of which no chip learns.",
+               "Write a <port> for each member, or leave the VLAN out.");
+    }
+}
+
+} // namespace
+
+std::vector<Check> vlanChecks() {
+    return {
+        {"vlan-type-absent", Severity::error, "a VLAN without a type", typeAbsent},
+        {"vlan-type-unknown", Severity::warning, "a type that makes a port-based VLAN", typeUnknown},
+        {"vlan-id-not-a-number", Severity::error, "a VLAN id that is not a number", idNotANumber},
+        {"vlan-id-reads-differently", Severity::warning,
+         "a VLAN id that means one number in hexadecimal and another in decimal", idReadsDifferently},
+        {"vlan-members-lost", Severity::error, "a VLAN id by which the members are not found", membersLost},
+        {"vlan-takes-others-members", Severity::error, "a VLAN id that finds another VLAN's members",
+         takesOthersMembers},
+        {"vlan-id-duplicate", Severity::error, "an id that two VLANs share", idDuplicate},
+        {"vlan-id-out-of-range", Severity::error, "an id that no tag can carry", idOutOfRange},
+        {"vlan-id-cut", Severity::error, "a VLAN id of more than 16 bits", idCut},
+        {"group-vlan-cut", Severity::error, "a VLAN id of more than 16 bits above a group", groupVlanCut},
+        {"vlan-without-members", Severity::warning, "a VLAN without members", withoutMembers},
+    };
+}
+
+} // namespace switchctl::check
