@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstdio>
 #include <ostream>
 
 namespace switchctl {
 
 /// Sends what the library prints on the standard output elsewhere, so that it does not get between the
-/// results.
+/// results. The library prints by stdio, and ends each line with a flush.
 class OutputDiversion {
 public:
     /// `elsewhere` must outlive the diversion.
@@ -15,7 +16,8 @@ public:
     OutputDiversion& operator=(OutputDiversion const&) = delete;
 
 private:
-    std::streambuf* _before;
+    std::FILE* _before;
+    std::FILE* _diverted;
 };
 
 } // namespace switchctl
