@@ -55,7 +55,8 @@ protected:
     /// A section whose first word shows how often the process has written to hardware, or null.
     static HardwareMapping* _dummySection;
 
-    /// Successful stores so far, of all windows. Not atomic.
+    /// Successful stores so far, of all windows, while there is a dummy section. Not atomic: a host that
+    /// has one runs one manager, and asks it for no diagnostics while it works.
     static unsigned int _dummySectionWriteCounts;
 
 private:

@@ -30,7 +30,9 @@ public:
     Thread(Thread const&) = delete;
     Thread& operator=(Thread const&) = delete;
 
-    /// The thread's body, called on the new thread with the argument of start().
+    /// The thread's body, called on the new thread with the argument of start(). The library's lets no
+    /// std::exception out. What else gets out of it, a host's own callback having thrown it, should end
+    /// this thread and not the process.
     virtual void* run(void* argument) = 0;
 
     /// Called by run() as its last step; what it returns becomes the result of the thread.

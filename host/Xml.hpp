@@ -13,6 +13,7 @@ public:
     /// expression is malformed or selects nothing that is a node set.
     ///
     /// The set and its nodes belong to the document and stay valid and unchanged as long as the
-    /// document lives; the caller frees neither. The library asks from one thread at a time.
+    /// document lives; the caller frees neither. Each manager asks from one thread, its management thread;
+    /// managers that share a document may ask at the same time.
     virtual xmlNodeSetPtr find(std::string const& xpath) = 0;
 };

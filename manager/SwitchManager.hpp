@@ -168,7 +168,9 @@ public:
     /// \return false when there is no such port or the counters could not be read.
     ///
     /// Reads the chip on the caller's thread, without a lock: the chip's statistics unit must not be
-    /// in use by another thread.
+    /// in use by another thread. So the host asks once the populated callbacks have run, or in one of
+    /// them, and for one port of a switch at a time; 88E6096 chips share the MDIO bus, so for one of
+    /// their ports at a time.
     bool collectSwitchPortDiagnostics(unsigned int switchId, unsigned int portId, std::ostream& out,
                                       timespec& time, std::string& text);
 

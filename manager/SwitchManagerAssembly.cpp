@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <limits>
-#include <sstream>
 #include <stdexcept>
 
 #include "host/MutexLock.hpp"
@@ -50,10 +49,15 @@ int numberIn(xmlNode const* element, char const* name) {
     return number;
 }
 
+// Not by a stream, which would keep it to itself when it runs out of memory halfway.
 std::string memberQuery(unsigned int vlanId) {
-    std::ostringstream xpath;
-    xpath << "//vlan[@id=" << std::hex << vlanId << "]/port";
-    return xpath.str();
+    constexpr unsigned int base = 16;
+    std::string hexadecimal;
+    do {
+        hexadecimal.insert(hexadecimal.begin(), "0123456789abcdef"[vlanId % base]);
+        vlanId /= base;
+    } while (vlanId != 0);
+    return "//vlan[@id=" + hexadecimal + "]/port";
 }
 
 /// What tells multicast groups apart.

@@ -1,6 +1,8 @@
 #include "model/ManagedSwitch.hpp"
 
 #include <algorithm>
+#include <memory>
+#include <type_traits>
 
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
@@ -9,11 +11,13 @@
 namespace {
 
 /// Inserts an owned object; one whose key is taken is deleted unless it is the very object that holds
-/// the key already.
+/// the key already, and so is one that there is no memory to keep.
 template <typename Map, typename Entry> void insertOwned(Map& map, Entry& entry) {
+    std::unique_ptr<std::remove_pointer_t<typename Entry::second_type>> object(entry.second);
     auto const result = map.insert(entry);
-    if (!result.second && result.first->second != entry.second) {
-        delete entry.second;
+    if (result.second || result.first->second == entry.second) {
+        static_cast<void>(object.release());
+    } else {
         entry.second = nullptr;
     }
 }

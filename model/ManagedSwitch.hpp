@@ -91,7 +91,8 @@ public:
     TrunkGroup* getTrunkGroup(unsigned int id);
 
     /// Takes ownership of a port. A port whose id is taken is deleted at once, its pointer in the
-    /// pair becoming null, and the first one stays; it is counted all the same.
+    /// pair becoming null, and the first one stays; it is counted all the same. One that there is no
+    /// memory to keep is deleted, too, with std::bad_alloc.
     void insertPort(std::pair<unsigned int, ManagedSwitchPort*>& port);
 
     /// Takes ownership of a trunk group, with the same rule for a key that is taken.

@@ -16,6 +16,7 @@ void PortBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
         getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute egress\n");
     }
     if (!hasMember(port.getId())) {
+        makeRoomForMember(port.getId());
         insertMember(port.getId(), new PortBasedVlanPort(*this, port));
     }
 }

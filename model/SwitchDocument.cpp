@@ -1,6 +1,5 @@
 #include "model/SwitchDocument.hpp"
 
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -10,10 +9,13 @@
 
 namespace {
 
+// Not by a stream, which would keep it to itself when it runs out of memory halfway.
 template <typename Id> std::string query(char const* element, Id id, char const* children) {
-    std::ostringstream xpath;
-    xpath << "//" << element << "[@id=" << id << "]" << children;
-    return xpath.str();
+    std::string xpath = "//";
+    xpath += element;
+    xpath += "[@id=" + std::to_string(id) + "]";
+    xpath += children;
+    return xpath;
 }
 
 } // namespace

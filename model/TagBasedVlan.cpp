@@ -8,6 +8,7 @@ TagBasedVlan::TagBasedVlan(Application& application, unsigned int id)
 
 void TagBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
     if (!hasMember(port.getId())) {
+        makeRoomForMember(port.getId());
         insertMember(port.getId(), new TagBasedVlanPort(*this, port, node));
     }
 }

@@ -35,7 +35,14 @@ public:
     std::map<unsigned int, VlanPort*> const& getVlanPorts() const { return _vlanPorts; }
 
 protected:
-    bool hasMember(unsigned int portId) const { return _vlanPorts.count(portId) != 0; }
+    bool hasMember(unsigned int portId) const {
+        auto const entry = _vlanPorts.find(portId);
+        return entry != _vlanPorts.end() && entry->second != nullptr;
+    }
+
+    /// Makes sure that insertMember() needs no memory. A member registers itself with its port when it is
+    /// made, so it must not fail to be kept.
+    void makeRoomForMember(unsigned int portId) { _vlanPorts[portId]; }
 
     /// Takes ownership of a member whose port id is not yet taken.
     void insertMember(unsigned int portId, VlanPort* member) { _vlanPorts[portId] = member; }

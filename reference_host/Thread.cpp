@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <exception>
 #include <functional>
 #include <stdexcept>
 #include <system_error>
@@ -19,6 +21,17 @@ constexpr std::size_t systemNameLength = 15;
 
 void showNameToSystem(std::string const& name) {
     pthread_setname_np(pthread_self(), name.substr(0, systemNameLength).c_str());
+}
+
+/// An exception that a thread's body lets out ends that thread, and not the process.
+template <typename Body> void contain(std::string const& name, Body body) {
+    try {
+        body();
+    } catch (std::exception const& exception) {
+        std::fprintf(stderr, "thread \"%s\" has ended: %s\n", name.c_str(), exception.what());
+    } catch (...) {
+        std::fprintf(stderr, "thread \"%s\" has ended: unknown exception\n", name.c_str());
+    }
 }
 
 } // namespace
@@ -68,10 +81,12 @@ void Thread::start(void* argument) {
         own.state = running;
         own.thread = std::thread([this, argument, hook] {
             showNameToSystem(_implementation->name);
-            if (hook) {
-                hook(*this);
-            }
-            run(argument);
+            contain(_implementation->name, [&] {
+                if (hook) {
+                    hook(*this);
+                }
+                run(argument);
+            });
             _implementation->state = ending;
             _implementation->queue.close();
             _implementation->state = ended;

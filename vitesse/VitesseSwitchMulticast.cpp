@@ -169,6 +169,8 @@ void VitesseSwitch::ipMulticastStringtoMacAddress(std::string ipAddress, unsigne
         mac[byte] = byte < lowBytes ? 0 : mac_data_low::multicastPrefix[byte - lowBytes];
     }
     std::istringstream text(ipAddress);
+    // Without memory for its work, the stream is to throw, and not to make another address of the text.
+    text.exceptions(std::ios_base::badbit);
     char separator = 0;
     nextNumber(text);
     text >> separator;

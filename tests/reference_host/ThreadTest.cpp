@@ -38,6 +38,37 @@ TEST(ThreadTest, ShowsTheSystemAsMuchOfItsNameAsFits) {
     EXPECT_STREQ(name, "SwitchManagemen");
 }
 
+TEST(ThreadTest, AnExceptionOfItsBodyEndsTheThreadAndNotTheProcess) {
+    Threads threads;
+    for (bool const isStandard : {true, false}) {
+        ScriptedThread thread(threads, "management");
+        thread.body = [isStandard](void*) {
+            if (isStandard) {
+                throw std::runtime_error("gave up");
+            }
+            throw 7; // NOLINT: some code throws anything
+        };
+        testing::internal::CaptureStderr();
+        thread.start(nullptr);
+        thread.wait();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  isStandard ? "thread \"management\" has ended: gave up\n"
+                             : "thread \"management\" has ended: unknown exception\n");
+        EXPECT_EQ(thread.getState(), Thread::ended);
+    }
+}
+
+TEST(ThreadTest, AnExceptionOfTheStartHookEndsTheThreadAndNotTheProcess) {
+    Threads threads;
+    threads.setStartHook([](Thread&) { throw std::runtime_error("no clock"); });
+    ScriptedThread thread(threads, "management");
+    testing::internal::CaptureStderr();
+    thread.start(nullptr);
+    thread.wait();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "thread \"management\" has ended: no clock\n");
+    EXPECT_EQ(thread.getState(), Thread::ended);
+}
+
 TEST(ThreadTest, RunsNothingBeforeItIsStarted) {
     Threads threads;
     ScriptedThread thread(threads);
