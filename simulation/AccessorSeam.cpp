@@ -3,7 +3,10 @@
 
 #include <dlfcn.h>
 
+#include <atomic>
+
 #include "host/HardwareMapping.hpp"
+#include "simulation/AccessObserver.hpp"
 #include "simulation/WindowRegistry.hpp"
 
 // Keeps this file in the executable although nothing in it calls the accessors by name.
@@ -21,6 +24,14 @@ constexpr char const* getterName = "_ZNK15HardwareMapping3getEjRj";
 
 constexpr unsigned wordAligned = ~3U;
 
+std::atomic<simulation::AccessObserver*> installedObserver{nullptr};
+
+void observe(std::uintptr_t address, bool isWrite, unsigned value, bool succeeded) {
+    if (simulation::AccessObserver* const observer = installedObserver.load()) {
+        observer->accessed(address, isWrite, value, succeeded);
+    }
+}
+
 simulation::BusDevice* simulatedDevice(std::uintptr_t baseAddress) {
     return simulation::WindowRegistry::getInstance().find(baseAddress);
 }
@@ -35,27 +46,38 @@ void storeWord(std::uintptr_t baseAddress, unsigned value) {
 
 } // namespace
 
+void simulation::AccessObserver::install(AccessObserver* observer) {
+    installedObserver.store(observer);
+}
+
 bool HardwareMapping::set(unsigned int offset, unsigned int value) {
+    unsigned const place = (_startOffset + offset) & wordAligned;
     simulation::BusDevice* const device = simulatedDevice(_baseAddress);
+    bool succeeded = false;
     if (device == nullptr) {
         static auto const library = reinterpret_cast<Setter>(dlsym(RTLD_NEXT, setterName));
-        return library != nullptr && library(this, offset, value);
+        succeeded = library != nullptr && library(this, offset, value);
+    } else {
+        succeeded = device->write(place, value);
+        if (succeeded && _dummySection != nullptr && _dummySection->_baseAddress != notMapped) {
+            ++_dummySectionWriteCounts;
+            storeWord(_dummySection->_baseAddress, _dummySectionWriteCounts);
+        }
     }
-    if (!device->write((_startOffset + offset) & wordAligned, value)) {
-        return false;
-    }
-    if (_dummySection != nullptr && _dummySection->_baseAddress != notMapped) {
-        ++_dummySectionWriteCounts;
-        storeWord(_dummySection->_baseAddress, _dummySectionWriteCounts);
-    }
-    return true;
+    observe(_baseAddress + place, true, value, succeeded);
+    return succeeded;
 }
 
 bool HardwareMapping::get(unsigned int offset, unsigned int& value) const {
+    unsigned const place = (_startOffset + offset) & wordAligned;
     simulation::BusDevice* const device = simulatedDevice(_baseAddress);
+    bool succeeded = false;
     if (device == nullptr) {
         static auto const library = reinterpret_cast<Getter>(dlsym(RTLD_NEXT, getterName));
-        return library != nullptr && library(this, offset, &value);
+        succeeded = library != nullptr && library(this, offset, &value);
+    } else {
+        succeeded = device->read(place, value);
     }
-    return device->read((_startOffset + offset) & wordAligned, value);
+    observe(_baseAddress + place, false, value, succeeded);
+    return succeeded;
 }

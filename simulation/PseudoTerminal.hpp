@@ -30,7 +30,8 @@ public:
     /// What was written to the device since the last call; does not wait.
     std::string receive();
 
-    /// Waits, at most ten seconds, until the device has at least that many characters to read.
+    /// Waits, at most some seconds, until the device has at least that many characters to read.
+    /// \return false when they did not come, or somebody has read some of them.
     bool waitUntilReadable(std::size_t characters) const;
 
     /// How the device is set at present.

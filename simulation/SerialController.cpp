@@ -113,6 +113,16 @@ void SerialController::answerNext(std::string const& text) {
     _nextAnswer = text;
 }
 
+void SerialController::disturbCharacter(SerialControllerLine::Direction direction, std::size_t character,
+                                        SerialControllerLine::CharacterFault fault) {
+    _line->disturb(direction, character, fault);
+}
+
+bool SerialController::waitForCharacters(std::size_t count) const {
+    std::unique_lock<std::mutex> lock(_mutex);
+    return _changed.wait_for(lock, patience, [&] { return _characters >= count; });
+}
+
 void SerialController::delayAnswers(VirtualClock& clock, std::uint64_t nanoseconds) {
     std::lock_guard<std::mutex> const lock(_mutex);
     _delayClock = &clock;
@@ -124,6 +134,7 @@ void SerialController::run() {
     while (waits[1].revents == 0) {
         if (poll(waits.data(), waits.size(), -1) > 0 && waits[0].revents != 0) {
             take(_line->receive());
+            countCharacters();
         }
     }
 }
@@ -136,6 +147,12 @@ void SerialController::take(std::string const& text) {
             _pending += character;
         }
     }
+}
+
+void SerialController::countCharacters() {
+    std::lock_guard<std::mutex> const lock(_mutex);
+    _characters = _line->getTaken();
+    _changed.notify_all();
 }
 
 void SerialController::finishLine() {

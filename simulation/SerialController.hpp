@@ -85,6 +85,13 @@ public:
     /// The next answer is this text, whatever the command reads. Disturbances do not apply to it.
     void answerNext(std::string const& text);
 
+    /// Something happens to one character of the line; see SerialControllerLine::disturb.
+    void disturbCharacter(SerialControllerLine::Direction direction, std::size_t character,
+                          SerialControllerLine::CharacterFault fault);
+
+    /// Waits, at most ten seconds, until so many characters that the driver has written are dealt with.
+    bool waitForCharacters(std::size_t count) const;
+
     /// From now on answers come that much later as `clock` counts; 0 is at once. The clock must outlive
     /// the controller or the next call.
     void delayAnswers(VirtualClock& clock, std::uint64_t nanoseconds);
@@ -93,6 +100,7 @@ public:
 private:
     void run();
     void take(std::string const& text);
+    void countCharacters();
     void finishLine();
     void execute(std::string const& line);
     void carryOut(SerialControllerCommand const& command);
@@ -113,6 +121,7 @@ private:
     mutable std::mutex _mutex;
     mutable std::condition_variable _changed;
     unsigned _commands = 0;
+    std::size_t _characters = 0;
     Disturbance _disturbance = Disturbance::none;
     unsigned _disturbedCharacters = 0;
     std::optional<std::string> _nextAnswer;

@@ -16,14 +16,40 @@ PseudoTerminal const& SerialControllerLine::getTerminal() const {
 
 void SerialControllerLine::send(std::string const& text) {
     std::lock_guard<std::mutex> const lock(_mutex);
-    _sent.append(text, 0, _terminal.send(text));
+    std::string const arriving = carried(_toDriver, text);
+    _sent.append(arriving, 0, _terminal.send(arriving));
 }
 
 std::string SerialControllerLine::receive() {
     std::lock_guard<std::mutex> const lock(_mutex);
-    std::string const text = _terminal.receive();
+    std::string text = carried(_toController, _terminal.receive());
     _received += text;
     return text;
+}
+
+void SerialControllerLine::disturb(Direction direction, std::size_t character, CharacterFault fault) {
+    std::lock_guard<std::mutex> const lock(_mutex);
+    (direction == Direction::toController ? _toController : _toDriver).faults[character] = fault;
+}
+
+std::size_t SerialControllerLine::getTaken() const {
+    std::lock_guard<std::mutex> const lock(_mutex);
+    return _toController.characters;
+}
+
+std::string SerialControllerLine::carried(Way& way, std::string const& text) {
+    std::string arriving;
+    for (char const character : text) {
+        auto const fault = way.faults.find(++way.characters);
+        if (fault == way.faults.end()) {
+            arriving += character;
+        } else if (fault->second == CharacterFault::doubled) {
+            arriving.append(2, character);
+        } else if (fault->second == CharacterFault::garbled) {
+            arriving += static_cast<char>(character ^ 1);
+        }
+    }
+    return arriving;
 }
 
 std::string SerialControllerLine::getReceived() const {

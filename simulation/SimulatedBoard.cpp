@@ -81,6 +81,10 @@ Arm920tMac& SimulatedBoard::getMac() {
     return _mac;
 }
 
+BusFaults& SimulatedBoard::getFaults() {
+    return _faults;
+}
+
 std::vector<unsigned> SimulatedBoard::getSwitchIds() const {
     std::vector<unsigned> ids;
     for (auto const& [id, chip] : _chips) {
@@ -142,7 +146,7 @@ void SimulatedBoard::addWindow(unsigned physicalAddress, std::size_t size, BusDe
     if (_windows.count(physicalAddress) != 0) {
         throw std::invalid_argument("the board already has a window at its address");
     }
-    _windows.emplace(physicalAddress, std::make_unique<Window>(device, size));
+    _windows.emplace(physicalAddress, std::make_unique<Window>(_faults, physicalAddress, device, size));
 }
 
 } // namespace simulation

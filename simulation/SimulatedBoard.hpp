@@ -14,6 +14,8 @@
 #include "simulation/AccessLog.hpp"
 #include "simulation/Arm920tMac.hpp"
 #include "simulation/BoardBuses.hpp"
+#include "simulation/BusFaults.hpp"
+#include "simulation/FaultyBus.hpp"
 #include "simulation/MdioBus.hpp"
 #include "simulation/MisuseReport.hpp"
 #include "simulation/Services.hpp"
@@ -60,6 +62,9 @@ public:
     MisuseReport& getMisuse();
     Arm920tMac& getMac();
 
+    /// What goes wrong between the processor and the windows, whichever chip they lead to.
+    BusFaults& getFaults();
+
     /// Ids of the chips that are there, ascending.
     std::vector<unsigned> getSwitchIds() const;
 
@@ -87,7 +92,9 @@ public:
 
 private:
     struct Window {
-        Window(BusDevice& device, std::size_t size) : simulated(device, size), requested(size) {}
+        Window(BusFaults& faults, unsigned physicalAddress, BusDevice& device, std::size_t size)
+            : bus(faults, physicalAddress, device), simulated(bus, size), requested(size) {}
+        FaultyBus bus;
         SimulatedWindow simulated;
         std::size_t requested;
     };
@@ -97,6 +104,7 @@ private:
     void addSwitch(std::string const& idText, std::string const& model, Options const& options);
 
     Services _services;
+    BusFaults _faults{_services};
     MdioBus _mdioBus;
     Arm920tMac _mac;
     std::map<unsigned, std::unique_ptr<SimulatedChip>> _chips;

@@ -160,6 +160,16 @@ unsigned Marvell88E6096TestAccess::getAgeSeconds() const {
            marvell::global1::secondsPerAgeUnit;
 }
 
+void Marvell88E6096TestAccess::unplug() {
+    auto const held = lock();
+    _chip._smi.setPlugged(false);
+}
+
+void Marvell88E6096TestAccess::plug() {
+    auto const held = lock();
+    _chip._smi.setPlugged(true);
+}
+
 void Marvell88E6096TestAccess::setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) {
     auto const held = lock();
     timer(unit).setBusyTime(nanoseconds);

@@ -44,6 +44,8 @@ public:
     void setStuEntry(unsigned sid, StuEntry const& entry) override;
     void addVtuViolation(unsigned vid, unsigned sourcePort, VtuViolation violation) override;
     unsigned getAgeSeconds() const override;
+    void unplug() override;
+    void plug() override;
     void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) override;
     void hang(CommandUnit unit, unsigned nthCommand) override;
     void release(CommandUnit unit) override;

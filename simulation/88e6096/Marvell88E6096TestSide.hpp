@@ -77,6 +77,11 @@ public:
     /// Ageing time as register 0x0A of Global 1 says, in seconds; 0 when ageing is off.
     virtual unsigned getAgeSeconds() const = 0;
 
+    /// The chip leaves its socket, or comes back: nothing pulls its bus down, so frames read all ones and
+    /// written ones are lost.
+    virtual void unplug() = 0;
+    virtual void plug() = 0;
+
     /// Every command that is started from now on shows busy for that long. Results are there at
     /// once all the same.
     virtual void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) = 0;

@@ -13,6 +13,9 @@ Smi::Smi(Context& context, DeviceFinder findDevice)
       _fault(context.services.clock) {}
 
 std::uint16_t Smi::mdioRead(unsigned registerAddress) {
+    if (!_isPlugged) {
+        return static_cast<std::uint16_t>(absent);
+    }
     switch (registerAddress) {
     case smi::command:
         return readCommand();
@@ -26,6 +29,9 @@ std::uint16_t Smi::mdioRead(unsigned registerAddress) {
 }
 
 void Smi::mdioWrite(unsigned registerAddress, std::uint16_t value) {
+    if (!_isPlugged) {
+        return;
+    }
     switch (registerAddress) {
     case smi::command:
         return start(value);
@@ -66,6 +72,10 @@ void Smi::start(std::uint16_t word) {
     } else {
         registers.write(address, _data, _context.transfer);
     }
+}
+
+void Smi::setPlugged(bool plugged) {
+    _isPlugged = plugged;
 }
 
 CommandTimer& Smi::getTimer() {

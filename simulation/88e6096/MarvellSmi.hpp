@@ -22,6 +22,8 @@ public:
     std::uint16_t mdioRead(unsigned registerAddress) override;
     void mdioWrite(unsigned registerAddress, std::uint16_t value) override;
 
+    void setPlugged(bool plugged);
+
     CommandTimer& getTimer();
     AccessFault& getFault();
 
@@ -38,6 +40,7 @@ private:
     std::uint16_t _data = 0;
     /// A value was read and has not been fetched yet.
     bool _isAccessOpen = false;
+    bool _isPlugged = true;
 };
 
 } // namespace simulation::marvell

