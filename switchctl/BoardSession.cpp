@@ -3,6 +3,7 @@
 #include <ctime>
 #include <functional>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "host/Threads.hpp"
@@ -32,11 +33,14 @@ std::unique_ptr<ClockAdoption> makeAdoption(SimulatedBoard* board) {
     return std::make_unique<ClockAdoption>(board->getClock());
 }
 
-std::unique_ptr<PhysicalMemory> makeMemory(SimulatedBoard* board, std::string const& device) {
+std::unique_ptr<PhysicalMemory> makeMemory(SimulatedBoard* board, BoardSession::Options const& options) {
+    std::unique_ptr<PhysicalMemory> memory;
     if (board != nullptr) {
-        return std::make_unique<SimulatedMemory>(*board);
+        memory = std::make_unique<SimulatedMemory>(*board);
+    } else {
+        memory = std::make_unique<DeviceMemory>(options.memoryDevice);
     }
-    return std::make_unique<DeviceMemory>(device);
+    return options.wrapMemory ? options.wrapMemory(std::move(memory)) : std::move(memory);
 }
 
 } // namespace
@@ -44,7 +48,7 @@ std::unique_ptr<PhysicalMemory> makeMemory(SimulatedBoard* board, std::string co
 BoardSession::BoardSession(Xml& document, Options const& options)
     : _board(makeBoard(document, options)),
       _clock(makeAdoption(_board.get())),
-      _memory(makeMemory(_board.get(), options.memoryDevice)),
+      _memory(makeMemory(_board.get(), options)),
       _log(_monitor, options.log),
       _application(_log, *_memory),
       _manager(_application, document, false, options.noHardwareAccess) {
@@ -85,7 +89,7 @@ bool BoardSession::writeStatistics(PortAddress const& port, std::ostream& out) {
     std::ostringstream table;
     std::timespec time{};
     std::string text;
-    if (!_manager.collectSwitchPortDiagnostics(port.switchId, port.portId, table, time, text)) {
+    if (!_manager.collectSwitchPortDiagnostics(port.switchId, port.portId, table, time, text) || !table) {
         return false;
     }
     out << table.str();

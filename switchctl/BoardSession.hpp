@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -34,6 +35,10 @@ public:
         std::string memoryDevice = reference_host::DeviceMemory::defaultDevicePath;
         /// Also gets every message; may be null.
         reference_host::LogSink* log = nullptr;
+        /// Gets the board's memory, and returns what the session is to use in its place; may be empty.
+        std::function<std::unique_ptr<reference_host::PhysicalMemory>(
+            std::unique_ptr<reference_host::PhysicalMemory>)>
+            wrapMemory;
     };
 
     /// What start-up cost, counted by the simulated board.

@@ -10,6 +10,7 @@
 #include "switchctl/BoardDocument.hpp"
 #include "switchctl/BoardSummary.hpp"
 #include "switchctl/PortAddress.hpp"
+#include "switchctl/trace/BringUpTrace.hpp"
 
 namespace switchctl {
 
@@ -43,13 +44,11 @@ BringUpCommand::BringUpCommand(CLI::App& program, std::string memoryDevice)
     : _command(program.add_subcommand("bring-up", "Bring up the switches of a board")),
       _memoryDevice(std::move(memoryDevice)) {
     _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board")->required();
-    CLI::Option* const simulate =
-        _command->add_flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    _command->add_flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
     _command->add_flag("--no-hardware-access", _noHardwareAccess,
                        "Create the switches without accessing any chip");
     _command->add_option("--trace", _tracePath, "Write every register access of the chips to FILE")
-        ->type_name("FILE")
-        ->needs(simulate);
+        ->type_name("FILE");
     _command
         ->add_option("--log-level", _logLevel,
                      "Show the library's messages, those with a level up to N (0 to 4)")
@@ -96,10 +95,15 @@ ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ost
     options.noHardwareAccess = _noHardwareAccess;
     options.memoryDevice = _memoryDevice;
     options.log = log.get();
+    std::optional<trace::BringUpTrace> accesses;
+    if (trace.is_open()) {
+        accesses.emplace(trace, BoardDocument(document));
+        options.wrapMemory = [&](auto memory) { return accesses->wrap(std::move(memory)); };
+    }
     BoardSession session(document, options);
     ExitStatus const status = report(document, session, out, errors);
-    if (trace.is_open()) {
-        session.getBoard()->getLog().print(trace);
+    if (accesses) {
+        accesses->finish();
         trace.close();
         if (!trace) {
             errors << prefix << _tracePath << ": the trace could not be written\n";

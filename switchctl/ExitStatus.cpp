@@ -22,6 +22,7 @@ std::string registerExitStatusHelp() {
            "  3  a document or dump cannot be read or is not well-formed\n"
            "  4  the chip cannot be reached (/dev/mem, the serial line)\n"
            "  5  the simulated board did not come up\n"
+           "  7  the trace could not be written\n"
            "  8  a register could not be read or written\n"
            "  9  nothing was written, as --yes was missing\n";
 }
@@ -60,6 +61,14 @@ std::string checkExitStatusHelp() {
            "  2  the command line is wrong\n"
            "  3  errors were found, or the document cannot be read or is not well-formed\n"
            " 10  warnings were found, and no errors\n";
+}
+
+std::string drawExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  the picture was written\n"
+           "  2  the command line is wrong\n"
+           "  3  the document cannot be read, is not well-formed or has no switch\n"
+           " 11  the picture could not be drawn or written\n";
 }
 
 } // namespace switchctl

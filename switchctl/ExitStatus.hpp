@@ -21,6 +21,7 @@ enum class ExitStatus : int {
     registerFailed = 8,
     notConfirmed = 9,
     documentWarnings = 10,
+    noPicture = 11,
 };
 
 /// The list of the statuses of bringing a board up, for people.
@@ -36,5 +37,8 @@ std::string replayExitStatusHelp();
 
 /// As exitStatusHelp(), of the check of a document.
 std::string checkExitStatusHelp();
+
+/// As exitStatusHelp(), of drawing a board.
+std::string drawExitStatusHelp();
 
 } // namespace switchctl

@@ -20,6 +20,18 @@ SessionLog::SessionLog(StartUpMonitor& monitor, reference_host::LogSink* next)
     : _monitor(monitor), _next(next) {}
 
 void SessionLog::write(LogMessage const& message) {
+    // The monitor comes last, since whoever waits goes on from here and may look at the complaints; but
+    // it comes, whatever becomes of the message.
+    try {
+        keep(message);
+    } catch (...) {
+        _monitor.inspect(message);
+        throw;
+    }
+    _monitor.inspect(message);
+}
+
+void SessionLog::keep(LogMessage const& message) {
     if (isComplaint(message)) {
         std::lock_guard<std::mutex> const lock(_mutex);
         _complaints.push_back(message);
@@ -27,8 +39,6 @@ void SessionLog::write(LogMessage const& message) {
     if (_next != nullptr) {
         _next->write(message);
     }
-    // Last, since whoever waits goes on from here and may look at the complaints.
-    _monitor.inspect(message);
 }
 
 std::vector<LogMessage> SessionLog::getComplaints() const {

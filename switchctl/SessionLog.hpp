@@ -22,6 +22,8 @@ public:
     std::vector<reference_host::LogMessage> getComplaints() const;
 
 private:
+    void keep(reference_host::LogMessage const& message);
+
     StartUpMonitor& _monitor;
     reference_host::LogSink* _next;
     mutable std::mutex _mutex;

@@ -1,5 +1,9 @@
 #include "switchctl/StartUpMonitor.hpp"
 
+#include <cstring>
+#include <new>
+#include <utility>
+
 namespace switchctl {
 
 namespace {
@@ -8,13 +12,13 @@ constexpr char const* exceptionInEvent = "SwitchManagementThread::processEvent. 
 constexpr char const* threadText = "SwitchManagementThread::run [";
 constexpr char const* exceptionInLoop = "] caught ";
 
-bool startsWith(std::string const& text, std::string const& start) {
-    return text.compare(0, start.size(), start) == 0;
+bool startsWith(std::string const& text, char const* start) {
+    return text.compare(0, std::strlen(start), start) == 0;
 }
 
 /// What follows in the text, without the line end and the quotes around it.
-std::string reasonFrom(std::string text, std::size_t position) {
-    text.erase(0, position);
+std::string reasonFrom(std::string const& message, std::size_t position) {
+    std::string text = message.substr(position);
     while (!text.empty() && text.back() == '\n') {
         text.pop_back();
     }
@@ -27,17 +31,17 @@ std::string reasonFrom(std::string text, std::size_t position) {
 } // namespace
 
 void StartUpMonitor::reportPopulated() {
-    finish(true, "");
+    finish(true, {});
 }
 
 void StartUpMonitor::inspect(reference_host::LogMessage const& message) {
     std::string const& text = message.text;
     if (startsWith(text, exceptionInEvent)) {
-        finish(false, reasonFrom(text, std::string(exceptionInEvent).size()));
+        finishEarly(text, std::strlen(exceptionInEvent));
     } else if (startsWith(text, threadText)) {
         std::size_t const caught = text.find(exceptionInLoop);
         if (caught != std::string::npos) {
-            finish(false, reasonFrom(text, caught + std::string(exceptionInLoop).size()));
+            finishEarly(text, caught + std::strlen(exceptionInLoop));
         }
     }
 }
@@ -48,14 +52,24 @@ StartUpMonitor::Outcome StartUpMonitor::wait() {
     return _outcome;
 }
 
-void StartUpMonitor::finish(bool populated, std::string const& reason) {
+// Whoever waits has to go on even when there is no memory left to say why.
+void StartUpMonitor::finishEarly(std::string const& text, std::size_t position) {
+    std::string reason;
+    try {
+        reason = reasonFrom(text, position);
+    } catch (std::bad_alloc const&) { // NOLINT(bugprone-empty-catch)
+    }
+    finish(false, std::move(reason));
+}
+
+void StartUpMonitor::finish(bool populated, std::string reason) {
     std::lock_guard<std::mutex> const lock(_mutex);
     if (_finished) {
         return;
     }
     _finished = true;
     _outcome.populated = populated;
-    _outcome.reason = reason;
+    _outcome.reason = std::move(reason);
     _changed.notify_all();
 }
 

@@ -29,7 +29,8 @@ public:
     Outcome wait();
 
 private:
-    void finish(bool populated, std::string const& reason);
+    void finishEarly(std::string const& text, std::size_t position);
+    void finish(bool populated, std::string reason);
 
     std::mutex _mutex;
     std::condition_variable _changed;

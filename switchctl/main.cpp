@@ -5,8 +5,12 @@
 #include "switchctl/BringUpCommand.hpp"
 #include "switchctl/ExitStatus.hpp"
 #include "switchctl/SimulateControllerCommand.hpp"
+#include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
+#include "switchctl/draw/DrawCommand.hpp"
+#include "switchctl/plan/PlanCommand.hpp"
 #include "switchctl/registers/RegisterCommand.hpp"
+#include "switchctl/trace/ReplayCommand.hpp"
 
 using switchctl::ExitStatus;
 
@@ -19,14 +23,30 @@ ExitStatus runProgram(int argc, char** argv) {
     switchctl::BringUpCommand const bringUp(program);
     switchctl::RegisterCommand const registers(program);
     switchctl::check::CheckCommand const check(program);
+    switchctl::draw::DrawCommand const draw(program);
+    switchctl::plan::PlanCommand const plan(program);
+    switchctl::audit::AuditCommand const audit(program);
+    switchctl::trace::ReplayCommand const replay(program);
     switchctl::SimulateControllerCommand const controller(program);
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
         return program.exit(error) == 0 ? ExitStatus::success : ExitStatus::usage;
     }
+    if (draw.isChosen()) {
+        return draw.run(std::cout, std::cerr);
+    }
     if (check.isChosen()) {
         return check.run(std::cout, std::cerr);
+    }
+    if (audit.isChosen()) {
+        return audit.run(std::cout, std::cerr);
+    }
+    if (replay.isChosen()) {
+        return replay.run(std::cout, std::cerr);
+    }
+    if (plan.isChosen()) {
+        return plan.run(std::cout, std::cerr);
     }
     if (registers.isChosen()) {
         return registers.run(std::cout, std::cerr);

@@ -116,6 +116,10 @@ void RegisterSession::connect() {
             _options.getWay() == Way::serial && !_options.isSimulated() ? _options.getDevice() + ": " : "";
         throw CommandError(ExitStatus::noHardware, where + reason);
     }
+    if (!_options.getTracePath().empty()) {
+        _trace = std::make_unique<trace::RegisterTrace>(_options);
+        _trace->attach(*_transport);
+    }
 }
 
 std::unique_ptr<RegisterTransport> RegisterSession::makeTransport() {

@@ -16,6 +16,7 @@
 #include "switchctl/registers/RealTime.hpp"
 #include "switchctl/registers/RegisterTransport.hpp"
 #include "switchctl/registers/TransportOptions.hpp"
+#include "switchctl/trace/RegisterTrace.hpp"
 
 namespace switchctl {
 
@@ -60,6 +61,7 @@ private:
     std::unique_ptr<reference_host::PhysicalMemory> _memory;
     AccessErrors _accessErrors;
     std::unique_ptr<reference_host::HostApplication> _application;
+    std::unique_ptr<trace::RegisterTrace> _trace;
     std::unique_ptr<RegisterTransport> _transport;
 };
 

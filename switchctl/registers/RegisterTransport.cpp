@@ -1,5 +1,7 @@
 #include "switchctl/registers/RegisterTransport.hpp"
 
+#include <utility>
+
 #include "switchctl/registers/CommandError.hpp"
 
 namespace switchctl {
@@ -10,12 +12,16 @@ RegisterTransport::~RegisterTransport() = default;
 
 std::uint32_t RegisterTransport::read(RegisterLocation const& location) {
     std::uint32_t value = 0;
-    perform(location, "could not be read", [&] { return tryRead(location.address, value); });
+    perform(location, false, value, [&] { return tryRead(location.address, value); });
     return value;
 }
 
 void RegisterTransport::write(RegisterLocation const& location, std::uint32_t value) {
-    perform(location, "could not be written", [&] { return tryWrite(location.address, value); });
+    perform(location, true, value, [&] { return tryWrite(location.address, value); });
+}
+
+void RegisterTransport::setObserver(Observer observer) {
+    _observer = std::move(observer);
 }
 
 unsigned RegisterTransport::getAccesses() const {
@@ -23,7 +29,8 @@ unsigned RegisterTransport::getAccesses() const {
 }
 
 template <typename Access>
-void RegisterTransport::perform(RegisterLocation const& location, char const* what, Access access) {
+void RegisterTransport::perform(RegisterLocation const& location, bool isWrite, std::uint32_t& value,
+                                Access access) {
     ++_accesses;
     std::string thrown;
     bool succeeded = false;
@@ -33,14 +40,19 @@ void RegisterTransport::perform(RegisterLocation const& location, char const* wh
         thrown = text;
     }
     std::string reason = _errors.take();
-    if (succeeded && reason.empty()) {
+    bool const isGood = succeeded && reason.empty();
+    if (_observer) {
+        _observer(location, isWrite, value, isGood);
+    }
+    if (isGood) {
         return;
     }
     if (!thrown.empty()) {
         reason += (reason.empty() ? "" : "; ") + thrown;
     }
     throw CommandError(ExitStatus::registerFailed,
-                       location.getText() + " " + what + (reason.empty() ? "" : ": " + reason));
+                       location.getText() + (isWrite ? " could not be written" : " could not be read") +
+                           (reason.empty() ? "" : ": " + reason));
 }
 
 } // namespace switchctl

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "switchctl/registers/AccessErrors.hpp"
 #include "switchctl/registers/RegisterLocation.hpp"
@@ -20,6 +21,11 @@ public:
     std::uint32_t read(RegisterLocation const& location);
     void write(RegisterLocation const& location, std::uint32_t value);
 
+    /// What sees each access once it is over; `value` of a read that failed means nothing.
+    using Observer = std::function<void(RegisterLocation const& location, bool isWrite, std::uint32_t value,
+                                        bool succeeded)>;
+    void setObserver(Observer observer);
+
     /// Accesses so far.
     unsigned getAccesses() const;
 
@@ -30,9 +36,10 @@ protected:
 
 private:
     template <typename Access>
-    void perform(RegisterLocation const& location, char const* what, Access access);
+    void perform(RegisterLocation const& location, bool isWrite, std::uint32_t& value, Access access);
 
     AccessErrors& _errors;
+    Observer _observer;
     unsigned _accesses = 0;
 };
 

@@ -41,6 +41,8 @@ CLI::App& TransportOptions::addTransport(CLI::App& action, char const* name, cha
                    "Use a fresh chip model; with --simulate=BOARD.xml, the models of that board after it "
                    "was brought up")
         ->type_name("[=BOARD.xml]");
+    transport->add_option("--trace", _trace, "Write every register access to FILE, for \"replay\"")
+        ->type_name("FILE");
     return *transport;
 }
 
@@ -103,6 +105,10 @@ bool TransportOptions::isSimulated() const {
 
 std::string TransportOptions::getDocumentPath() const {
     return _simulate == fresh ? "" : _simulate;
+}
+
+std::string const& TransportOptions::getTracePath() const {
+    return _trace;
 }
 
 bool TransportOptions::showsTraffic() const {

@@ -42,6 +42,9 @@ public:
     /// The board that is brought up first; empty when the simulated chip is fresh.
     std::string getDocumentPath() const;
 
+    /// Where all accesses are to be written; empty when nowhere.
+    std::string const& getTracePath() const;
+
     /// Whether to show what goes over the simulated serial line.
     bool showsTraffic() const;
 
@@ -61,6 +64,7 @@ private:
     unsigned _switchId = 0;
     std::string _device = "/dev/ttyS1";
     std::string _simulate;
+    std::string _trace;
     bool _viaParallel = false;
     bool _viaSerial = false;
     bool _traffic = false;

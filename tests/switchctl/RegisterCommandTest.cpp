@@ -112,7 +112,8 @@ TEST_F(RegisterCommandTest, AReadThatFailsIsReported) {
     VirtualClock::adopt(&clock);
     clock.callAt(1, [this] {
         EXPECT_TRUE(controller.waitForCommands(1));
-        EXPECT_TRUE(controller.getTerminal().waitUntilReadable(9));
+        // In vain when the first look at the line found them already.
+        controller.getTerminal().waitUntilReadable(9);
     });
     EXPECT_EQ(run({"read", "serial", "--device", device, "system/CHIPID"}), ExitStatus::registerFailed);
     EXPECT_EQ(out.str(), "");

@@ -1,0 +1,67 @@
+#include "switchctl/audit/AuditRun.hpp"
+
+#include "switchctl/audit/ChipReader.hpp"
+#include "switchctl/registers/CommandError.hpp"
+
+namespace switchctl::audit {
+
+AuditRun::AuditRun(plan::ModelBringUp& bringUp) {
+    for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
+        _chips.emplace_back(bringUp, id);
+    }
+    AuditedBoard board(bringUp.getBoard());
+    for (Chip& chip : _chips) {
+        chip.expected = read(board, chip.scope);
+        for (std::string const& line : chip.expected.getUnread()) {
+            throw CommandError(ExitStatus::registerFailed,
+                               "the model of " + chip.scope.getChip() + ": " + line);
+        }
+    }
+}
+
+void AuditRun::compare(AuditedBoard& board) {
+    for (Chip const& chip : _chips) {
+        ChipImage const found = read(board, chip.scope);
+        for (Deviation const& deviation : Deviation::between(chip.scope.getChip(), chip.expected, found)) {
+            _deviations.push_back(deviation);
+        }
+        for (std::string const& line : found.getUnread()) {
+            _unread.push_back(chip.scope.getChip() + ": " + line);
+        }
+    }
+}
+
+ChipImage AuditRun::read(AuditedBoard& board, ChipScope const& scope) {
+    auto const transport = board.connect(scope.getSwitchId(), scope.getCatalogue().getModel());
+    return ChipReader(scope, *transport).read();
+}
+
+std::vector<Deviation> const& AuditRun::getDeviations() const {
+    return _deviations;
+}
+
+std::vector<std::string> const& AuditRun::getUnread() const {
+    return _unread;
+}
+
+unsigned AuditRun::getSwitches() const {
+    return static_cast<unsigned>(_chips.size());
+}
+
+unsigned AuditRun::getRegisters() const {
+    unsigned registers = 0;
+    for (Chip const& chip : _chips) {
+        registers += chip.expected.getRegisters();
+    }
+    return registers;
+}
+
+unsigned AuditRun::getEntries() const {
+    unsigned entries = 0;
+    for (Chip const& chip : _chips) {
+        entries += chip.expected.getEntries();
+    }
+    return entries;
+}
+
+} // namespace switchctl::audit

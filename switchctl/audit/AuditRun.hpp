@@ -1,0 +1,51 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "switchctl/audit/AuditedBoard.hpp"
+#include "switchctl/audit/ChipImage.hpp"
+#include "switchctl/audit/ChipScope.hpp"
+#include "switchctl/audit/Deviation.hpp"
+#include "switchctl/plan/ModelBringUp.hpp"
+
+namespace switchctl::audit {
+
+/// An audit: what a bring-up leaves in models, and then what is in the chips.
+class AuditRun {
+public:
+    /// Takes what is expected from models that the document has been brought up on, which are not needed
+    /// afterwards. Throws CommandError (registerFailed) when they cannot be read.
+    explicit AuditRun(plan::ModelBringUp& bringUp);
+
+    /// Reads the chips and compares. Throws CommandError (noHardware).
+    void compare(AuditedBoard& board);
+
+    /// In the order of the switches' ids.
+    std::vector<Deviation> const& getDeviations() const;
+
+    /// What could not be read, one line each.
+    std::vector<std::string> const& getUnread() const;
+
+    unsigned getSwitches() const;
+    /// How many were compared.
+    unsigned getRegisters() const;
+    unsigned getEntries() const;
+
+private:
+    struct Chip {
+        Chip(plan::ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
+        ChipScope scope;
+        ChipImage expected;
+    };
+
+    static ChipImage read(AuditedBoard& board, ChipScope const& scope);
+
+    // The catalogues of the scopes stay where they are.
+    std::deque<Chip> _chips;
+    std::vector<Deviation> _deviations;
+    std::vector<std::string> _unread;
+};
+
+} // namespace switchctl::audit

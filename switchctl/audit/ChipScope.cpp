@@ -1,0 +1,155 @@
+#include "switchctl/audit/ChipScope.hpp"
+
+#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/Bits.hpp"
+#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
+#include "switchctl/audit/AuditSelection.hpp"
+#include "switchctl/audit/MarvellTableReader.hpp"
+#include "switchctl/audit/VitesseTableReader.hpp"
+#include "switchctl/registers/CommandError.hpp"
+
+namespace switchctl::audit {
+
+using simulation::AccessLog;
+using simulation::bitsOf;
+using simulation::Vsc7390TestSide;
+
+namespace {
+
+namespace global1 = simulation::marvell::global1;
+namespace analyser = simulation::vitesse::analyser;
+namespace mac = simulation::vitesse::mac;
+namespace vlan = simulation::vitesse::vlan;
+
+std::set<unsigned> allBelow(unsigned end) {
+    std::set<unsigned> numbers;
+    for (unsigned number = 0; number < end; ++number) {
+        numbers.insert(numbers.end(), number);
+    }
+    return numbers;
+}
+
+} // namespace
+
+ChipScope::ChipScope(plan::ModelBringUp& bringUp, unsigned switchId)
+    : _switchId(switchId), _catalogue(bringUp.getModel(switchId)) {
+    std::string const chip = getChip();
+    for (AccessLog::Entry const& entry : bringUp.getBoard().getLog().getEntries()) {
+        if (entry.chip == chip) {
+            take(entry);
+        }
+    }
+}
+
+unsigned ChipScope::getSwitchId() const {
+    return _switchId;
+}
+
+std::string ChipScope::getChip() const {
+    return "switch " + std::to_string(_switchId);
+}
+
+ChipCatalogue const& ChipScope::getCatalogue() const {
+    return _catalogue;
+}
+
+std::vector<RegisterLocation> const& ChipScope::getRegisters() const {
+    return _registers;
+}
+
+std::set<unsigned> const& ChipScope::getVlanTableVids() const {
+    return _vlanTableVids;
+}
+
+std::set<unsigned> const& ChipScope::getVtuVids() const {
+    return _vtuVids;
+}
+
+std::set<unsigned> const& ChipScope::getStuSids() const {
+    return _stuSids;
+}
+
+bool ChipScope::areVlansFlushed() const {
+    return _areVlansFlushed;
+}
+
+std::set<unsigned> const& ChipScope::getMacTableRows() const {
+    return _macTableRows;
+}
+
+void ChipScope::take(AccessLog::Entry const& entry) {
+    if (entry.unit == "global 1") {
+        takeGlobal1(entry);
+    } else if (entry.unit == "analyser") {
+        takeAnalyser(entry);
+    }
+    if (entry.kind == AccessLog::Kind::write) {
+        takeRegister(entry);
+    }
+}
+
+void ChipScope::takeRegister(AccessLog::Entry const& entry) {
+    std::string const text = entry.unit + "/" + std::to_string(entry.address);
+    if (!_seen.insert(text).second) {
+        return;
+    }
+    try {
+        RegisterLocation const location = _catalogue.find(text);
+        // What is at a number that nobody knows may change by being read.
+        if (location.description != nullptr && AuditSelection::contains(location)) {
+            _registers.push_back(location);
+        }
+    } catch (CommandError const&) {
+        // A PHY that a chip of this kind does not have: nothing is there to be compared.
+    }
+}
+
+// Commands work on what was read into the staging registers, too.
+void ChipScope::takeGlobal1(AccessLog::Entry const& entry) {
+    if (entry.address == global1::vtuVid) {
+        _vtuVid = bitsOf(entry.value, global1::vid.high, global1::vid.low);
+    } else if (entry.address == global1::vtuSid) {
+        _vtuSid = entry.value;
+    } else if (entry.address == global1::vtuOperation && entry.kind == AccessLog::Kind::write) {
+        switch (MarvellTableReader::operationIn(entry.value)) {
+        case MarvellTableReader::Operation::flushAll:
+            _areVlansFlushed = true;
+            break;
+        case MarvellTableReader::Operation::vtuLoad:
+            _vtuVids.insert(_vtuVid);
+            break;
+        case MarvellTableReader::Operation::stuLoad:
+            _stuSids.insert(_vtuSid);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void ChipScope::takeAnalyser(AccessLog::Entry const& entry) {
+    if (entry.address == analyser::vlanIndex) {
+        _vlanIndex = entry.value;
+    } else if (entry.address == analyser::macIndex) {
+        _macIndex = entry.value;
+    } else if (entry.kind == AccessLog::Kind::read) {
+        return;
+    } else if (entry.address == analyser::vlanAccess) {
+        unsigned const command = simulation::vitesse::fieldOf(entry.value, vlan::command);
+        if (command == VitesseTableReader::vlanClear) {
+            _vlanTableVids = allBelow(Vsc7390TestSide::numberOfVids);
+        } else if (command == VitesseTableReader::vlanWrite) {
+            _vlanTableVids.insert(_vlanIndex);
+        }
+    } else if (entry.address == analyser::macAccess) {
+        unsigned const command = simulation::vitesse::fieldOf(entry.value, mac::command);
+        if (command == VitesseTableReader::macClear) {
+            _macTableRows = allBelow(Vsc7390TestSide::numberOfRows);
+        } else if (command == VitesseTableReader::macWrite) {
+            _macTableRows.insert(simulation::vitesse::fieldOf(_macIndex, mac::row));
+        }
+    }
+}
+
+} // namespace switchctl::audit

@@ -1,0 +1,66 @@
+#include "switchctl/audit/Deviation.hpp"
+
+#include "switchctl/registers/NumberText.hpp"
+
+namespace switchctl::audit {
+
+namespace {
+
+std::string textOf(std::optional<std::uint32_t> const& value, std::string const& without) {
+    return value ? NumberText::hexadecimal(*value, 1) : without;
+}
+
+nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
+    return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json(nullptr);
+}
+
+} // namespace
+
+std::vector<Deviation> Deviation::between(std::string const& chip, ChipImage const& expected,
+                                          ChipImage const& found) {
+    std::vector<Deviation> deviations;
+    bool const endedEarly = found.isUnread("");
+    for (ChipImage::Item const& item : expected.getItems()) {
+        ChipImage::Item const* const other = found.find(item.unit, item.name);
+        if (other == nullptr) {
+            // What could not be read is told elsewhere.
+            if (!endedEarly && !found.isUnread(item.unit)) {
+                deviations.push_back({chip, item.unit, item.name, "", 1, std::nullopt});
+            }
+            continue;
+        }
+        for (std::size_t index = 0; index < item.fields.size() && index < other->fields.size(); ++index) {
+            ChipImage::Field const& field = item.fields[index];
+            if (other->fields[index].value != field.value) {
+                deviations.push_back(
+                    {chip, item.unit, item.name, field.name, field.value, other->fields[index].value});
+            }
+        }
+    }
+    for (ChipImage::Item const& item : found.getItems()) {
+        if (expected.find(item.unit, item.name) == nullptr) {
+            deviations.push_back({chip, item.unit, item.name, "", std::nullopt, 1});
+        }
+    }
+    return deviations;
+}
+
+void Deviation::print(std::ostream& out) const {
+    out << chip << "  " << unit << "  " << item << "  ";
+    if (field.empty()) {
+        out << (expected ? "expected the entry, found none" : "expected none, found the entry") << '\n';
+        return;
+    }
+    out << field << "  expected " << textOf(expected, "none") << ", found " << textOf(found, "none") << '\n';
+}
+
+nlohmann::ordered_json Deviation::toJson() const {
+    return {{"chip", chip},
+            {"unit", unit},
+            {"item", item},
+            {"field", field},
+            {"expected", jsonOf(expected)},
+            {"found", jsonOf(found)}};
+}
+
+} // namespace switchctl::audit

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "switchctl/audit/ChipImage.hpp"
+
+namespace switchctl::audit {
+
+/// A field of a chip that is not as a bring-up leaves it.
+struct Deviation {
+    /// For example "switch 0".
+    std::string chip;
+    /// For example "port 3" or "VTU".
+    std::string unit;
+    /// A register or an entry of a table.
+    std::string item;
+    /// Empty when the whole entry is too much or missing.
+    std::string field;
+    /// Nothing for an entry that is not to be, or is not, there.
+    std::optional<std::uint32_t> expected;
+    std::optional<std::uint32_t> found;
+
+    /// In the order of the chip; last, the entries that are too much.
+    static std::vector<Deviation> between(std::string const& chip, ChipImage const& expected,
+                                          ChipImage const& found);
+
+    /// In one line.
+    void print(std::ostream& out) const;
+    nlohmann::ordered_json toJson() const;
+};
+
+} // namespace switchctl::audit

@@ -1,0 +1,74 @@
+#include "switchctl/plan/ModelBringUp.hpp"
+
+#include "switchctl/BoardSummary.hpp"
+#include "switchctl/registers/CommandError.hpp"
+
+namespace switchctl::plan {
+
+using reference_host::XmlDocument;
+
+namespace {
+
+std::unique_ptr<XmlDocument> load(std::string const& path) {
+    try {
+        return XmlDocument::fromFile(path);
+    } catch (reference_host::XmlError const& error) {
+        throw CommandError(ExitStatus::badDocument, error.what());
+    }
+}
+
+} // namespace
+
+ModelBringUp::ModelBringUp(std::string const& path)
+    : _path(path), _xml(load(path)), _document(std::make_unique<BoardDocument>(*_xml)) {
+    BoardSession::Options options;
+    options.simulate = true;
+    _session = std::make_unique<BoardSession>(*_xml, options);
+    bringUp();
+}
+
+ModelBringUp::~ModelBringUp() = default;
+
+void ModelBringUp::bringUp() {
+    StartUpMonitor::Outcome const outcome = _session->bringUp();
+    if (!outcome.populated) {
+        throw CommandError(ExitStatus::startUpFailed, _path + ": start-up failed: " + outcome.reason);
+    }
+    if (_document->getSwitches().empty()) {
+        throw CommandError(ExitStatus::startUpFailed, _path + ": no switch in the document");
+    }
+    if (!BoardSummary(*_document, *_session).isComplete()) {
+        std::string text = _path + ": not every switch would come up";
+        for (std::string const& skipped : getBoard().getSkippedSwitches()) {
+            text += "\n  " + skipped;
+        }
+        throw CommandError(ExitStatus::startUpFailed, text);
+    }
+}
+
+std::string const& ModelBringUp::getPath() const {
+    return _path;
+}
+
+BoardDocument const& ModelBringUp::getDocument() const {
+    return *_document;
+}
+
+simulation::SimulatedBoard& ModelBringUp::getBoard() {
+    return *_session->getBoard();
+}
+
+BoardSession::Effort const& ModelBringUp::getEffort() const {
+    return _session->getEffort();
+}
+
+std::string ModelBringUp::getModel(unsigned switchId) const {
+    for (BoardDocument::Switch const& entry : _document->getSwitches()) {
+        if (entry.id == switchId) {
+            return entry.model;
+        }
+    }
+    return "";
+}
+
+} // namespace switchctl::plan

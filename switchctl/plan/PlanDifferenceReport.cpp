@@ -1,0 +1,56 @@
+#include "switchctl/plan/PlanDifferenceReport.hpp"
+
+#include "switchctl/plan/PlanReport.hpp"
+
+namespace switchctl::plan {
+
+PlanDifferenceReport::PlanDifferenceReport(BringUpPlan const& first, BringUpPlan const& second)
+    : _first(first), _second(second), _difference(first, second) {}
+
+bool PlanDifferenceReport::isEmpty() const {
+    return _difference.getUnits().empty();
+}
+
+void PlanDifferenceReport::print(std::ostream& out) const {
+    if (isEmpty()) {
+        return;
+    }
+    out << "- only in " << _first.getPath() << ": ";
+    PlanReport::printEffort(out, _first);
+    out << "\n+ only in " << _second.getPath() << ": ";
+    PlanReport::printEffort(out, _second);
+    out << '\n';
+    std::string chip;
+    for (PlanDifference::Unit const& unit : _difference.getUnits()) {
+        if (unit.place.first != chip) {
+            chip = unit.place.first;
+            out << chip << '\n';
+        }
+        out << "  " << unit.place.second << '\n';
+        for (WriteAlignment::Lone const& lone : unit.writes) {
+            out << (lone.isInFirst ? "  - " : "  + ");
+            lone.write.print(out);
+            out << '\n';
+        }
+    }
+}
+
+void PlanDifferenceReport::printJson(std::ostream& out) const {
+    nlohmann::ordered_json units = nlohmann::ordered_json::array();
+    for (PlanDifference::Unit const& unit : _difference.getUnits()) {
+        nlohmann::ordered_json writes = nlohmann::ordered_json::array();
+        for (WriteAlignment::Lone const& lone : unit.writes) {
+            nlohmann::ordered_json write = {{"only", lone.isInFirst ? "first" : "second"}};
+            write.update(lone.write.toJson());
+            writes.push_back(write);
+        }
+        units.push_back({{"chip", unit.place.first}, {"unit", unit.place.second}, {"writes", writes}});
+    }
+    nlohmann::ordered_json const difference = {
+        {"first", {{"file", _first.getPath()}, {"predicted", PlanReport::effortToJson(_first)}}},
+        {"second", {{"file", _second.getPath()}, {"predicted", PlanReport::effortToJson(_second)}}},
+        {"differences", units}};
+    out << difference.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+} // namespace switchctl::plan

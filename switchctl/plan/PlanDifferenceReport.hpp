@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ostream>
+
+#include "switchctl/plan/BringUpPlan.hpp"
+#include "switchctl/plan/PlanDifference.hpp"
+
+namespace switchctl::plan {
+
+/// The difference of two plans for people and for programs.
+class PlanDifferenceReport {
+public:
+    /// Both plans must outlive the report.
+    PlanDifferenceReport(BringUpPlan const& first, BringUpPlan const& second);
+
+    bool isEmpty() const;
+
+    /// Nothing when there is no difference.
+    void print(std::ostream& out) const;
+    void printJson(std::ostream& out) const;
+
+private:
+    BringUpPlan const& _first;
+    BringUpPlan const& _second;
+    PlanDifference _difference;
+};
+
+} // namespace switchctl::plan

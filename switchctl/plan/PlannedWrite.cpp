@@ -1,0 +1,44 @@
+#include "switchctl/plan/PlannedWrite.hpp"
+
+#include <iomanip>
+
+#include "switchctl/registers/NumberText.hpp"
+
+namespace switchctl::plan {
+
+namespace {
+
+constexpr int widthOfName = 21;
+constexpr unsigned digitsOfAddress = 2;
+
+} // namespace
+
+bool PlannedWrite::isSameAs(PlannedWrite const& other) const {
+    return address == other.address && value == other.value && registerName == other.registerName;
+}
+
+void PlannedWrite::print(std::ostream& out) const {
+    out << std::left << std::setw(widthOfName) << registerName << std::right << ' '
+        << NumberText::hexadecimal(address, digitsOfAddress) << "  "
+        << NumberText::hexadecimal(value, digits);
+    char const* separator = "  ";
+    for (simulation::AccessLog::FieldChange const& change : changes) {
+        out << separator << change.field << ' ' << NumberText::hexadecimal(change.before, 1) << "->"
+            << NumberText::hexadecimal(change.after, 1);
+        separator = ", ";
+    }
+}
+
+nlohmann::ordered_json PlannedWrite::toJson() const {
+    nlohmann::ordered_json fields = nlohmann::ordered_json::array();
+    for (simulation::AccessLog::FieldChange const& change : changes) {
+        fields.push_back({{"field", change.field}, {"before", change.before}, {"after", change.after}});
+    }
+    return {{"nanoseconds", nanoseconds},
+            {"register", registerName},
+            {"address", address},
+            {"value", value},
+            {"changes", fields}};
+}
+
+} // namespace switchctl::plan

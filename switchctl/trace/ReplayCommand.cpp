@@ -1,0 +1,98 @@
+#include "switchctl/trace/ReplayCommand.hpp"
+
+#include "simulation/Bits.hpp"
+#include "switchctl/registers/CommandError.hpp"
+#include "switchctl/registers/NumberText.hpp"
+#include "switchctl/registers/OutputDiversion.hpp"
+#include "switchctl/trace/TraceFormat.hpp"
+
+namespace switchctl::trace {
+
+using simulation::bitsOf;
+
+namespace {
+
+constexpr unsigned digitsOfSmiWord = 4;
+
+std::string footer() {
+    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; docs/trace-format.md "
+           "tells\n"
+           "what is in it. Its accesses are made to fresh models of its chips, at its times.\n"
+           "\n"
+           "Examples:\n"
+           "  switchctl bring-up board.xml --trace board.txt\n"
+           "  switchctl replay board.txt\n"
+           "\n" +
+           replayExitStatusHelp();
+}
+
+std::string outcomeOf(TraceAccess const& access, unsigned digits) {
+    std::string const value = access.value ? NumberText::hexadecimal(*access.value, digits) : "";
+    if (access.succeeded) {
+        return value;
+    }
+    return access.isWrite ? value + " failed" : "a failed read";
+}
+
+void printFields(std::ostream& out, RegisterLocation const& location, std::uint32_t expected,
+                 std::uint32_t found) {
+    for (simulation::Register::Field const& field : location.description->getFields()) {
+        std::uint32_t const before = bitsOf(expected, field.high, field.low);
+        std::uint32_t const after = bitsOf(found, field.high, field.low);
+        if (before != after) {
+            out << "    " << field.name << "  expected " << NumberText::hexadecimal(before, 1) << ", found "
+                << NumberText::hexadecimal(after, 1) << '\n';
+        }
+    }
+}
+
+} // namespace
+
+ReplayCommand::ReplayCommand(CLI::App& program)
+    : _command(program.add_subcommand("replay", "Run a trace against chip models")) {
+    _command->add_option("FILE", _path, "The trace")->required();
+    _command->footer(footer());
+}
+
+bool ReplayCommand::isChosen() const {
+    return _command->parsed();
+}
+
+ExitStatus ReplayCommand::run(std::ostream& out, std::ostream& errors) const {
+    try {
+        TraceReader const trace = TraceReader::fromFile(_path);
+        OutputDiversion const diversion(errors);
+        auto const divergence = Replay(trace).run();
+        if (!divergence) {
+            out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
+            return ExitStatus::success;
+        }
+        print(out, trace, *divergence);
+        return ExitStatus::traceDiverges;
+    } catch (CommandError const& error) {
+        errors << "switchctl: " << error.what() << '\n';
+        return error.getStatus();
+    }
+}
+
+void ReplayCommand::print(std::ostream& out, TraceReader const& trace,
+                          Replay::Divergence const& divergence) const {
+    TraceAccess const& expected = divergence.line.access;
+    TraceAccess const& found = divergence.found;
+    std::string name = TraceFormat::busyChip;
+    unsigned digits = digitsOfSmiWord;
+    RegisterLocation location;
+    if (expected.address) {
+        location = TraceFormat::locate(*trace.getChips().find(expected.switchId), *expected.address);
+        name = location.getText() + " (" + location.address.getText() + ")";
+        digits = location.getDigits();
+    }
+    out << _path << ':' << divergence.line.number << ": switch " << expected.switchId << ", "
+        << (expected.isWrite ? "write of " : "read of ") << name << ": expected "
+        << outcomeOf(expected, digits) << ", found " << outcomeOf(found, digits) << '\n';
+    if (location.description != nullptr && !expected.isWrite && expected.value && found.value) {
+        printFields(out, location, *expected.value, *found.value);
+    }
+}
+
+} // namespace switchctl::trace

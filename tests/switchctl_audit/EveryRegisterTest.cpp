@@ -1,0 +1,60 @@
+// Every register that a document determines, disturbed in one field.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "AuditBench.hpp"
+#include "switchctl/audit/AuditSelection.hpp"
+#include "switchctl/audit/ChipScope.hpp"
+
+using simulation::ChipTestSide;
+using switchctl::RegisterLocation;
+using switchctl::audit::AuditSelection;
+using switchctl::audit::ChipScope;
+
+namespace {
+
+/// Turns the lowest bit of a compared field over; returns how the line for it begins.
+std::string disturb(ChipTestSide& chip, std::string const& name, RegisterLocation const& location) {
+    auto const& fields = location.description->getFields();
+    auto const field = std::find_if(fields.begin(), fields.end(), [&](auto const& candidate) {
+        return AuditSelection::contains(location, candidate);
+    });
+    if (field == fields.end()) {
+        return "";
+    }
+    unsigned const address = location.address.address;
+    std::uint32_t const value = chip.peek(location.unit, address);
+    chip.poke(location.unit, address, value ^ 1U << field->low);
+    return name + "  " + location.unit + "  " + location.name + "  " + field->name + "  expected ";
+}
+
+class EveryRegisterTest : public testing::TestWithParam<char const*> {};
+
+} // namespace
+
+TEST_P(EveryRegisterTest, IsReportedWhenItDeviatesAndNothingElseIs) {
+    AuditBench bench(GetParam());
+    std::vector<std::string> expected;
+    for (unsigned const id : bench.getBoard().getSwitchIds()) {
+        ChipScope const scope(bench.getBringUp(), id);
+        for (RegisterLocation const& location : scope.getRegisters()) {
+            std::string const line = disturb(bench.getBoard().getChip(id), scope.getChip(), location);
+            if (!line.empty()) {
+                expected.push_back(line);
+            }
+        }
+    }
+    EXPECT_GT(expected.size(), 10U);
+    std::vector<std::string> const found = bench.audit();
+    ASSERT_EQ(found.size(), expected.size());
+    for (std::size_t index = 0; index < found.size(); ++index) {
+        EXPECT_THAT(found[index], testing::StartsWith(expected[index]));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Examples, EveryRegisterTest,
+                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
+                                         "mixed"));

@@ -1,0 +1,77 @@
+#include "switchctl/draw/DrawCommand.hpp"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+#include "reference_host/XmlDocument.hpp"
+#include "tests/support/TemporaryFile.hpp"
+
+using reference_host::XmlDocument;
+using switchctl::ExitStatus;
+using switchctl::draw::DrawCommand;
+using test_support::TemporaryFile;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class DrawCommandTest : public testing::Test {
+protected:
+    ExitStatus run(std::string const& arguments) {
+        CLI::App program;
+        DrawCommand const command(program);
+        program.parse("draw " + arguments);
+        EXPECT_TRUE(command.isChosen());
+        out.str("");
+        errors.str("");
+        return command.run(out, errors);
+    }
+
+    std::string const mixed = EXAMPLES_FOLDER "/mixed.xml";
+    std::ostringstream out;
+    std::ostringstream errors;
+};
+
+TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
+    for (std::string const name : {"minimal", "access-point", "three-switches", "video-switch", "mixed"}) {
+        TemporaryFile const picture;
+        EXPECT_EQ(run(EXAMPLES_FOLDER "/" + name + ".xml --graphviz " DOT_PROGRAM " -o " + picture.path()),
+                  ExitStatus::success)
+            << errors.str();
+        auto const drawn = XmlDocument::fromFile(picture.path());
+        auto const board = XmlDocument::fromFile(EXAMPLES_FOLDER "/" + name + ".xml");
+        EXPECT_GE(drawn->find("//*[local-name()='g'][@class='edge']")->nodeNr,
+                  board->find("//vlan[@id < 10]/port")->nodeNr)
+            << name;
+    }
+}
+
+TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
+    EXPECT_EQ(run(mixed + " --format dot"), ExitStatus::success);
+    EXPECT_THAT(out.str(), StartsWith("graph board {\n  graph [label=<<B>mixed.xml</B>>"));
+    std::string const text = out.str();
+    TemporaryFile const file;
+    EXPECT_EQ(run(mixed + " --format dot -o " + file.path()), ExitStatus::success);
+    EXPECT_EQ(file.content(), text);
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(DrawCommandTest, APictureNeedsAFile) {
+    EXPECT_THROW(run(mixed), CLI::RequiredError);
+    EXPECT_THROW(run(mixed + " --format png -o x"), CLI::ValidationError);
+}
+
+TEST_F(DrawCommandTest, FailuresHaveReasons) {
+    EXPECT_EQ(run("/nonexistent/board.xml --format dot"), ExitStatus::badDocument);
+    EXPECT_EQ(errors.str(), "switchctl: /nonexistent/board.xml:0: No such file or directory\n");
+    TemporaryFile const empty("<board/>");
+    EXPECT_EQ(run(empty.path() + " --format dot"), ExitStatus::badDocument);
+    EXPECT_THAT(errors.str(), HasSubstr("no switch to draw"));
+    EXPECT_EQ(run(mixed + " --format dot -o /nonexistent/x"), ExitStatus::noPicture);
+    EXPECT_EQ(errors.str(), "switchctl: /nonexistent/x: No such file or directory\n");
+    EXPECT_EQ(run(mixed + " --graphviz /nonexistent/dot -o /tmp/x.svg"), ExitStatus::noPicture);
+    EXPECT_THAT(errors.str(), StartsWith("switchctl: /nonexistent/dot: "));
+}
+
+} // namespace
