@@ -1,0 +1,76 @@
+// Owners of the model when there is no memory to keep what they are given: nothing leaks, and nothing is
+// kept by halves.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "model/PortBasedVlan.hpp"
+#include "model/TagBasedVlan.hpp"
+#include "model/TrunkGroup.hpp"
+#include "model/VlanPort.hpp"
+#include "tests/faults/AllocationFaults.hpp"
+#include "tests/model/ModelTest.hpp"
+
+using fault_test::AllocationFaults;
+
+namespace {
+
+/// Does it with one allocation that fails. Returns whether it got through.
+template <typename Operation> bool getsThrough(std::uint64_t failing, Operation operation) {
+    AllocationFaults const faults(failing, 1);
+    try {
+        operation();
+        return true;
+    } catch (std::bad_alloc const&) {
+        return false;
+    }
+}
+
+class ModelMemoryTest : public ModelTest {
+protected:
+    /// Whichever allocation fails, the VLAN has its one member at the second try.
+    template <typename VlanType> void expectOneMember() {
+        constexpr std::uint64_t moreThanItTakes = 20;
+        unsigned failures = 0;
+        for (std::uint64_t failing = 1; failing <= moreThanItTakes; ++failing) {
+            test_support::TestDocument document("<port ingress='addTag' egress='stripTag'/>");
+            test_support::RecordingSwitch device(application, 0, calls);
+            ManagedSwitchPort& port = device.addPort(3);
+            VlanType vlan(application, 5);
+            if (!getsThrough(failing, [&] { vlan.addPort(port, document.root()); })) {
+                ++failures;
+                vlan.addPort(port, document.root());
+            }
+            ASSERT_EQ(vlan.getVlanPorts().size(), 1U);
+            ASSERT_NE(vlan.getVlanPorts().at(3), nullptr);
+            EXPECT_EQ(&vlan.getVlanPorts().at(3)->getSwitchPort()->getSwitch(), &device);
+        }
+        EXPECT_GT(failures, 1U);
+        EXPECT_LT(failures, moreThanItTakes);
+    }
+};
+
+TEST_F(ModelMemoryTest, ATagBasedVlanGetsItsMember) {
+    expectOneMember<TagBasedVlan>();
+}
+
+TEST_F(ModelMemoryTest, APortBasedVlanGetsItsMember) {
+    expectOneMember<PortBasedVlan>();
+}
+
+TEST_F(ModelMemoryTest, ASwitchDeletesWhatItCannotKeep) {
+    auto port = std::make_unique<test_support::RecordingPort>(chip, 4, "external", "forwarding", calls);
+    std::pair<unsigned int, ManagedSwitchPort*> portEntry(4, port.release());
+    std::pair<unsigned int, TrunkGroup*> trunkEntry(0, new TrunkGroup(1));
+    EXPECT_FALSE(getsThrough(1, [&] { chip.insertPort(portEntry); }));
+    EXPECT_FALSE(getsThrough(1, [&] { chip.insertTrunkGroup(trunkEntry); }));
+    EXPECT_EQ(chip.getPorts().size(), 0U);
+    EXPECT_EQ(chip.getPort(4), nullptr);
+    EXPECT_EQ(chip.getTrunkGroup(0), nullptr);
+}
+
+} // namespace

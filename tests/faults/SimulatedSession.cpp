@@ -1,0 +1,14 @@
+#include "tests/faults/SimulatedSession.hpp"
+
+namespace fault_test {
+
+switchctl::BoardSession::Options simulatedSession(reference_host::LogSink& log) {
+    switchctl::BoardSession::Options options;
+    options.simulate = true;
+    options.log = &log;
+    // Data is there at the second look: looks before that are like the first.
+    options.board.vitesse.indirectReadNanoseconds = 200;
+    return options;
+}
+
+} // namespace fault_test
