@@ -53,6 +53,8 @@ set_target_properties(switchctl PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_fro
 set_target_properties(referencehost PROPERTIES INSTALL_RPATH $ORIGIN)
 install(TARGETS switchctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES switchctl/check/board.rng DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager)
+install(FILES switchctl/completion/switchctl.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME switchctl)
 install(FILES docs/switchctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager/examples
     FILES_MATCHING PATTERN *.xml PATTERN *.cpp)
