@@ -15,8 +15,5 @@ void PortBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
     if (XmlText::attribute(node, "egress").isPresent()) {
         getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute egress\n");
     }
-    if (!hasMember(port.getId())) {
-        makeRoomForMember(port.getId());
-        insertMember(port.getId(), new PortBasedVlanPort(*this, port));
-    }
+    addMember(port.getId(), [&] { return new PortBasedVlanPort(*this, port); });
 }

@@ -7,8 +7,5 @@ TagBasedVlan::TagBasedVlan(Application& application, unsigned int id)
     : Vlan(application, id, Type::tagBased) {}
 
 void TagBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
-    if (!hasMember(port.getId())) {
-        makeRoomForMember(port.getId());
-        insertMember(port.getId(), new TagBasedVlanPort(*this, port, node));
-    }
+    addMember(port.getId(), [&] { return new TagBasedVlanPort(*this, port, node); });
 }

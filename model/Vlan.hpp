@@ -35,17 +35,21 @@ public:
     std::map<unsigned int, VlanPort*> const& getVlanPorts() const { return _vlanPorts; }
 
 protected:
-    bool hasMember(unsigned int portId) const {
-        auto const entry = _vlanPorts.find(portId);
-        return entry != _vlanPorts.end() && entry->second != nullptr;
+    /// Takes ownership of the member that `make` returns, unless a member with that port id is there
+    /// already; then nothing is made. The place is there first: a member registers itself with its port
+    /// when it is made, so keeping it must not fail any more.
+    template <typename Make> void addMember(unsigned int portId, Make make) {
+        auto const [place, isFree] = _vlanPorts.emplace(portId, nullptr);
+        if (!isFree) {
+            return;
+        }
+        try {
+            place->second = make();
+        } catch (...) {
+            _vlanPorts.erase(place);
+            throw;
+        }
     }
-
-    /// Makes sure that insertMember() needs no memory. A member registers itself with its port when it is
-    /// made, so it must not fail to be kept.
-    void makeRoomForMember(unsigned int portId) { _vlanPorts[portId]; }
-
-    /// Takes ownership of a member whose port id is not yet taken.
-    void insertMember(unsigned int portId, VlanPort* member) { _vlanPorts[portId] = member; }
 
     std::map<unsigned int, VlanPort*>& members() { return _vlanPorts; }
 

@@ -3,40 +3,20 @@
 #include <libxml/tree.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
-#include <memory>
 #include <optional>
-#include <sstream>
+
+#include "switchctl/check/BoardReading.hpp"
+#include "switchctl/check/Element.hpp"
 
 namespace switchctl {
 
 namespace {
 
-std::optional<std::string> taken(xmlChar* text) {
-    auto const release = [](xmlChar* released) { xmlFree(released); };
-    std::unique_ptr<xmlChar, decltype(release)> const owned(text, release);
-    if (!owned) {
-        return std::nullopt;
-    }
-    return reinterpret_cast<char const*>(owned.get()); // NOLINT: xmlChar is UTF-8 text
-}
+using check::attribute;
+using check::BoardReading;
 
-std::optional<std::string> attribute(xmlNodePtr node, char const* name) {
-    return taken(xmlGetProp(node, reinterpret_cast<xmlChar const*>(name))); // NOLINT: as above
-}
-
-/// A decimal number, or -1.
-int number(xmlNodePtr node, char const* name) {
-    int value = -1;
-    std::sscanf(attribute(node, name).value_or("").c_str(), "%d", &value); // NOLINT: the library's rule
-    return value;
-}
-
-bool isNamed(xmlNodePtr node, char const* name) {
-    return xmlStrcmp(node->name, reinterpret_cast<xmlChar const*>(name)) == 0; // NOLINT: as above
-}
+constexpr int absent = -1;
 
 std::vector<xmlNodePtr> nodes(Xml& document, std::string const& query) {
     xmlNodeSetPtr const set = document.find(query);
@@ -48,8 +28,8 @@ std::vector<xmlNodePtr> nodes(Xml& document, std::string const& query) {
 
 BoardDocument::Member vlanMember(xmlNodePtr port) {
     BoardDocument::Member member;
-    member.switchId = number(port, "switchId");
-    member.portId = number(port, "portId");
+    member.switchId = check::numberOr(port, "switchId", absent);
+    member.portId = check::numberOr(port, "portId", absent);
     member.ingress = attribute(port, "ingress").value_or("");
     member.egress = attribute(port, "egress").value_or("");
     return member;
@@ -78,8 +58,7 @@ std::vector<BoardDocument::MulticastGroup> const& BoardDocument::getMulticastGro
 void BoardDocument::readSwitches(Xml& document) {
     for (xmlNodePtr const node : nodes(document, "//switches/switch")) {
         Switch entry;
-        entry.id =
-            static_cast<std::uint16_t>(std::atoi(attribute(node, "id").value_or("").c_str())); // NOLINT
+        entry.id = BoardReading::switchIdOf(node);
         entry.model = attribute(node, "switchModel").value_or("");
         _switches.push_back(entry);
     }
@@ -93,15 +72,12 @@ void BoardDocument::readVlans(Xml& document) {
             continue;
         }
         Vlan vlan;
-        vlan.id = ~0U;
-        std::sscanf(attribute(node, "id").value_or("").c_str(), "%x", &vlan.id); // NOLINT: the library's rule
+        vlan.id = BoardReading::vlanIdOf(node);
         vlan.tagBased = *type == "tagBasedVlan";
         vlans.emplace(vlan.id, vlan);
     }
     for (auto& [id, vlan] : vlans) {
-        std::ostringstream query;
-        query << "//vlan[@id=" << std::hex << id << "]/port";
-        for (xmlNodePtr const port : nodes(document, query.str())) {
+        for (xmlNodePtr const port : nodes(document, BoardReading::memberQuery(id))) {
             vlan.members.push_back(vlanMember(port));
         }
         _vlans.push_back(vlan);
@@ -115,12 +91,13 @@ void BoardDocument::readMulticastGroups(Xml& document) {
         if (owner == nullptr) {
             continue;
         }
-        bool const inVlan = isNamed(owner, "vlan");
-        int const vlanId = inVlan ? number(owner, "id") : 0;
+        bool const inVlan = check::isNamed(owner, "vlan");
+        int const vlanId = inVlan ? check::numberOr(owner, "id", 0) : 0;
         Member member;
-        member.switchId = inVlan ? number(port, "switchId") : number(owner, "id");
-        member.portId = number(port, inVlan ? "portId" : "id");
-        std::string const address = taken(xmlNodeGetContent(node)).value_or("");
+        member.switchId =
+            inVlan ? check::numberOr(port, "switchId", absent) : check::numberOr(owner, "id", absent);
+        member.portId = check::numberOr(port, inVlan ? "portId" : "id", absent);
+        std::string const address = check::content(node);
         groupFor(address, static_cast<std::uint16_t>(vlanId)).members.push_back(member);
     }
 }

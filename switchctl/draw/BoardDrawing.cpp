@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "switchctl/check/Element.hpp"
+#include "switchctl/check/Wording.hpp"
 
 namespace switchctl::draw {
 
@@ -52,12 +53,6 @@ std::string escaped(std::string const& text) {
         }
     }
     return result;
-}
-
-std::string hexadecimal(unsigned int number) {
-    std::ostringstream text;
-    text << "0x" << std::hex << number;
-    return text.str();
 }
 
 std::string nodeOf(BoardReading::Switch const& owner) {
@@ -159,7 +154,7 @@ void BoardDrawing::addInterlinks() {
 
 void BoardDrawing::addVlan(Reading::Vlan const& vlan, std::string const& colour) {
     _out << "  vlan" << vlan.id << " [shape=box, style=rounded, color=\"" << colour << "\", fontcolor=\""
-         << colour << "\", penwidth=2, label=\"VLAN " << hexadecimal(vlan.id) << "\\n"
+         << colour << "\", penwidth=2, label=\"VLAN " << check::hexadecimal(vlan.id) << "\\n"
          << (vlan.tagBased ? "tag-based" : "port-based") << "\"]\n";
     for (Reading::Member const& member : vlan.members) {
         addMember(vlan, member, colour);

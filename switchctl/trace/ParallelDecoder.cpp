@@ -90,15 +90,7 @@ void ParallelDecoder::fail() {
 
 void ParallelDecoder::emit(std::uint64_t nanoseconds, bool isWrite, RegisterAddress const& address,
                            std::optional<std::uint32_t> value, bool succeeded) {
-    TraceAccess access;
-    access.nanoseconds = nanoseconds;
-    access.switchId = _switchId;
-    access.transport = TraceAccess::Transport::parallel;
-    access.isWrite = isWrite;
-    access.address = address;
-    access.value = value;
-    access.succeeded = succeeded;
-    _sink.add(access);
+    _sink.add({nanoseconds, _switchId, TraceAccess::Transport::parallel, isWrite, address, value, succeeded});
 }
 
 } // namespace switchctl::trace

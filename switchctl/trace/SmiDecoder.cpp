@@ -97,15 +97,7 @@ void SmiDecoder::giveUp() {
 
 void SmiDecoder::emit(std::uint64_t nanoseconds, bool isWrite, std::optional<RegisterAddress> const& address,
                       std::optional<std::uint32_t> value, bool succeeded) {
-    TraceAccess access;
-    access.nanoseconds = nanoseconds;
-    access.switchId = _switchId;
-    access.transport = TraceAccess::Transport::smi;
-    access.isWrite = isWrite;
-    access.address = address;
-    access.value = value;
-    access.succeeded = succeeded;
-    _sink.add(access);
+    _sink.add({nanoseconds, _switchId, TraceAccess::Transport::smi, isWrite, address, value, succeeded});
 }
 
 } // namespace switchctl::trace

@@ -43,6 +43,8 @@ protected:
             VlanType vlan(application, 5);
             if (!getsThrough(failing, [&] { vlan.addPort(port, document.root()); })) {
                 ++failures;
+                // A port's configuration walks over the members, and knows none that is not there.
+                EXPECT_EQ(vlan.getVlanPorts().size(), 0U);
                 vlan.addPort(port, document.root());
             }
             ASSERT_EQ(vlan.getVlanPorts().size(), 1U);

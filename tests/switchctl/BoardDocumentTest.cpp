@@ -94,6 +94,14 @@ TEST(BoardDocumentTest, GroupsAreToldByAddressAndVlan) {
     EXPECT_EQ(inVlan.members[1].portId, 2);
 }
 
+TEST(BoardDocumentTest, AGroupUnderAVlanWithoutANumberIsInVlanZero) {
+    BoardDocument const document =
+        read("<vlan id='x' typeOfVlan='tagBasedVlan'><port switchId='0' portId='1'>"
+             "<forwardedMulticastGroup>239.1.2.3</forwardedMulticastGroup></port></vlan>");
+    ASSERT_EQ(document.getMulticastGroups().size(), 1U);
+    EXPECT_EQ(document.getMulticastGroups()[0].vlanId, 0U);
+}
+
 TEST(BoardDocumentTest, ADocumentOfSomethingElseHasNothing) {
     BoardDocument const document = read("<html/>");
     EXPECT_TRUE(document.getSwitches().empty());
