@@ -7,12 +7,10 @@ namespace simulation {
 
 namespace {
 
-char const* const writeOfUnwritableBits = "write of 0x%04x tries to set 0x%04x, which cannot be written";
-
-std::string format(char const* text, std::uint32_t first, std::uint32_t second) {
-    char line[128];
-    std::snprintf(line, sizeof line, text, first, second);
-    return line;
+std::string hexadecimal(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%04x", value);
+    return text;
 }
 
 } // namespace
@@ -40,7 +38,7 @@ void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfe
     Register const* const description = _identity->registers.find(address);
     std::uint32_t const before = peek(address);
     if (description == nullptr) {
-        report(MisuseReport::Kind::unknownRegister, address, format("write of 0x%04x", value, 0));
+        report(MisuseReport::Kind::unknownRegister, address, "write of " + hexadecimal(value));
         store(address, value);
     } else {
         reportUnwritable(*description, value, before);
@@ -109,7 +107,8 @@ void RegisterFile::reportUnwritable(Register const& description, std::uint32_t v
     std::uint32_t const refused = value & ~description.getWritable() & ~description.getIgnored() & ~shown;
     if (refused != 0) {
         report(MisuseReport::Kind::unwritableBits, description.getAddress(),
-               format(writeOfUnwritableBits, value, refused));
+               "write of " + hexadecimal(value) + " tries to set " + hexadecimal(refused) +
+                   ", which cannot be written");
     }
 }
 

@@ -33,7 +33,7 @@ namespace simulation {
 ///
 /// Several boards can live in one process. Any thread may use one; the clock has to be adopted by
 /// each thread that is to live by it.
-class SimulatedBoard : private BoardBuses {
+class SimulatedBoard final : private BoardBuses {
 public:
     struct Options {
         /// Ids of switches that the document has and the board has not.

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <utility>
@@ -45,8 +46,15 @@ private:
     std::FILE* _file;
 };
 
-/// \return the program's exit status.
-int run(std::string const& program, std::string const& format, std::string const& path, int input) {
+// The exit status of a child that could not become the program, where that shows only in the child.
+constexpr int notStarted = 127;
+
+[[noreturn]] void throwNotStarted(std::string const& program, int error) {
+    throw Graphviz::Error(program + ": " + std::strerror(error) + " (install Graphviz, or use --format dot)");
+}
+
+/// \return whether the program succeeded.
+bool run(std::string const& program, std::string const& format, std::string const& path, int input) {
     std::string type = "-T" + format;
     std::string output = "-o" + path;
     std::string name = program;
@@ -58,13 +66,15 @@ int run(std::string const& program, std::string const& format, std::string const
     int const error = posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
-        throw Graphviz::Error(program + ": " + std::strerror(error) +
-                              " (install Graphviz, or use --format dot)");
+        throwNotStarted(program, error);
     }
     int status = 0;
     while (waitpid(child, &status, 0) == -1 && errno == EINTR) {
     }
-    return status;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == notStarted) {
+        throwNotStarted(program, ENOENT);
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
 }
 
 } // namespace
@@ -74,9 +84,9 @@ Graphviz::Graphviz(std::string program) : _program(std::move(program)) {}
 void Graphviz::render(std::string const& graph, std::string const& format, std::string const& path) const {
     ScratchFile const input(graph);
     std::string const unfinished = path + ".part";
-    int const status = run(_program, format, unfinished, input.getDescriptor());
+    bool const isDrawn = run(_program, format, unfinished, input.getDescriptor());
     std::error_code error;
-    if (status != 0) {
+    if (!isDrawn) {
         std::filesystem::remove(unfinished, error);
         throw Error(_program + " could not draw " + path);
     }
