@@ -1,0 +1,1 @@
+// What all tests include is compiled once, with this.
