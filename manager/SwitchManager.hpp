@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,10 +17,10 @@
 #include "manager/PhyInterfacesHaveBeenPopulatedEvent.hpp"
 #include "manager/SwitchManagementThread.hpp"
 #include "manager/SwitchManagerThreadHasStartedEvent.hpp"
+#include "model/MulticastGroupOrder.hpp"
 
 class ManagedSwitch;
 class ManagedSwitchPort;
-class MulticastGroup;
 class Vlan;
 class Xml;
 struct _xmlNode;
@@ -208,4 +209,6 @@ private:
     [[maybe_unused]] unsigned int _reserved32;
     std::array<std::unique_ptr<State>, 6> _states;
     [[maybe_unused]] unsigned short _reserved152;
+    /// The multicast groups again, for finding one among a thousand.
+    std::set<MulticastGroup*, MulticastGroupOrder> _multicastGroupsByKey;
 };

@@ -260,12 +260,8 @@ void SwitchManager::configureMulticastFilters() {
 
 MulticastGroup* SwitchManager::getMulticastGroup(_xmlNode* groupElement) const {
     GroupKey const key = keyOf(groupElement);
-    for (MulticastGroup* const group : _multicastGroups) {
-        if (group->getMulticastGroupIp() == key.address && group->getVlanId() == key.vlanId) {
-            return group;
-        }
-    }
-    return nullptr;
+    auto const found = _multicastGroupsByKey.find(MulticastGroup::Key{key.address, key.vlanId});
+    return found == _multicastGroupsByKey.end() ? nullptr : *found;
 }
 
 void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
@@ -276,8 +272,12 @@ void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
         return;
     }
     auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
-    _multicastGroups.push_back(nullptr);
-    _multicastGroups.back() = group.release();
+    if (_multicastGroups.size() == _multicastGroups.capacity()) {
+        _multicastGroups.reserve(2 * _multicastGroups.size() + 1);
+    }
+    // What can run out of memory comes first: a group is in both or in none.
+    _multicastGroupsByKey.insert(group.get());
+    _multicastGroups.push_back(group.release());
     getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
                          key.address.c_str());
 }

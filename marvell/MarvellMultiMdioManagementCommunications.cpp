@@ -54,7 +54,10 @@ bool MarvellMultiMdioManagementCommunications::isMarvelSmiBusy() {
     return outcome.end != polling::End::ready;
 }
 
-bool MarvellMultiMdioManagementCommunications::readRegister(MarvelRegisterValues& registerValues) {
+// What an access consists of is compiled into it, without calls.
+
+[[gnu::flatten]] bool
+MarvellMultiMdioManagementCommunications::readRegister(MarvelRegisterValues& registerValues) {
     if (_noHardwareAccess || isMarvelSmiBusy()) {
         return false;
     }
@@ -66,7 +69,8 @@ bool MarvellMultiMdioManagementCommunications::readRegister(MarvelRegisterValues
     return _mdioAccess.mdioReadRegister(_switchAddress, _smiDataRegister, registerValues.value);
 }
 
-bool MarvellMultiMdioManagementCommunications::writeRegister(MarvelRegisterValues registerValues) {
+[[gnu::flatten]] bool
+MarvellMultiMdioManagementCommunications::writeRegister(MarvelRegisterValues registerValues) {
     if (_noHardwareAccess || isMarvelSmiBusy()) {
         return false;
     }

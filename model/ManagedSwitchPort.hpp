@@ -4,12 +4,14 @@
 #include <iosfwd>
 #include <list>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "model/MulticastGroupOrder.hpp"
+
 class Application;
 class ManagedSwitch;
-class MulticastGroupPort;
 class VlanPort;
 struct _xmlNode;
 
@@ -161,4 +163,6 @@ private:
     PortEnabledStatus _state = PortEnabledStatus::disabled;
     std::vector<MulticastGroupPort*> _multicastFilterPorts;
     std::map<unsigned int, VlanPort*> _vlanPorts;
+    /// The multicast memberships again, for finding one among a thousand.
+    std::set<MulticastGroupPort*, MulticastGroupOrder> _multicastFilterPortsByKey;
 };

@@ -13,6 +13,12 @@ struct _xmlNode;
 /// Owns its member objects. Built on the management thread.
 class MulticastGroup {
 public:
+    /// What tells groups apart. Refers to an address that has to stay for as long.
+    struct Key {
+        std::string const& ip;
+        unsigned short vlanId;
+    };
+
     /// \param ip the group's address as the document writes it; not parsed here.
     /// \param vlanId the VLAN in which the group is forwarded, 0 for none.
     MulticastGroup(Application& application, std::string ip, unsigned short vlanId);
@@ -22,6 +28,9 @@ public:
 
     std::string getMulticastGroupIp() const;
     unsigned short getVlanId() const;
+
+    /// Address and VLAN id; refers to this group.
+    Key getKey() const { return {_multicastGroupIp, _vlanId}; }
 
     /// Makes a port a member, unless a member with that port id is there already, whatever its
     /// switch. The node is not read.

@@ -13,6 +13,14 @@ constexpr unsigned int firstHighPort = 16;
 constexpr unsigned short blockOfLowPorts = 1;
 constexpr unsigned short blockOfHighPorts = 6;
 
+/// Where a port's registers are; of a port that the chip has.
+constexpr unsigned short blockOf(unsigned int port) {
+    return port < firstHighPort ? blockOfLowPorts : blockOfHighPorts;
+}
+constexpr unsigned short subBlockOf(unsigned int port) {
+    return static_cast<unsigned short>(port < firstHighPort ? port : port - firstHighPort);
+}
+
 enum Address : unsigned short {
     macConfiguration = 0x00,
     flowControlConfiguration = 0x04,

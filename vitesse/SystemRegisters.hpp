@@ -37,6 +37,7 @@ constexpr unsigned int value = 12;
 
 namespace read_status {
 constexpr unsigned short readyPosition = 4;
+constexpr BitField<unsigned int> ready(readyPosition);
 } // namespace read_status
 
 namespace chip_identification {

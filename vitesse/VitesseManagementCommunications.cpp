@@ -13,8 +13,7 @@ bool VitesseManagementCommunications::portToBSA(unsigned char port, Bsa& locatio
     if (port >= port_mac::numberOfPorts) {
         return false;
     }
-    bool const low = port < port_mac::firstHighPort;
-    location.block = low ? port_mac::blockOfLowPorts : port_mac::blockOfHighPorts;
-    location.subBlock = static_cast<unsigned short>(low ? port : port - port_mac::firstHighPort);
+    location.block = port_mac::blockOf(port);
+    location.subBlock = port_mac::subBlockOf(port);
     return true;
 }

@@ -23,6 +23,11 @@ Bsa systemRegister(unsigned short address) {
     return {vsc7390::system::block, vsc7390::system::subBlock, address};
 }
 
+constexpr unsigned int systemOffset(unsigned int address) {
+    using namespace vsc7390;
+    return parallel_bus::offsetOf(system::block, system::subBlock, address);
+}
+
 bool isReadDirectly(Bsa const& location) {
     return location.block == vsc7390::parallel_bus::captureBlock || location.block == vsc7390::system::block;
 }
@@ -46,7 +51,7 @@ VitesseParallelCommunication::VitesseParallelCommunication(Application& applicat
       _mapping("VITESSE_PARALLEL_COMMUNICATION", application, flag),
       _maximumReadAttempts(5) {
     _mapping.map(vsc7390::parallel_bus::physicalAddress, vsc7390::parallel_bus::mappedSize);
-    _mapping.set(offsetOf(systemRegister(vsc7390::system::busSetUp)), vsc7390::system::bus_set_up::value);
+    _mapping.set(systemOffset(vsc7390::system::busSetUp), vsc7390::system::bus_set_up::value);
 }
 
 VitesseParallelCommunication::~VitesseParallelCommunication() {
@@ -57,24 +62,13 @@ void VitesseParallelCommunication::readError(unsigned int physicalAddress) {
     _application->logError("Failed Read : address %x\n", physicalAddress);
 }
 
-bool VitesseParallelCommunication::readRegister(Bsa const& location, unsigned int& value) {
-    unsigned int const offset = offsetOf(location);
-    if (!_mapping.get(offset, value)) {
-        readError(physicalAddressOf(offset));
-    } else if (!isReadDirectly(location)) {
-        fetch(offset, value);
-    }
-    _readAttempts = 0;
-    return true;
-}
-
-/// Waits for the value that a read of `offset` has had the chip fetch, and takes it.
-void VitesseParallelCommunication::fetch(unsigned int offset, unsigned int& value) {
-    BitField<unsigned int> const ready(_readReadyBit);
+/// Waits for the value that a read of `offset` has had the chip fetch, and takes it. Nearly all accesses
+/// to the bus are made here: the places are constants, and not the members that tell of them.
+inline void VitesseParallelCommunication::fetch(unsigned int offset, unsigned int& value) {
     unsigned int status = 0;
     time_t start = time(nullptr);
-    while (!ready.isSet(status)) {
-        _mapping.get(offsetOf(_readStatusLocation), status);
+    while (!vsc7390::system::read_status::ready.isSet(status)) {
+        _mapping.get(systemOffset(vsc7390::system::readStatus), status);
         if (difftime(time(nullptr), start) > _readTimeout) {
             _mapping.get(offset, value);
             start = time(nullptr);
@@ -84,7 +78,18 @@ void VitesseParallelCommunication::fetch(unsigned int offset, unsigned int& valu
             }
         }
     }
-    _mapping.get(offsetOf(_readDataLocation), value);
+    _mapping.get(systemOffset(vsc7390::system::readData), value);
+}
+
+[[gnu::flatten]] bool VitesseParallelCommunication::readRegister(Bsa const& location, unsigned int& value) {
+    unsigned int const offset = offsetOf(location);
+    if (!_mapping.get(offset, value)) {
+        readError(physicalAddressOf(offset));
+    } else if (!isReadDirectly(location)) {
+        fetch(offset, value);
+    }
+    _readAttempts.store(0, std::memory_order_relaxed);
+    return true;
 }
 
 bool VitesseParallelCommunication::writeRegister(Bsa const& location, unsigned int const& value) {

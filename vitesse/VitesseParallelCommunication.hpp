@@ -41,9 +41,9 @@ private:
     void fetch(unsigned int offset, unsigned int& value);
     void waitForController(Bsa const& status);
 
-    Bsa _readStatusLocation;
-    unsigned short _readReadyBit;
-    Bsa _readDataLocation;
+    [[maybe_unused]] Bsa _readStatusLocation;
+    [[maybe_unused]] unsigned short _readReadyBit;
+    [[maybe_unused]] Bsa _readDataLocation;
     double _readTimeout;
     double _phyTimeout;
     MappedSection _mapping;

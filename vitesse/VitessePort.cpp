@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "host/Application.hpp"
@@ -48,11 +47,11 @@ VitessePort::VitessePort(ManagedSwitch& owner, VitesseManagementCommunications& 
       _pauseOff(port_mac::flow_control_configuration::off) {}
 
 bool VitessePort::registerAt(unsigned short address, Bsa& location) const {
-    if (getId() > std::numeric_limits<unsigned char>::max() ||
-        !_communications.portToBSA(static_cast<unsigned char>(getId()), location)) {
+    // As portToBSA() says, without a call: ports ask each other whether they are up more often than anything.
+    if (getId() >= port_mac::numberOfPorts) {
         return false;
     }
-    location.address = address;
+    location = {port_mac::blockOf(getId()), port_mac::subBlockOf(getId()), address};
     return true;
 }
 

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "model/MulticastGroup.hpp"
+#include "model/MulticastGroupPort.hpp"
+
+/// Orders groups, and memberships by their groups, so that a set of them can be asked for a key. Sets have
+/// no say in the order in which groups are configured.
+struct MulticastGroupOrder {
+    using is_transparent = void;
+
+    template <typename First, typename Second>
+    bool operator()(First const& first, Second const& second) const {
+        MulticastGroup::Key const one = keyOf(first);
+        MulticastGroup::Key const other = keyOf(second);
+        int const order = one.ip.compare(other.ip);
+        return order < 0 || (order == 0 && one.vlanId < other.vlanId);
+    }
+
+private:
+    static MulticastGroup::Key keyOf(MulticastGroup::Key const& key) { return key; }
+    static MulticastGroup::Key keyOf(MulticastGroup const* group) { return group->getKey(); }
+    static MulticastGroup::Key keyOf(MulticastGroupPort const* member) {
+        return member->getMulticastGroup()->getKey();
+    }
+};
