@@ -113,6 +113,17 @@ TEST_F(AggregationTest, AMemberWithoutAPortObjectIsLeftOut) {
                   [&] { return write(members); });
 }
 
+TEST_F(AggregationTest, AMemberBeyondTheMasksIsLeftOut) {
+    std::array<unsigned int, 16> all{};
+    all.fill(0x00000008);
+    test_support::CallLog calls;
+    test_support::RecordingSwitch other(bench.application, 0, calls);
+    Members members = ports({3});
+    members.emplace(32, &other.addPort(32));
+    expectSuccess(script, masks(0x00000008, all) + member(3, 0x00000008, 0x00FFFFF7, 0x00000008, 0x00FFFFF7),
+                  [&] { return write(members); });
+}
+
 TEST_F(AggregationTest, FailedBusAccessesOnTheirOwnEndNothing) {
     Accesses table = threeMembers;
     for (auto& access : table) {

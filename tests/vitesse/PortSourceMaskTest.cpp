@@ -141,6 +141,16 @@ TEST_F(PortSourceMaskTest, PortsBeyondTheChipAreNeverUp) {
                   [&] { return port.updateSourceMasks(); });
 }
 
+TEST_F(PortSourceMaskTest, APlaceWithoutAPortIsPassedOver) {
+    std::pair<unsigned int, ManagedSwitchPort*> nothing(7, nullptr);
+    owner.insertPort(nothing);
+    expectSuccess(registers,
+                  {reads(1, 3, 0x00, up), reads(1, 0, 0x00, up), reads(1, 15, 0x00, up),
+                   reads(6, 0, 0x00, up), reads(6, 7, 0x00, up), reads(2, 0, 0x43, 0),
+                   writes(2, 0, 0x83, 0x00818001)},
+                  [&] { return port.updateSourceMasks(); });
+}
+
 TEST_F(PortSourceMaskTest, RoutesAreAddedToTheSourceMask) {
     VitessePort& upper = *dynamic_cast<VitessePort*>(owner.getPort(23));
     Accesses const table{reads(2, 0, 0x83, 0x00000001), writes(2, 0, 0x83, 0x00800001)};

@@ -1,0 +1,59 @@
+#include "benchmarks/micro/PlainMemory.hpp"
+
+#include "host/HardwareMapping.hpp"
+
+namespace benchmarks {
+
+namespace {
+
+constexpr unsigned macAddress = 0x80010000;
+constexpr unsigned macSize = 0x30;
+constexpr unsigned parallelBusSize = 0x1000000;
+/// Block 7, sub-block 0, address 0x30.
+constexpr unsigned readStatus = 7U << 14 | 0x30U << 2;
+constexpr unsigned ready = 1U << 4;
+constexpr unsigned miiData = 0x14;
+
+unsigned volatile& wordAt(std::uintptr_t address) {
+    return *reinterpret_cast<unsigned volatile*>(address);
+}
+
+} // namespace
+
+PlainMemory::PlainMemory()
+    : _mac(macSize / sizeof(unsigned)), _parallelBus(parallelBusSize / sizeof(unsigned)) {
+    _parallelBus[readStatus / sizeof(unsigned)] = ready;
+}
+
+bool PlainMemory::map(unsigned int physicalAddress, unsigned int /*size*/, Mapping& mapping,
+                      std::string& /*reason*/) {
+    std::vector<unsigned>& window = physicalAddress == macAddress ? _mac : _parallelBus;
+    mapping.baseAddress = reinterpret_cast<std::uintptr_t>(window.data());
+    mapping.startOffset = 0;
+    mapping.length = window.size() * sizeof(unsigned);
+    return true;
+}
+
+void PlainMemory::unmap(Mapping const& /*mapping*/) noexcept {}
+
+} // namespace benchmarks
+
+// The dynamic linker prefers these to the library's.
+
+bool HardwareMapping::set(unsigned int offset, unsigned int value) {
+    if (_baseAddress == notMapped) {
+        return false;
+    }
+    if (offset != benchmarks::miiData) {
+        benchmarks::wordAt(_baseAddress + _startOffset + offset) = value;
+    }
+    return true;
+}
+
+bool HardwareMapping::get(unsigned int offset, unsigned int& value) const {
+    if (_baseAddress == notMapped) {
+        return false;
+    }
+    value = benchmarks::wordAt(_baseAddress + _startOffset + offset);
+    return true;
+}
