@@ -10,6 +10,7 @@
 #include "switchctl/BoardDocument.hpp"
 #include "switchctl/BoardSummary.hpp"
 #include "switchctl/PortAddress.hpp"
+#include "switchctl/Progress.hpp"
 #include "switchctl/trace/BringUpTrace.hpp"
 
 namespace switchctl {
@@ -22,6 +23,13 @@ namespace {
 
 constexpr char const* prefix = "switchctl: ";
 constexpr unsigned int highestLogLevel = 4;
+
+constexpr char const* examples =
+    "Examples:\n"
+    "  switchctl bring-up board.xml --simulate\n"
+    "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
+    "  switchctl bring-up board.xml --log-level 2\n"
+    "\n";
 
 std::string refuseOtherThanPortAddress(std::string const& text) {
     return PortAddress::fromText(text) ? "" : "\"" + text + "\" is not of the form SWITCH.PORT";
@@ -58,7 +66,7 @@ BringUpCommand::BringUpCommand(CLI::App& program, std::string memoryDevice)
         ->type_name("SWITCH.PORT")
         ->allow_extra_args(false)
         ->check(refuseOtherThanPortAddress);
-    _command->footer(exitStatusHelp());
+    _command->footer(examples + exitStatusHelp());
 }
 
 bool BringUpCommand::isChosen() const {
@@ -117,7 +125,7 @@ ExitStatus BringUpCommand::report(Xml& document, BoardSession& session, std::ost
                                   std::ostream& errors) const {
     BoardDocument const boardDocument(document);
     BoardSummary const summary(boardDocument, session);
-    StartUpMonitor::Outcome const outcome = session.bringUp();
+    StartUpMonitor::Outcome const outcome = bringUp(session, errors);
     if (!outcome.populated) {
         summary.printComplaints(out);
         errors << prefix << "start-up failed: " << outcome.reason << '\n';
@@ -134,6 +142,15 @@ ExitStatus BringUpCommand::report(Xml& document, BoardSession& session, std::ost
         return ExitStatus::switchMissing;
     }
     return statisticsRead ? ExitStatus::success : ExitStatus::noStatistics;
+}
+
+StartUpMonitor::Outcome BringUpCommand::bringUp(BoardSession& session, std::ostream& errors) const {
+    std::optional<Progress> progress;
+    // Messages tell how far it is, too.
+    if (!_logLevel) {
+        progress.emplace(errors, "bringing up the switches of " + _documentPath);
+    }
+    return session.bringUp();
 }
 
 bool BringUpCommand::printStatistics(BoardSession& session, std::ostream& out, std::ostream& errors) const {

@@ -34,6 +34,7 @@ public:
 private:
     ExitStatus bringUp(Xml& document, std::ofstream& trace, std::ostream& out, std::ostream& errors) const;
     ExitStatus report(Xml& document, BoardSession& session, std::ostream& out, std::ostream& errors) const;
+    StartUpMonitor::Outcome bringUp(BoardSession& session, std::ostream& errors) const;
     bool printStatistics(BoardSession& session, std::ostream& out, std::ostream& errors) const;
     bool hardwareIsReachable(std::ostream& errors) const;
 

@@ -47,6 +47,16 @@ std::string auditExitStatusHelp() {
            "  8  a chip could not be read completely\n";
 }
 
+std::string statisticsExitStatusHelp() {
+    return "Exit status:\n"
+           "  0  all counters were read; of --watch: in the last round\n"
+           "  2  the command line, a port or a counter is wrong\n"
+           "  3  the document cannot be read, is not well-formed or has no ports\n"
+           "  4  the hardware cannot be reached (/dev/mem)\n"
+           "  5  the simulated board does not come up\n"
+           "  6  at least one counter could not be read\n";
+}
+
 std::string replayExitStatusHelp() {
     return "Exit status:\n"
            "  0  the models did what the trace says\n"

@@ -35,6 +35,9 @@ std::string planExitStatusHelp();
 std::string auditExitStatusHelp();
 std::string replayExitStatusHelp();
 
+/// As exitStatusHelp(), of the statistics of ports.
+std::string statisticsExitStatusHelp();
+
 /// As exitStatusHelp(), of the check of a document.
 std::string checkExitStatusHelp();
 

@@ -1,6 +1,5 @@
 #include "switchctl/SimulateControllerCommand.hpp"
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -42,29 +41,6 @@ private:
 };
 
 } // namespace
-
-/// The signals that end the command wait to be asked for, on all threads that are made meanwhile.
-class SimulateControllerCommand::EndSignals {
-public:
-    EndSignals() {
-        sigemptyset(&_signals);
-        sigaddset(&_signals, SIGINT);
-        sigaddset(&_signals, SIGTERM);
-        pthread_sigmask(SIG_BLOCK, &_signals, &_before);
-    }
-    ~EndSignals() { pthread_sigmask(SIG_SETMASK, &_before, nullptr); }
-    EndSignals(EndSignals const&) = delete;
-    EndSignals& operator=(EndSignals const&) = delete;
-
-    void wait() const {
-        int signal = 0;
-        sigwait(&_signals, &signal);
-    }
-
-private:
-    sigset_t _signals{};
-    sigset_t _before{};
-};
 
 SimulateControllerCommand::SimulateControllerCommand(CLI::App& program)
     : _command(program.add_subcommand("simulate-controller",

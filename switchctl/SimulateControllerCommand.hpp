@@ -5,6 +5,7 @@
 #include <string>
 
 #include "simulation/SimulatedBoard.hpp"
+#include "switchctl/EndSignals.hpp"
 #include "switchctl/ExitStatus.hpp"
 
 namespace switchctl {
@@ -25,8 +26,6 @@ public:
     ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
-    class EndSignals;
-
     void serveFresh(EndSignals const& signals, std::ostream& out) const;
     void serveDocument(EndSignals const& signals, std::ostream& out) const;
     void serve(simulation::SimulatedBoard& board, EndSignals const& signals, std::ostream& out) const;

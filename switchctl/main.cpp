@@ -10,22 +10,34 @@
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
 #include "switchctl/registers/RegisterCommand.hpp"
+#include "switchctl/statistics/StatisticsCommand.hpp"
 #include "switchctl/trace/ReplayCommand.hpp"
 
 using switchctl::ExitStatus;
 
 namespace {
 
+constexpr char const* help = "Examples, on a desk; on a board, without --simulate:\n"
+                             "  switchctl check board.xml\n"
+                             "  switchctl plan board.xml\n"
+                             "  switchctl draw board.xml -o board.svg\n"
+                             "  switchctl bring-up board.xml --simulate\n"
+                             "  switchctl audit board.xml --simulate\n"
+                             "  switchctl statistics board.xml --simulate\n"
+                             "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
+                             "\n";
+
 ExitStatus runProgram(int argc, char** argv) {
     CLI::App program("Brings up and inspects the Ethernet switches of a board", "switchctl");
     program.require_subcommand(1);
-    program.footer(switchctl::exitStatusHelp());
+    program.footer(help + switchctl::exitStatusHelp());
     switchctl::BringUpCommand const bringUp(program);
     switchctl::RegisterCommand const registers(program);
     switchctl::check::CheckCommand const check(program);
     switchctl::draw::DrawCommand const draw(program);
     switchctl::plan::PlanCommand const plan(program);
     switchctl::audit::AuditCommand const audit(program);
+    switchctl::statistics::StatisticsCommand const statistics(program);
     switchctl::trace::ReplayCommand const replay(program);
     switchctl::SimulateControllerCommand const controller(program);
     try {
@@ -41,6 +53,9 @@ ExitStatus runProgram(int argc, char** argv) {
     }
     if (audit.isChosen()) {
         return audit.run(std::cout, std::cerr);
+    }
+    if (statistics.isChosen()) {
+        return statistics.run(std::cout, std::cerr);
     }
     if (replay.isChosen()) {
         return replay.run(std::cout, std::cerr);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "switchctl/Progress.hpp"
 #include "switchctl/audit/AuditReport.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/SeededWrite.hpp"
@@ -85,6 +86,7 @@ ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) const {
 std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     OutputDiversion const diversion(errors);
     std::unique_ptr<AuditRun> run;
+    Progress const progress(errors, "comparing the chips with " + _path);
     {
         plan::ModelBringUp expected(_path);
         run = std::make_unique<AuditRun>(expected);

@@ -1,7 +1,11 @@
 #include "switchctl/audit/AuditReport.hpp"
 
 #include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
 #include <utility>
+
+#include "switchctl/Colours.hpp"
 
 namespace switchctl::audit {
 
@@ -17,8 +21,12 @@ AuditReport::AuditReport(AuditRun const& run, std::string document, std::string 
     : _run(run), _document(std::move(document)), _audited(std::move(audited)) {}
 
 void AuditReport::print(std::ostream& out) const {
+    Colours const colours(out);
     for (Deviation const& deviation : _run.getDeviations()) {
-        deviation.print(out);
+        std::ostringstream line;
+        deviation.print(line);
+        std::string const text = line.str();
+        out << colours.paint(Colours::Colour::red, text.substr(0, text.find('\n'))) << '\n';
     }
     out << _audited << " against " << _document << ": " << counted(_run.getSwitches(), "switch", "switches")
         << ", " << counted(_run.getRegisters(), "register", "registers") << ", "

@@ -45,4 +45,12 @@ std::unique_ptr<RegisterTransport> AuditedBoard::connect(unsigned switchId, std:
     return transport;
 }
 
+Application& AuditedBoard::getApplication() {
+    return _application;
+}
+
+AccessErrors& AuditedBoard::getErrors() {
+    return _errors;
+}
+
 } // namespace switchctl::audit

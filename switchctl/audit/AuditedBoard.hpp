@@ -27,6 +27,10 @@ public:
     /// \param model as in configuration documents.
     std::unique_ptr<RegisterTransport> connect(unsigned switchId, std::string const& model);
 
+    /// For the library's own objects: what they belong to, and what they complain of.
+    Application& getApplication();
+    AccessErrors& getErrors();
+
 private:
     std::unique_ptr<reference_host::PhysicalMemory> _memory;
     AccessErrors _errors;

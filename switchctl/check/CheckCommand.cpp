@@ -2,8 +2,10 @@
 
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "reference_host/XmlDocument.hpp"
+#include "switchctl/Progress.hpp"
 #include "switchctl/check/BoardSchema.hpp"
 #include "switchctl/check/CheckReport.hpp"
 #include "switchctl/check/DocumentCheck.hpp"
@@ -73,7 +75,9 @@ ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) const {
     } catch (reference_host::XmlError const& error) {
         return refuse(error.what(), out, errors);
     }
+    std::optional<Progress> progress(std::in_place, errors, "checking " + _documentPath);
     DocumentCheck const check(*document);
+    progress.reset();
     if (_json) {
         printFindingsAsJson(out, _documentPath, check);
     } else {

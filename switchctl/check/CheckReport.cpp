@@ -5,6 +5,7 @@
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
+#include "switchctl/Colours.hpp"
 #include "switchctl/check/CheckTable.hpp"
 
 namespace switchctl::check {
@@ -24,11 +25,25 @@ std::string counted(std::size_t number, std::string const& thing) {
     return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
 }
 
+Colours::Colour colourOf(Severity severity) {
+    switch (severity) {
+    case Severity::error:
+        return Colours::Colour::red;
+    case Severity::warning:
+        return Colours::Colour::yellow;
+    case Severity::note:
+        break;
+    }
+    return Colours::Colour::cyan;
+}
+
 } // namespace
 
 void printFindings(std::ostream& out, std::string const& file, DocumentCheck const& check) {
+    Colours const colours(out);
     for (Finding const& finding : check.getFindings()) {
-        out << finding.file << ':' << finding.line << ": " << severityName(finding.severity) << ": "
+        out << finding.file << ':' << finding.line << ": "
+            << colours.paint(colourOf(finding.severity), severityName(finding.severity)) << ": "
             << finding.element << " [" << finding.check << "]\n"
             << "    " << finding.effect << '\n'
             << "    Instead: " << finding.advice << '\n';

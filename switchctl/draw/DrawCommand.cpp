@@ -7,6 +7,7 @@
 #include <ostream>
 
 #include "reference_host/XmlDocument.hpp"
+#include "switchctl/Progress.hpp"
 #include "switchctl/check/BoardReading.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
 #include "switchctl/draw/Graphviz.hpp"
@@ -63,6 +64,7 @@ ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::
         return ExitStatus::success;
     }
     try {
+        Progress const progress(errors, "drawing " + _outputPath);
         if (_format == "dot") {
             std::ofstream file(_outputPath);
             if (!(file << graph << std::flush)) {

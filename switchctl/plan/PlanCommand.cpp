@@ -1,5 +1,8 @@
 #include "switchctl/plan/PlanCommand.hpp"
 
+#include <optional>
+
+#include "switchctl/Progress.hpp"
 #include "switchctl/plan/BringUpPlan.hpp"
 #include "switchctl/plan/PlanDifferenceReport.hpp"
 #include "switchctl/plan/PlanReport.hpp"
@@ -12,6 +15,7 @@ namespace {
 
 BringUpPlan planOf(std::string const& path, std::ostream& errors) {
     OutputDiversion const diversion(errors);
+    Progress const progress(errors, "bringing up the models of " + path);
     ModelBringUp bringUp(path);
     return BringUpPlan(bringUp);
 }
@@ -65,7 +69,9 @@ ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
 ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const first = planOf(_path, errors);
     BringUpPlan const second = planOf(_otherPath, errors);
+    std::optional<Progress> progress(std::in_place, errors, "comparing");
     PlanDifferenceReport const report(first, second);
+    progress.reset();
     if (_json) {
         report.printJson(out);
     } else {

@@ -1,5 +1,8 @@
 #include "switchctl/plan/PlanDifferenceReport.hpp"
 
+#include <sstream>
+
+#include "switchctl/Colours.hpp"
 #include "switchctl/plan/PlanReport.hpp"
 
 namespace switchctl::plan {
@@ -15,6 +18,7 @@ void PlanDifferenceReport::print(std::ostream& out) const {
     if (isEmpty()) {
         return;
     }
+    Colours const colours(out);
     out << "- only in " << _first.getPath() << ": ";
     PlanReport::printEffort(out, _first);
     out << "\n+ only in " << _second.getPath() << ": ";
@@ -28,9 +32,11 @@ void PlanDifferenceReport::print(std::ostream& out) const {
         }
         out << "  " << unit.place.second << '\n';
         for (WriteAlignment::Lone const& lone : unit.writes) {
-            out << (lone.isInFirst ? "  - " : "  + ");
-            lone.write.print(out);
-            out << '\n';
+            std::ostringstream line;
+            line << (lone.isInFirst ? "  - " : "  + ");
+            lone.write.print(line);
+            out << colours.paint(lone.isInFirst ? Colours::Colour::red : Colours::Colour::green, line.str())
+                << '\n';
         }
     }
 }

@@ -11,6 +11,10 @@ RegisterDiffAction::RegisterDiffAction(CLI::App& command)
     getApp().add_option("A", _first, "A dump, text or JSON")->required();
     getApp().add_option("B", _second, "Another one")->required();
     getApp().add_flag("--json", _json, "Print JSON");
+    getApp().footer("Example:\n"
+                    "  switchctl register diff fresh.txt up.txt\n"
+                    "\n" +
+                    registerExitStatusHelp());
 }
 
 ExitStatus RegisterDiffAction::run(std::ostream& out, std::ostream& /*errors*/) const {

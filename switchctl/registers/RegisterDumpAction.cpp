@@ -2,16 +2,29 @@
 
 #include <utility>
 
+#include "switchctl/Progress.hpp"
 #include "switchctl/registers/CommandError.hpp"
 #include "switchctl/registers/DumpSelection.hpp"
 #include "switchctl/registers/RegisterSession.hpp"
 
 namespace switchctl {
 
+namespace {
+
+constexpr char const* examplesOfDump =
+    "\n"
+    "Examples:\n"
+    "  switchctl register dump smi --switch 0 --simulate > fresh.txt\n"
+    "  switchctl register dump smi --switch 0 --simulate=board.xml > up.txt\n"
+    "  switchctl register dump parallel --json\n"
+    "\n";
+
+} // namespace
+
 RegisterDumpAction::RegisterDumpAction(CLI::App& command, std::string memoryDevice)
     : RegisterAction(command, "dump", "Print all registers of a chip that can be read without harm"),
       _memoryDevice(std::move(memoryDevice)) {
-    getApp().footer(DumpSelection::explain() + "\n" + registerExitStatusHelp());
+    getApp().footer(DumpSelection::explain() + examplesOfDump + registerExitStatusHelp());
     _transport.addTo(getApp(),
                      [this](CLI::App& transport) { transport.add_flag("--json", _json, "Print JSON"); });
 }
@@ -35,7 +48,11 @@ ExitStatus RegisterDumpAction::run(std::ostream& out, std::ostream& errors) cons
 bool RegisterDumpAction::readAll(RegisterTransport& transport, RegisterDump& dump,
                                  std::ostream& errors) const {
     std::string failedUnit;
-    for (RegisterLocation const& location : dump.catalogue->getAll()) {
+    std::vector<RegisterLocation> const all = dump.catalogue->getAll();
+    Progress progress(errors, "reading registers over " + _transport.getText());
+    std::size_t done = 0;
+    for (RegisterLocation const& location : all) {
+        progress.update(done++, all.size());
         if (!DumpSelection::contains(location, _transport.isPhysOnly()) || location.unit == failedUnit) {
             continue;
         }

@@ -6,9 +6,22 @@
 
 namespace switchctl {
 
+namespace {
+
+constexpr char const* examplesOfRead =
+    "Examples:\n"
+    "  switchctl register read parallel system/CHIPID\n"
+    "  switchctl register read serial --device /dev/ttyS1 port0/MAC_CFG\n"
+    "  switchctl register read smi --switch 0 port0/SwitchIdentifier --json\n"
+    "  switchctl register read phy --parallel 3/Identifier1 --simulate\n"
+    "\n";
+
+} // namespace
+
 RegisterRead::RegisterRead(CLI::App& command, std::string memoryDevice)
     : RegisterAction(command, "read", "Read registers, one after the other"),
       _memoryDevice(std::move(memoryDevice)) {
+    getApp().footer(examplesOfRead + registerExitStatusHelp());
     _transport.addTo(getApp(), [this](CLI::App& transport) {
         transport.add_option("LOCATION", _locations, "Registers, UNIT/REGISTER")->required();
         transport.add_flag("--json", _json, "Print JSON");

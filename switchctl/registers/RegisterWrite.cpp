@@ -7,9 +7,22 @@
 
 namespace switchctl {
 
+namespace {
+
+constexpr char const* examplesOfWrite =
+    "Examples:\n"
+    "  switchctl register write smi --switch 0 port3/PortControl:PortState=3 --yes\n"
+    "  switchctl register write phy --serial --simulate --yes 3/Control:PowerDown=1\n"
+    "  switchctl register write parallel --simulate --yes analyser/VLANTIDX=10 \\\n"
+    "      analyser/VLANACCESS=0x10000022 analyser/VLANACCESS=1 --then-read analyser/VLANACCESS\n"
+    "\n";
+
+} // namespace
+
 RegisterWrite::RegisterWrite(CLI::App& command, std::string memoryDevice)
     : RegisterAction(command, "write", "Write registers, one after the other"),
       _memoryDevice(std::move(memoryDevice)) {
+    getApp().footer(examplesOfWrite + registerExitStatusHelp());
     _transport.addTo(getApp(), [this](CLI::App& transport) {
         transport
             .add_option("ASSIGNMENT", _assignments,

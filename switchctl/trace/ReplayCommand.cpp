@@ -1,6 +1,9 @@
 #include "switchctl/trace/ReplayCommand.hpp"
 
+#include <optional>
+
 #include "simulation/Bits.hpp"
+#include "switchctl/Progress.hpp"
 #include "switchctl/registers/CommandError.hpp"
 #include "switchctl/registers/NumberText.hpp"
 #include "switchctl/registers/OutputDiversion.hpp"
@@ -62,7 +65,9 @@ ExitStatus ReplayCommand::run(std::ostream& out, std::ostream& errors) const {
     try {
         TraceReader const trace = TraceReader::fromFile(_path);
         OutputDiversion const diversion(errors);
+        std::optional<Progress> progress(std::in_place, errors, "replaying " + _path);
         auto const divergence = Replay(trace).run();
+        progress.reset();
         if (!divergence) {
             out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
             return ExitStatus::success;

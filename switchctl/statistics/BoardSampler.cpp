@@ -1,0 +1,69 @@
+#include "switchctl/statistics/BoardSampler.hpp"
+
+#include "switchctl/registers/CommandError.hpp"
+#include "switchctl/statistics/CounterReader.hpp"
+
+namespace switchctl::statistics {
+
+BoardSampler::BoardSampler(audit::AuditedBoard& board, PortSelection const& selection)
+    : _board(board), _selection(selection) {}
+
+CounterSample BoardSampler::sample(Watcher const& watcher) {
+    CounterSample result;
+    std::map<unsigned, bool> there;
+    for (PortSelection::Port const& port : _selection.getPorts()) {
+        if (watcher) {
+            watcher(result.ports.size(), _selection.getPorts().size());
+        }
+        unsigned const id = port.address.switchId;
+        if (there.count(id) == 0) {
+            there[id] = isThere(port, result.unread);
+        }
+        if (there[id]) {
+            Chip& chip = connect(port);
+            result.ports.push_back(
+                CounterReader(chip.catalogue, *chip.transport).read(port.address, result.unread));
+        } else {
+            PortCounters nothing{port.address, port.model, {}};
+            nothing.values.resize(nothing.getCounters().size());
+            result.ports.push_back(nothing);
+        }
+    }
+    return result;
+}
+
+void BoardSampler::requireChip(PortSelection::Port const& port) {
+    std::string const silence =
+        "switch " + std::to_string(port.address.switchId) + ": no " + port.model + " answers";
+    bool isThere = false;
+    try {
+        Chip& chip = connect(port);
+        isThere = CounterReader(chip.catalogue, *chip.transport).isChipThere();
+    } catch (CommandError const& error) {
+        throw CommandError(ExitStatus::noStatistics, silence + " (" + error.what() + ")");
+    }
+    if (!isThere) {
+        throw CommandError(ExitStatus::noStatistics, silence);
+    }
+}
+
+bool BoardSampler::isThere(PortSelection::Port const& port, std::vector<std::string>& unread) {
+    try {
+        requireChip(port);
+        return true;
+    } catch (CommandError const& error) {
+        unread.emplace_back(error.what());
+        return false;
+    }
+}
+
+BoardSampler::Chip& BoardSampler::connect(PortSelection::Port const& port) {
+    unsigned const id = port.address.switchId;
+    Chip& chip = _chips.try_emplace(id, port.model).first->second;
+    if (!chip.transport) {
+        chip.transport = _board.connect(id, port.model);
+    }
+    return chip;
+}
+
+} // namespace switchctl::statistics

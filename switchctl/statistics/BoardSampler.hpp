@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "switchctl/audit/AuditedBoard.hpp"
+#include "switchctl/registers/ChipCatalogue.hpp"
+#include "switchctl/registers/RegisterTransport.hpp"
+#include "switchctl/statistics/PortCounters.hpp"
+#include "switchctl/statistics/PortSelection.hpp"
+
+namespace switchctl::statistics {
+
+/// Reads the counters of a board's ports, as often as asked for.
+///
+/// Belongs to the thread that constructs it, as the board does.
+class BoardSampler {
+public:
+    /// Both must outlive the sampler.
+    BoardSampler(audit::AuditedBoard& board, PortSelection const& selection);
+
+    /// Called before each port is read, with how many of how many are done; may be empty.
+    using Watcher = std::function<void(std::size_t done, std::size_t all)>;
+
+    /// The ports in the order of the selection. A chip that does not answer is a line in what could not
+    /// be read, and its ports are without values.
+    CounterSample sample(Watcher const& watcher = {});
+
+    /// Throws CommandError (noStatistics) when the switch's chip does not answer.
+    void requireChip(PortSelection::Port const& port);
+
+private:
+    struct Chip {
+        explicit Chip(std::string const& model) : catalogue(model) {}
+        ChipCatalogue catalogue;
+        std::unique_ptr<RegisterTransport> transport;
+    };
+
+    Chip& connect(PortSelection::Port const& port);
+    bool isThere(PortSelection::Port const& port, std::vector<std::string>& unread);
+
+    audit::AuditedBoard& _board;
+    PortSelection const& _selection;
+    std::map<unsigned, Chip> _chips;
+};
+
+} // namespace switchctl::statistics

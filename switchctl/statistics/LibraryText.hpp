@@ -1,0 +1,29 @@
+#pragma once
+
+#include <ostream>
+
+#include "switchctl/audit/AuditedBoard.hpp"
+#include "switchctl/statistics/PortSelection.hpp"
+
+namespace switchctl::statistics {
+
+/// The library's own text about a port's counters, by its own port objects, which are made for it and
+/// set nothing up: a board that runs goes on as it did. On a VSC7390 the library clears the counters that
+/// it has read.
+class LibraryText {
+public:
+    /// `board` must outlive the object.
+    explicit LibraryText(audit::AuditedBoard& board);
+
+    /// Writes the text. Throws CommandError (noStatistics), with nothing written, when a counter could not
+    /// be read.
+    void write(PortSelection::Port const& port, std::ostream& out);
+
+private:
+    bool dumpMarvell(PortAddress const& port, std::ostream& out);
+    bool dumpVitesse(PortAddress const& port, std::ostream& out);
+
+    audit::AuditedBoard& _board;
+};
+
+} // namespace switchctl::statistics

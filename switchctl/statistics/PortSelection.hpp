@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "switchctl/PortAddress.hpp"
+#include "switchctl/check/BoardReading.hpp"
+
+namespace switchctl::statistics {
+
+/// The ports that are asked for, of those that a document has.
+class PortSelection {
+public:
+    struct Port {
+        PortAddress address;
+        /// Of its switch, as in configuration documents.
+        std::string model;
+    };
+
+    /// Throws CommandError: usage when the document has no such switch or port or the chip has not,
+    /// badDocument when the document has no port at all.
+    /// \param path of the document, for messages.
+    /// \param texts each SWITCH.PORT; none for all ports.
+    PortSelection(check::BoardReading const& document, std::string const& path,
+                  std::vector<std::string> const& texts);
+
+    /// In the order of the texts, each once; or by switch and port.
+    std::vector<Port> const& getPorts() const;
+
+    /// Null when it is not among them.
+    Port const* find(PortAddress const& address) const;
+
+private:
+    void addAll(check::BoardReading const& document);
+    void add(check::BoardReading const& document, std::string const& path, std::string const& text);
+
+    std::vector<Port> _ports;
+};
+
+} // namespace switchctl::statistics

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "switchctl/Colours.hpp"
+#include "switchctl/Terminal.hpp"
+#include "switchctl/statistics/PortCounters.hpp"
+
+namespace switchctl::statistics {
+
+/// Shows what counters went on by: on a terminal in place, as far as there is room; elsewhere one round
+/// after the other.
+class RateDisplay {
+public:
+    /// \param out must outlive the display.
+    explicit RateDisplay(std::ostream& out);
+
+    /// \param descriptor of the terminal that `out` leads to; -1 for none.
+    RateDisplay(std::ostream& out, int descriptor);
+
+    /// Says on a terminal that the first rates take that long.
+    void begin(double seconds);
+
+    /// The rates between two samples of the same ports.
+    /// \param seconds between the two.
+    void show(CounterSample const& before, CounterSample const& after, double seconds);
+
+private:
+    std::vector<std::string> getLines(CounterSample const& before, CounterSample const& after,
+                                      double seconds) const;
+    /// \return whether there is anything to tell.
+    bool addPort(PortCounters const& before, PortCounters const& after, double seconds,
+                 std::vector<std::string>& lines) const;
+    void redraw(std::vector<std::string> lines, Terminal::Size const& size);
+
+    std::ostream& _out;
+    int _descriptor;
+    Colours _colours;
+    unsigned _rounds = 0;
+};
+
+} // namespace switchctl::statistics

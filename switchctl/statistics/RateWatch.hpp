@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+
+#include "switchctl/statistics/PortCounters.hpp"
+#include "switchctl/statistics/RateDisplay.hpp"
+#include "switchctl/statistics/WatchPace.hpp"
+
+namespace switchctl::statistics {
+
+/// Reads counters again and again and shows their rates.
+class RateWatch {
+public:
+    /// \param sample reads the counters.
+    /// \param display and `pace` must outlive the watch.
+    RateWatch(std::function<CounterSample()> sample, RateDisplay& display, WatchPace& pace);
+
+    /// Goes on until the pace says otherwise.
+    /// \param seconds between two readings.
+    /// \param rounds how many rates are shown; 0 for no limit.
+    /// \return the last sample.
+    CounterSample run(double seconds, unsigned rounds);
+
+private:
+    std::function<CounterSample()> _sample;
+    RateDisplay& _display;
+    WatchPace& _pace;
+};
+
+} // namespace switchctl::statistics

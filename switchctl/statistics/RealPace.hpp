@@ -1,0 +1,18 @@
+#pragma once
+
+#include "switchctl/EndSignals.hpp"
+#include "switchctl/statistics/WatchPace.hpp"
+
+namespace switchctl::statistics {
+
+/// The machine's time, and a watch that ends by SIGINT or SIGTERM. Construct it before other threads.
+class RealPace : public WatchPace {
+public:
+    double getSeconds() override;
+    bool wait(double seconds) override;
+
+private:
+    EndSignals _signals;
+};
+
+} // namespace switchctl::statistics

@@ -1,0 +1,107 @@
+#include "switchctl/statistics/SeededCounter.hpp"
+
+#include <charconv>
+#include <optional>
+#include <stdexcept>
+
+#include "switchctl/registers/CommandError.hpp"
+
+namespace switchctl::statistics {
+
+namespace {
+
+constexpr char const* inDiscards = "inDiscards";
+constexpr char const* inFiltered = "inFiltered";
+
+CommandError refusal(std::string const& text, std::string const& reason) {
+    return {ExitStatus::usage, "\"" + text + "\": " + reason};
+}
+
+/// Decimal, or nothing.
+std::optional<std::uint64_t> numberIn(std::string const& text) {
+    std::uint64_t number = 0;
+    char const* const end = text.data() + text.size();
+    auto const result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+Counter const* counterOf(std::string const& model, std::string const& name) {
+    for (Counter const& counter : Counter::ofChip(model)) {
+        if (name == counter.name) {
+            return &counter;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+SeededCounter::SeededCounter(std::string const& text, PortSelection const& selection) : _text(text) {
+    std::size_t const slash = text.find('/');
+    std::size_t const equals = text.find('=', slash == std::string::npos ? 0 : slash);
+    auto const address = PortAddress::fromText(text.substr(0, slash));
+    if (slash == std::string::npos || equals == std::string::npos || !address) {
+        throw refusal(text, "not of the form SWITCH.PORT/COUNTER=VALUE[+STEP]");
+    }
+    PortSelection::Port const* const port = selection.find(*address);
+    if (port == nullptr) {
+        throw refusal(text, "port " + text.substr(0, slash) + " is not one of those that are read");
+    }
+    _port = *port;
+    std::string const name = text.substr(slash + 1, equals - slash - 1);
+    _counter = counterOf(_port.model, name);
+    if (_counter == nullptr) {
+        throw refusal(text, "a port of a " + _port.model + " has no counter \"" + name + "\"");
+    }
+    std::size_t const plus = text.find('+', equals);
+    auto const value =
+        numberIn(text.substr(equals + 1, plus == std::string::npos ? plus : plus - equals - 1));
+    auto const step =
+        plus == std::string::npos ? std::optional<std::uint64_t>(0) : numberIn(text.substr(plus + 1));
+    std::uint64_t const largest = _counter->getLargest();
+    if (!value || !step || *value > largest || *step > largest) {
+        throw refusal(text, name + " takes decimal numbers up to " + std::to_string(largest));
+    }
+    _value = *value;
+    _step = *step;
+}
+
+void SeededCounter::set(simulation::SimulatedBoard& board) const {
+    try {
+        _port.model == "vsc7390" ? setVitesse(board) : setMarvell(board);
+    } catch (std::out_of_range const&) {
+        throw refusal(_text, "the simulated board has no such port");
+    }
+}
+
+void SeededCounter::setVitesse(simulation::SimulatedBoard& board) const {
+    board.getVitesse(_port.address.switchId)
+        .setCounter(_port.address.portId, _counter->low, static_cast<std::uint32_t>(_value));
+}
+
+void SeededCounter::setMarvell(simulation::SimulatedBoard& board) const {
+    simulation::Marvell88E6096TestSide& chip = board.getMarvell(_port.address.switchId);
+    unsigned const port = _port.address.portId;
+    if (_counter->place == Counter::Place::statisticsUnit) {
+        chip.setCounter(port, _counter->low, static_cast<std::uint32_t>(_value));
+        if (_counter->high) {
+            chip.setCounter(port, *_counter->high,
+                            static_cast<std::uint32_t>(_value >> _counter->bitsOfRegister));
+        }
+    } else if (_counter->name == std::string(inDiscards)) {
+        chip.setInDiscards(port, static_cast<std::uint32_t>(_value));
+    } else if (_counter->name == std::string(inFiltered)) {
+        chip.setInFiltered(port, static_cast<std::uint16_t>(_value));
+    } else {
+        chip.setOutFiltered(port, static_cast<std::uint16_t>(_value));
+    }
+}
+
+void SeededCounter::step() {
+    _value = (_value + _step) & _counter->getLargest();
+}
+
+} // namespace switchctl::statistics

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "simulation/SimulatedBoard.hpp"
+#include "switchctl/statistics/Counter.hpp"
+#include "switchctl/statistics/PortSelection.hpp"
+
+namespace switchctl::statistics {
+
+/// A counter of a simulated board that is to hold something, as models count nothing by themselves:
+/// SWITCH.PORT/COUNTER=VALUE or SWITCH.PORT/COUNTER=VALUE+STEP, by the counter's name.
+class SeededCounter {
+public:
+    /// Throws CommandError (usage) when the text is wrong, the port is not of the selection or its chip
+    /// has no such counter.
+    SeededCounter(std::string const& text, PortSelection const& selection);
+
+    /// Sets the model's counter; throws CommandError (usage) when the board has no such chip.
+    void set(simulation::SimulatedBoard& board) const;
+
+    /// As if STEP more had been counted: the value goes on by it, and begins at 0 again after the
+    /// counter's largest.
+    void step();
+
+private:
+    void setVitesse(simulation::SimulatedBoard& board) const;
+    void setMarvell(simulation::SimulatedBoard& board) const;
+
+    std::string _text;
+    PortSelection::Port _port;
+    Counter const* _counter = nullptr;
+    std::uint64_t _value = 0;
+    std::uint64_t _step = 0;
+};
+
+} // namespace switchctl::statistics

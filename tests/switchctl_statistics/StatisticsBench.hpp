@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "switchctl/audit/AuditedBoard.hpp"
+#include "switchctl/plan/ModelBringUp.hpp"
+#include "switchctl/statistics/BoardSampler.hpp"
+#include "switchctl/statistics/PortSelection.hpp"
+
+/// The models of an example after its bring-up, and a sampler of some of its ports.
+class StatisticsBench {
+public:
+    /// \param example name of a document in examples/, without ".xml".
+    /// \param ports each SWITCH.PORT; none for all ports.
+    StatisticsBench(std::string const& example, std::vector<std::string> const& ports);
+
+    simulation::SimulatedBoard& getBoard();
+    switchctl::audit::AuditedBoard& getChips();
+    switchctl::statistics::PortSelection const& getSelection() const;
+    switchctl::statistics::CounterSample sample();
+
+    /// Has one read of a register of the VSC7390, switch 3, never be ready: that of the first counter, once
+    /// a sample was read before. The bus becomes slow, so that waiting for it takes few looks.
+    void loseVitesseRead();
+
+    /// The value of a counter by name; nothing when it has none. Fails the test when there is no such
+    /// counter.
+    static std::optional<std::uint64_t> valueOf(switchctl::statistics::PortCounters const& port,
+                                                std::string const& name);
+
+    static std::string pathOf(std::string const& example);
+
+private:
+    switchctl::plan::ModelBringUp _models;
+    switchctl::audit::AuditedBoard _chips;
+    switchctl::statistics::PortSelection _selection;
+    switchctl::statistics::BoardSampler _sampler;
+};
