@@ -109,8 +109,8 @@ void BoardDrawing::addSwitch(Reading::Switch const& owner) {
     _out
         << "  " << nodeOf(owner)
         << " [shape=plain, label=<<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"4\">\n"
-        << "    <TR><TD COLSPAN=\"4\" BGCOLOR=\"#333333\"><FONT COLOR=\"white\"><B>switch " << owner.id
-        << "  " << owner.chipName() << "</B></FONT></TD></TR>\n";
+        << R"(    <TR><TD COLSPAN="4" BGCOLOR="#333333"><FONT COLOR="white"><B>switch )" << owner.id << "  "
+        << owner.chipName() << "</B></FONT></TD></TR>\n";
     for (auto const& entry : owner.ports) {
         addPort(owner, entry.second);
     }
@@ -119,7 +119,7 @@ void BoardDrawing::addSwitch(Reading::Switch const& owner) {
 
 void BoardDrawing::addPort(Reading::Switch const& owner, Reading::Port const& port) {
     std::string const background =
-        std::string(" ALIGN=\"LEFT\" BGCOLOR=\"") + colourOf(port.connectedTo) + "\"";
+        std::string(R"( ALIGN="LEFT" BGCOLOR=")") + colourOf(port.connectedTo) + "\"";
     std::optional<int> const trunk = trunkOf(owner, port.id);
     _out << "    <TR>";
     cell(_out, background + " PORT=\"link" + std::to_string(port.id) + "\"", std::to_string(port.id));
@@ -146,7 +146,7 @@ void BoardDrawing::addInterlinks() {
         switches += ports == 0 ? 0 : 1;
     }
     if (switches > 1) {
-        _out << "  interlink [shape=box, style=\"rounded,filled\", fillcolor=\"#E6E6E6\","
+        _out << R"(  interlink [shape=box, style="rounded,filled", fillcolor="#E6E6E6",)"
              << " label=\"interlink between\\nswitches\"]\n"
              << edges.str();
     }

@@ -16,10 +16,11 @@ CounterSample BoardSampler::sample(Watcher const& watcher) {
             watcher(result.ports.size(), _selection.getPorts().size());
         }
         unsigned const id = port.address.switchId;
-        if (there.count(id) == 0) {
-            there[id] = isThere(port, result.unread);
+        auto known = there.find(id);
+        if (known == there.end()) {
+            known = there.emplace(id, isThere(port, result.unread)).first;
         }
-        if (there[id]) {
+        if (known->second) {
             Chip& chip = connect(port);
             result.ports.push_back(
                 CounterReader(chip.catalogue, *chip.transport).read(port.address, result.unread));

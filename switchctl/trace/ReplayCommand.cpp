@@ -30,7 +30,7 @@ std::string footer() {
 }
 
 std::string outcomeOf(TraceAccess const& access, unsigned digits) {
-    std::string const value = access.value ? NumberText::hexadecimal(*access.value, digits) : "";
+    std::string value = access.value ? NumberText::hexadecimal(*access.value, digits) : "";
     if (access.succeeded) {
         return value;
     }
