@@ -3,7 +3,7 @@
 
 #include <dlfcn.h>
 #include <sys/syscall.h>
-#include <time.h>
+#include <time.h> // NOLINT: for what it declares outside of std
 #include <unistd.h>
 
 #include <cstdint>
@@ -54,40 +54,39 @@ VirtualClock* VirtualClock::adopted() {
 
 extern "C" {
 
-__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED int
-clock_gettime(clockid_t clock, timespec* result) noexcept {
-    if (adoptedClock != nullptr && clock == CLOCK_MONOTONIC) {
+__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED int clock_gettime(clockid_t id,
+                                                                                   timespec* tp) noexcept {
+    if (adoptedClock != nullptr && id == CLOCK_MONOTONIC) {
         std::uint64_t const now = adoptedClock->getNanoseconds();
-        result->tv_sec = static_cast<time_t>(now / nanosecondsPerSecond);
-        result->tv_nsec = static_cast<long>(now % nanosecondsPerSecond);
+        tp->tv_sec = static_cast<time_t>(now / nanosecondsPerSecond);
+        tp->tv_nsec = static_cast<long>(now % nanosecondsPerSecond);
         return 0;
     }
     using Function = int (*)(clockid_t, timespec*);
     auto const real = reinterpret_cast<Function>(nextDefinition(realClockGettime, "clock_gettime"));
-    return real != nullptr ? real(clock, result)
-                           : static_cast<int>(syscall(SYS_clock_gettime, clock, result));
+    return real != nullptr ? real(id, tp) : static_cast<int>(syscall(SYS_clock_gettime, id, tp));
 }
 
-__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED time_t time(time_t* result) noexcept {
+__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED time_t time(time_t* timer) noexcept {
     using Function = time_t (*)(time_t*);
     if (adoptedClock == nullptr) {
         auto const real = reinterpret_cast<Function>(nextDefinition(realTime, "time"));
-        return real != nullptr ? real(result) : time_t{-1};
+        return real != nullptr ? real(timer) : time_t{-1};
     }
     auto const seconds = static_cast<time_t>(adoptedClock->getWallClockSeconds());
-    if (result != nullptr) {
-        *result = seconds;
+    if (timer != nullptr) {
+        *timer = seconds;
     }
     return seconds;
 }
 
-__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED int usleep(useconds_t microseconds) {
+__attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED int usleep(useconds_t useconds) {
     using Function = int (*)(useconds_t);
     if (adoptedClock == nullptr) {
         auto const real = reinterpret_cast<Function>(nextDefinition(realUsleep, "usleep"));
-        return real != nullptr ? real(microseconds) : -1;
+        return real != nullptr ? real(useconds) : -1;
     }
-    adoptedClock->advanceNanoseconds(microseconds * nanosecondsPerMicrosecond);
+    adoptedClock->advanceNanoseconds(useconds * nanosecondsPerMicrosecond);
     return 0;
 }
 

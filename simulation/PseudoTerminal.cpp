@@ -1,7 +1,7 @@
 #include "simulation/PseudoTerminal.hpp"
 
 #include <fcntl.h>
-#include <stdlib.h>
+#include <stdlib.h> // NOLINT: for what it declares outside of std
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -67,7 +67,7 @@ int PseudoTerminal::getDescriptor() const {
     return _descriptor;
 }
 
-std::size_t PseudoTerminal::send(std::string const& text) {
+std::size_t PseudoTerminal::send(std::string const& text) const {
     std::size_t sent = 0;
     while (sent < text.size()) {
         ssize_t const written = write(_descriptor, text.data() + sent, text.size() - sent);
@@ -79,7 +79,7 @@ std::size_t PseudoTerminal::send(std::string const& text) {
     return sent;
 }
 
-std::string PseudoTerminal::receive() {
+std::string PseudoTerminal::receive() const {
     std::string text;
     std::array<char, chunkLength> chunk{};
     for (ssize_t count = 0; (count = read(_descriptor, chunk.data(), chunk.size())) > 0;) {

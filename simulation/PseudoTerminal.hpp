@@ -25,10 +25,10 @@ public:
 
     /// Sends what the device's queue has room for; the rest is lost, as on a line without handshake.
     /// \return how many characters went out.
-    std::size_t send(std::string const& text);
+    std::size_t send(std::string const& text) const;
 
     /// What was written to the device since the last call; does not wait.
-    std::string receive();
+    std::string receive() const;
 
     /// Waits, at most some seconds, until the device has at least that many characters to read.
     /// \return false when they did not come, or somebody has read some of them.

@@ -20,7 +20,8 @@ std::string attribute(xmlNodePtr node, char const* name) {
 
 // Drivers keep an id in 16 bits.
 unsigned idFrom(std::string const& text) {
-    return text.empty() ? 0xFFFF : static_cast<std::uint16_t>(std::atoi(text.c_str()));
+    return text.empty() ? 0xFFFF
+                        : static_cast<std::uint16_t>(std::atoi(text.c_str())); // NOLINT: as drivers read
 }
 
 } // namespace

@@ -32,7 +32,7 @@ SimulatedWindow::SimulatedWindow(BusDevice& device, std::size_t size)
 
 SimulatedWindow::~SimulatedWindow() {
     WindowRegistry::getInstance().remove(_baseAddress);
-    munmap(reinterpret_cast<void*>(_baseAddress), _length);
+    munmap(reinterpret_cast<void*>(_baseAddress), _length); // NOLINT: that is what an address is
 }
 
 std::uintptr_t SimulatedWindow::getBaseAddress() const {

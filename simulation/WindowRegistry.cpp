@@ -5,7 +5,7 @@
 namespace simulation {
 
 WindowRegistry& WindowRegistry::getInstance() {
-    static WindowRegistry* const registry = new WindowRegistry;
+    static auto* const registry = new WindowRegistry;
     return *registry;
 }
 

@@ -29,13 +29,13 @@ public:
 
     void setCounter(unsigned port, unsigned counter, std::uint32_t value) override;
     std::uint32_t getCounter(unsigned port, unsigned counter) const override;
-    void setInDiscards(unsigned port, std::uint32_t value) override;
-    void setInFiltered(unsigned port, std::uint16_t value) override;
-    void setOutFiltered(unsigned port, std::uint16_t value) override;
-    void plugLink(unsigned port, unsigned megabits, bool fullDuplex) override;
-    void unplugLink(unsigned port) override;
-    void setLinkLevel(unsigned port, bool up) override;
-    bool hasLink(unsigned port) const override;
+    void setInDiscards(unsigned number, std::uint32_t value) override;
+    void setInFiltered(unsigned number, std::uint16_t value) override;
+    void setOutFiltered(unsigned number, std::uint16_t value) override;
+    void plugLink(unsigned number, unsigned megabits, bool fullDuplex) override;
+    void unplugLink(unsigned number) override;
+    void setLinkLevel(unsigned number, bool up) override;
+    bool hasLink(unsigned number) const override;
     std::map<unsigned, VtuEntry> getVtu() const override;
     std::map<unsigned, StuEntry> getStu() const override;
     std::optional<VtuEntry> getVtuEntry(unsigned vid) const override;

@@ -89,7 +89,7 @@ RegisterTable Global1::table() {
 
 // A driver that uses VLAN numbers as SIDs writes more bits than there are; the chip cuts them.
 Register Global1::vtuSidRegister() const {
-    unsigned const width = static_cast<unsigned>(_context.options.sidWidth);
+    auto const width = static_cast<unsigned>(_context.options.sidWidth);
     Register description(global1::vtuSid, "VTUSID");
     description.field("SID", width - 1, 0);
     return width < 12 ? description.ignored(11, width) : description;

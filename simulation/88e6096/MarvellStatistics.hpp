@@ -27,7 +27,7 @@ public:
 private:
     using Counters = std::array<std::uint32_t, Marvell88E6096TestSide::numberOfCounters>;
 
-    void perform(unsigned operation, unsigned item);
+    void perform(unsigned operation, unsigned number);
     void readCaptured(unsigned counter);
     void reportMeaningless(char const* what);
 

@@ -29,10 +29,10 @@ public:
     void setAged();
 
     /// Whether it is the entry of that address in that VLAN. No multicast entry is.
-    bool isOf(std::uint64_t mac, unsigned vid) const;
+    bool isOf(std::uint64_t address, unsigned vid) const;
 
     /// Whether it is a multicast entry that frames to that address in that VLAN meet.
-    bool isGroupOf(std::uint64_t mac, unsigned vid, Vsc7390Options::MulticastMatch match) const;
+    bool isGroupOf(std::uint64_t address, unsigned vid, Vsc7390Options::MulticastMatch match) const;
 
 private:
     std::uint32_t _access = 0;

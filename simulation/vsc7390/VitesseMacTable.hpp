@@ -36,10 +36,10 @@ public:
     bool insert(MacEntry const& entry);
 
     /// Null when there is none.
-    MacEntry const* find(std::uint64_t mac, unsigned vid) const;
-    MacEntry const* findGroup(std::uint64_t mac, unsigned vid) const;
+    MacEntry const* find(std::uint64_t address, unsigned vid) const;
+    MacEntry const* findGroup(std::uint64_t address, unsigned vid) const;
 
-    static unsigned rowOf(std::uint64_t mac, unsigned vid);
+    static unsigned rowOf(std::uint64_t address, unsigned vid);
 
 private:
     using Row = std::array<MacEntry, Vsc7390TestSide::numberOfBuckets>;

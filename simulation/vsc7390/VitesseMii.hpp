@@ -32,8 +32,8 @@ private:
     std::uint32_t status() const;
     std::uint32_t data();
     void operate(std::uint32_t word);
-    std::uint32_t read(unsigned phy, unsigned address);
-    void write(unsigned phy, unsigned address, std::uint32_t value);
+    std::uint32_t read(unsigned number, unsigned address);
+    void write(unsigned number, unsigned address, std::uint32_t value);
     Phy* find(unsigned phy);
     std::shared_ptr<UnitIdentity const> const& absentPhy(unsigned phy);
 

@@ -28,14 +28,14 @@ public:
     void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) override;
     void failAccess(unsigned nth) override;
 
-    void setCounter(unsigned port, unsigned counter, std::uint32_t value) override;
-    std::uint32_t getCounter(unsigned port, unsigned counter) const override;
-    PortMac getPortMac(unsigned port) const override;
-    void queueFrames(unsigned port) override;
-    void plugPhy(unsigned phy) override;
-    void unplugPhy(unsigned phy) override;
-    void setPhyRegister(unsigned phy, unsigned address, std::uint16_t value) override;
-    std::uint16_t getPhyRegister(unsigned phy, unsigned address) const override;
+    void setCounter(unsigned number, unsigned counter, std::uint32_t value) override;
+    std::uint32_t getCounter(unsigned number, unsigned counter) const override;
+    PortMac getPortMac(unsigned number) const override;
+    void queueFrames(unsigned number) override;
+    void plugPhy(unsigned number) override;
+    void unplugPhy(unsigned number) override;
+    void setPhyRegister(unsigned number, unsigned address, std::uint16_t value) override;
+    std::uint16_t getPhyRegister(unsigned number, unsigned address) const override;
     VlanEntry getVlanEntry(unsigned vid) const override;
     std::map<unsigned, VlanEntry> getVlans() const override;
     void setVlanEntry(unsigned vid, VlanEntry const& entry) override;
@@ -44,7 +44,7 @@ public:
     void setMacEntry(unsigned row, unsigned bucket, MacEntry const& entry) override;
     void removeMacEntry(unsigned row, unsigned bucket) override;
     unsigned getRow(std::uint64_t mac, unsigned vid) const override;
-    bool learn(std::uint64_t mac, unsigned vid, unsigned port) override;
+    bool learn(std::uint64_t mac, unsigned vid, unsigned number) override;
     std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const override;
     std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
                                  unsigned vid) const override;
