@@ -40,7 +40,10 @@ std::unique_ptr<PhysicalMemory> makeMemory(SimulatedBoard* board, BoardSession::
     } else {
         memory = std::make_unique<DeviceMemory>(options.memoryDevice);
     }
-    return options.wrapMemory ? options.wrapMemory(std::move(memory)) : std::move(memory);
+    if (options.wrapMemory) {
+        return options.wrapMemory(std::move(memory));
+    }
+    return memory;
 }
 
 } // namespace

@@ -12,8 +12,8 @@ namespace {
 using namespace vsc7390;
 
 /// The packet counters in words. No operation prints them yet.
+// NOLINTNEXTLINE(cert-err58-cpp): without memory for it there is no process
 [[maybe_unused]] std::string const counterDescriptions[5] = {
-    // NOLINT(cert-err58-cpp)
     "Good and Bad Packets          ", "Good broadcasts and multicasts", "Bad packets                   ",
     "Good broadcasts               ", "Good multicasts               ",
 };
