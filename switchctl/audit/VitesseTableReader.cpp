@@ -9,7 +9,6 @@
 
 namespace switchctl::audit {
 
-using simulation::bitsOf;
 using simulation::isSet;
 using simulation::maskOf;
 using simulation::Vsc7390TestSide;

@@ -18,6 +18,7 @@ CLI::App& RegisterAction::getApp() {
 std::vector<RegisterLocation> RegisterAction::find(ChipCatalogue const& catalogue,
                                                    std::vector<std::string> const& texts, bool physOnly) {
     std::vector<RegisterLocation> locations;
+    locations.reserve(texts.size());
     for (std::string const& text : texts) {
         locations.push_back(catalogue.find(text, physOnly));
     }

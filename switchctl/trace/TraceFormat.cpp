@@ -33,7 +33,7 @@ bool isDigits(std::string const& text) {
 } // namespace
 
 char const* TraceFormat::nameOf(Transport transport) {
-    auto const found =
+    auto const* const found =
         std::find_if(transportNames.begin(), transportNames.end(),
                      [transport](TransportName const& entry) { return entry.transport == transport; });
     return found->name;
