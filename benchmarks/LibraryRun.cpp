@@ -74,7 +74,7 @@ void LibraryRun::bringUp() {
     _manager.start(populated);
     _manager.phyInterfacesHaveNowBeenSetup();
     _reported.set_value();
-    switchctl::StartUpMonitor::Outcome const outcome = _monitor.wait();
+    board::StartUpMonitor::Outcome const outcome = _monitor.wait();
     if (!outcome.populated) {
         throw std::runtime_error("start-up failed: " + outcome.reason);
     }

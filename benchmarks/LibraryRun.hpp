@@ -4,13 +4,13 @@
 #include <memory>
 
 #include "benchmarks/MeasuredRun.hpp"
+#include "board/ClockAdoption.hpp"
+#include "board/SessionLog.hpp"
+#include "board/SimulatedMemory.hpp"
+#include "board/StartUpMonitor.hpp"
 #include "manager/SwitchManager.hpp"
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
 #include "reference_host/HostApplication.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SessionLog.hpp"
-#include "switchctl/SimulatedMemory.hpp"
-#include "switchctl/StartUpMonitor.hpp"
 #include "vitesse/VitesseParallelCommunication.hpp"
 
 class MarvellSwitch;
@@ -39,10 +39,10 @@ private:
 
     Hardware _hardware;
     simulation::SimulatedBoard _board;
-    switchctl::ClockAdoption _clock;
-    switchctl::SimulatedMemory _memory;
-    switchctl::StartUpMonitor _monitor;
-    switchctl::SessionLog _log;
+    board::ClockAdoption _clock;
+    board::SimulatedMemory _memory;
+    board::StartUpMonitor _monitor;
+    board::SessionLog _log;
     reference_host::HostApplication _application;
     SwitchManager _manager;
     /// Set once the PHY interfaces are reported, and once this object goes.

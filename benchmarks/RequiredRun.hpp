@@ -4,11 +4,11 @@
 
 #include "benchmarks/MeasuredRun.hpp"
 #include "benchmarks/required/BoardPlan.hpp"
+#include "board/ClockAdoption.hpp"
+#include "board/SimulatedMemory.hpp"
 #include "host/MappedSection.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/LogSink.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 
 namespace benchmarks {
 
@@ -33,8 +33,8 @@ private:
 
     required::BoardPlan _plan;
     simulation::SimulatedBoard _board;
-    switchctl::ClockAdoption _clock;
-    switchctl::SimulatedMemory _memory;
+    board::ClockAdoption _clock;
+    board::SimulatedMemory _memory;
     NoLog _log;
     reference_host::HostApplication _application;
     std::unique_ptr<MappedSection> _mac;

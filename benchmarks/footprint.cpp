@@ -11,14 +11,14 @@
 
 #include "benchmarks/CountedHeap.hpp"
 #include "benchmarks/PaintedStack.hpp"
+#include "board/ClockAdoption.hpp"
+#include "board/SimulatedMemory.hpp"
 #include "host/Threads.hpp"
 #include "manager/SwitchManager.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/LogSink.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 
 namespace {
 
@@ -100,8 +100,8 @@ Effort bringUp(SwitchManager& manager, reference_host::HostApplication& applicat
 void measure(char const* path, bool noHardwareAccess) {
     auto const document = reference_host::XmlDocument::fromFile(path);
     simulation::SimulatedBoard board(*document);
-    switchctl::ClockAdoption const adoption(board.getClock());
-    switchctl::SimulatedMemory memory(board);
+    board::ClockAdoption const adoption(board.getClock());
+    board::SimulatedMemory memory(board);
     NoLog log;
 
     PaintedStack stack;

@@ -2,18 +2,18 @@
 #include <exception>
 #include <iostream>
 
-#include "switchctl/BringUpCommand.hpp"
-#include "switchctl/ExitStatus.hpp"
-#include "switchctl/SimulateControllerCommand.hpp"
+#include "chips/ExitStatus.hpp"
 #include "switchctl/audit/AuditCommand.hpp"
+#include "switchctl/bringup/BringUpCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
+#include "switchctl/controller/SimulateControllerCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
-#include "switchctl/registers/RegisterCommand.hpp"
+#include "switchctl/register/RegisterCommand.hpp"
+#include "switchctl/replay/ReplayCommand.hpp"
 #include "switchctl/statistics/StatisticsCommand.hpp"
-#include "switchctl/trace/ReplayCommand.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 
 namespace {
 
@@ -27,23 +27,23 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
                              "\n";
 
-ExitStatus runProgram(int argc, char** argv) {
+chips::ExitStatus runProgram(int argc, char** argv) {
     CLI::App program("Brings up and inspects the Ethernet switches of a board", "switchctl");
     program.require_subcommand(1);
-    program.footer(help + switchctl::exitStatusHelp());
-    switchctl::BringUpCommand const bringUp(program);
-    switchctl::RegisterCommand const registers(program);
+    program.footer(help + chips::exitStatusHelp());
+    switchctl::bringup::BringUpCommand const bringUp(program);
+    switchctl::registers::RegisterCommand const registers(program);
     switchctl::check::CheckCommand const check(program);
     switchctl::draw::DrawCommand const draw(program);
     switchctl::plan::PlanCommand const plan(program);
     switchctl::audit::AuditCommand const audit(program);
     switchctl::statistics::StatisticsCommand const statistics(program);
-    switchctl::trace::ReplayCommand const replay(program);
-    switchctl::SimulateControllerCommand const controller(program);
+    switchctl::replay::ReplayCommand const replay(program);
+    switchctl::controller::SimulateControllerCommand const controller(program);
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
-        return program.exit(error) == 0 ? ExitStatus::success : ExitStatus::usage;
+        return program.exit(error) == 0 ? chips::ExitStatus::success : chips::ExitStatus::usage;
     }
     if (draw.isChosen()) {
         return draw.run(std::cout, std::cerr);
@@ -79,6 +79,6 @@ int main(int argc, char** argv) {
         return static_cast<int>(runProgram(argc, argv));
     } catch (std::exception const& error) {
         std::cerr << "switchctl: " << error.what() << '\n';
-        return static_cast<int>(ExitStatus::startUpFailed);
+        return static_cast<int>(chips::ExitStatus::startUpFailed);
     }
 }

@@ -3,13 +3,13 @@
 #include <memory>
 #include <utility>
 
-#include "switchctl/Progress.hpp"
+#include "board/ModelBringUp.hpp"
+#include "chips/ToolError.hpp"
 #include "switchctl/audit/AuditReport.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/SeededWrite.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/registers/OutputDiversion.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::audit {
 
@@ -26,7 +26,7 @@ std::string footer() {
            "  switchctl audit board.xml --simulate --deviate 0/port8/PortControl:PortState=0\n"
            "  switchctl audit board.xml --simulate=other.xml --json\n"
            "\n" +
-           auditExitStatusHelp();
+           chips::auditExitStatusHelp();
 }
 
 } // namespace
@@ -56,16 +56,16 @@ bool AuditCommand::isChosen() const {
     return _command->parsed();
 }
 
-ExitStatus AuditCommand::run(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus AuditCommand::run(std::ostream& out, std::ostream& errors) const {
     try {
         return audit(out, errors);
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         errors << "switchctl: " << error.what() << '\n';
         return error.getStatus();
     }
 }
 
-ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) const {
     std::unique_ptr<AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (_json) {
@@ -77,9 +77,9 @@ ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) const {
         errors << "switchctl: " << line << '\n';
     }
     if (!run->getUnread().empty()) {
-        return ExitStatus::registerFailed;
+        return chips::ExitStatus::registerFailed;
     }
-    return run->getDeviations().empty() ? ExitStatus::success : ExitStatus::chipsDeviate;
+    return run->getDeviations().empty() ? chips::ExitStatus::success : chips::ExitStatus::chipsDeviate;
 }
 
 /// What the library prints meanwhile goes to `errors`.
@@ -88,11 +88,11 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     std::unique_ptr<AuditRun> run;
     Progress const progress(errors, "comparing the chips with " + _path);
     {
-        plan::ModelBringUp expected(_path);
+        board::ModelBringUp expected(_path);
         run = std::make_unique<AuditRun>(expected);
     }
     if (_simulate.empty()) {
-        AuditedBoard board(_memoryDevice);
+        board::BoardAccess board(_memoryDevice);
         run->compare(board);
     } else {
         compareSimulated(*run);
@@ -101,8 +101,8 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
 }
 
 void AuditCommand::compareSimulated(AuditRun& run) const {
-    plan::ModelBringUp chips(getSimulatedPath());
-    AuditedBoard board(chips.getBoard());
+    board::ModelBringUp chips(getSimulatedPath());
+    board::BoardAccess board(chips.getBoard());
     for (std::string const& deviation : _deviations) {
         SeededWrite::make(deviation, chips, board);
     }

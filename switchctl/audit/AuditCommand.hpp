@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "chips/ExitStatus.hpp"
 #include "reference_host/DeviceMemory.hpp"
-#include "switchctl/ExitStatus.hpp"
 #include "switchctl/audit/AuditRun.hpp"
 
 namespace switchctl::audit {
@@ -25,10 +25,10 @@ public:
 
     /// \param out gets the deviations.
     /// \param errors gets what could not be read or done, and what the library prints.
-    ExitStatus run(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
-    ExitStatus audit(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus audit(std::ostream& out, std::ostream& errors) const;
     std::unique_ptr<AuditRun> makeRun(std::ostream& errors) const;
     void compareSimulated(AuditRun& run) const;
     std::string getSimulatedPath() const;

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "switchctl/Colours.hpp"
+#include "switchctl/terminal/Colours.hpp"
 
 namespace switchctl::audit {
 

@@ -1,27 +1,27 @@
 #include "switchctl/audit/AuditRun.hpp"
 
+#include "chips/ToolError.hpp"
 #include "switchctl/audit/ChipReader.hpp"
-#include "switchctl/registers/CommandError.hpp"
 
 namespace switchctl::audit {
 
-AuditRun::AuditRun(plan::ModelBringUp& bringUp) {
+AuditRun::AuditRun(board::ModelBringUp& bringUp) {
     for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
         _chips.emplace_back(bringUp, id);
     }
-    AuditedBoard board(bringUp.getBoard());
+    board::BoardAccess board(bringUp.getBoard());
     for (Chip& chip : _chips) {
         chip.expected = read(board, chip.scope);
         for (std::string const& line : chip.expected.getUnread()) {
-            throw CommandError(ExitStatus::registerFailed,
-                               "the model of " + chip.scope.getChip() + ": " + line);
+            throw chips::ToolError(chips::ExitStatus::registerFailed,
+                                   "the model of " + chip.scope.getChip() + ": " + line);
         }
     }
 }
 
-void AuditRun::compare(AuditedBoard& board) {
+void AuditRun::compare(board::BoardAccess& board) {
     for (Chip const& chip : _chips) {
-        ChipImage const found = read(board, chip.scope);
+        chips::ChipImage const found = read(board, chip.scope);
         for (Deviation const& deviation : Deviation::between(chip.scope.getChip(), chip.expected, found)) {
             _deviations.push_back(deviation);
         }
@@ -31,7 +31,7 @@ void AuditRun::compare(AuditedBoard& board) {
     }
 }
 
-ChipImage AuditRun::read(AuditedBoard& board, ChipScope const& scope) {
+chips::ChipImage AuditRun::read(board::BoardAccess& board, ChipScope const& scope) {
     auto const transport = board.connect(scope.getSwitchId(), scope.getCatalogue().getModel());
     return ChipReader(scope, *transport).read();
 }

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/audit/AuditedBoard.hpp"
-#include "switchctl/audit/ChipImage.hpp"
+#include "board/BoardAccess.hpp"
+#include "board/ModelBringUp.hpp"
+#include "chips/ChipImage.hpp"
 #include "switchctl/audit/ChipScope.hpp"
 #include "switchctl/audit/Deviation.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
 
 namespace switchctl::audit {
 
@@ -17,10 +17,10 @@ class AuditRun {
 public:
     /// Takes what is expected from models that the document has been brought up on, which are not needed
     /// afterwards. Throws CommandError (registerFailed) when they cannot be read.
-    explicit AuditRun(plan::ModelBringUp& bringUp);
+    explicit AuditRun(board::ModelBringUp& bringUp);
 
     /// Reads the chips and compares. Throws CommandError (noHardware).
-    void compare(AuditedBoard& board);
+    void compare(board::BoardAccess& board);
 
     /// In the order of the switches' ids.
     std::vector<Deviation> const& getDeviations() const;
@@ -35,12 +35,12 @@ public:
 
 private:
     struct Chip {
-        Chip(plan::ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
+        Chip(board::ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
         ChipScope scope;
-        ChipImage expected;
+        chips::ChipImage expected;
     };
 
-    static ChipImage read(AuditedBoard& board, ChipScope const& scope);
+    static chips::ChipImage read(board::BoardAccess& board, ChipScope const& scope);
 
     // The catalogues of the scopes stay where they are.
     std::deque<Chip> _chips;

@@ -53,24 +53,25 @@ bool begins(std::string const& text, std::string const& start) {
     return text.compare(0, start.size(), start) == 0;
 }
 
-bool isRuledOut(RegisterLocation const& location, std::string const& field) {
+bool isRuledOut(chips::RegisterLocation const& location, std::string const& field) {
     return std::any_of(excluded.begin(), excluded.end(), [&](Rule const& rule) {
         return begins(location.unit, rule.unit) && begins(location.name, rule.name) && field == rule.field;
     });
 }
 
-bool isCounter(RegisterAddress const& address, std::string const& unit) {
-    return address.space == RegisterAddress::Space::block && begins(unit, "port ") &&
+bool isCounter(chips::RegisterAddress const& address, std::string const& unit) {
+    return address.space == chips::RegisterAddress::Space::block && begins(unit, "port ") &&
            address.address >= firstCounter && address.address <= lastCounter;
 }
 
 } // namespace
 
-bool AuditSelection::contains(RegisterLocation const& location) {
+bool AuditSelection::contains(chips::RegisterLocation const& location) {
     return !isRuledOut(location, "") && !isCounter(location.address, location.unit);
 }
 
-bool AuditSelection::contains(RegisterLocation const& location, simulation::Register::Field const& field) {
+bool AuditSelection::contains(chips::RegisterLocation const& location,
+                              simulation::Register::Field const& field) {
     std::uint32_t const bits = simulation::maskOf(field.high, field.low);
     bool const isWritable = (location.description->getWritable() & bits) == bits;
     return isWritable && !isRuledOut(location, field.name);

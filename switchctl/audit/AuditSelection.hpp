@@ -2,18 +2,18 @@
 
 #include <string>
 
+#include "chips/RegisterLocation.hpp"
 #include "simulation/RegisterTable.hpp"
-#include "switchctl/registers/RegisterLocation.hpp"
 
 namespace switchctl::audit {
 
 /// What of the registers that a bring-up writes is compared: what stays until somebody writes it.
 struct AuditSelection {
     /// Whether a register is compared at all.
-    static bool contains(RegisterLocation const& location);
+    static bool contains(chips::RegisterLocation const& location);
 
     /// Whether a field of it is: one that can be written and does not clear itself.
-    static bool contains(RegisterLocation const& location, simulation::Register::Field const& field);
+    static bool contains(chips::RegisterLocation const& location, simulation::Register::Field const& field);
 
     /// What is left out and why, for people.
     static std::string explain();

@@ -1,36 +1,36 @@
 #include "switchctl/audit/ChipReader.hpp"
 
+#include "chips/88e6096/MarvellTableReader.hpp"
+#include "chips/ToolError.hpp"
+#include "chips/vsc7390/VitesseTableReader.hpp"
 #include "simulation/Bits.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
-#include "switchctl/audit/MarvellTableReader.hpp"
-#include "switchctl/audit/VitesseTableReader.hpp"
-#include "switchctl/registers/CommandError.hpp"
 
 namespace switchctl::audit {
 
-ChipReader::ChipReader(ChipScope const& scope, RegisterTransport& transport)
+ChipReader::ChipReader(ChipScope const& scope, chips::RegisterTransport& transport)
     : _scope(scope), _transport(transport) {}
 
-ChipImage ChipReader::read() {
+chips::ChipImage ChipReader::read() {
     try {
         readRegisters();
         readTables();
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         _image.addUnread("", error.what());
     }
     return _image;
 }
 
 void ChipReader::readRegisters() {
-    for (RegisterLocation const& location : _scope.getRegisters()) {
+    for (chips::RegisterLocation const& location : _scope.getRegisters()) {
         if (_image.isUnread(location.unit)) {
             continue;
         }
         try {
             readRegister(location);
-        } catch (CommandError const& error) {
+        } catch (chips::ToolError const& error) {
             // A PHY may be missing; a chip that does not answer will not do so for the next register.
-            if (location.address.space != RegisterAddress::Space::phy) {
+            if (location.address.space != chips::RegisterAddress::Space::phy) {
                 throw;
             }
             _image.addUnread(location.unit, error.what());
@@ -38,9 +38,9 @@ void ChipReader::readRegisters() {
     }
 }
 
-void ChipReader::readRegister(RegisterLocation const& location) {
+void ChipReader::readRegister(chips::RegisterLocation const& location) {
     std::uint32_t const value = _transport.read(location);
-    std::vector<ChipImage::Field> fields;
+    std::vector<chips::ChipImage::Field> fields;
     for (simulation::Register::Field const& field : location.description->getFields()) {
         if (AuditSelection::contains(location, field)) {
             fields.push_back({field.name, simulation::bitsOf(value, field.high, field.low)});
@@ -51,9 +51,11 @@ void ChipReader::readRegister(RegisterLocation const& location) {
 
 void ChipReader::readTables() {
     if (_scope.getCatalogue().getModel() == "vsc7390") {
-        VitesseTableReader(_scope, _transport, _image).read();
+        chips::VitesseTableReader(_scope.getCatalogue(), _scope.getVitesseTables(), _transport, _image)
+            .read();
     } else {
-        MarvellTableReader(_scope, _transport, _image).read();
+        chips::MarvellTableReader(_scope.getCatalogue(), _scope.getMarvellTables(), _transport, _image)
+            .read();
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "switchctl/audit/ChipImage.hpp"
+#include "chips/ChipImage.hpp"
+#include "chips/RegisterTransport.hpp"
 #include "switchctl/audit/ChipScope.hpp"
-#include "switchctl/registers/RegisterTransport.hpp"
 
 namespace switchctl::audit {
 
@@ -10,19 +10,19 @@ namespace switchctl::audit {
 class ChipReader {
 public:
     /// Both must outlive the reader.
-    ChipReader(ChipScope const& scope, RegisterTransport& transport);
+    ChipReader(ChipScope const& scope, chips::RegisterTransport& transport);
 
     /// A PHY that does not answer is noted as unread; so are the tables, and the chip when it does not.
-    ChipImage read();
+    chips::ChipImage read();
 
 private:
     void readRegisters();
-    void readRegister(RegisterLocation const& location);
+    void readRegister(chips::RegisterLocation const& location);
     void readTables();
 
     ChipScope const& _scope;
-    RegisterTransport& _transport;
-    ChipImage _image;
+    chips::RegisterTransport& _transport;
+    chips::ChipImage _image;
 };
 
 } // namespace switchctl::audit

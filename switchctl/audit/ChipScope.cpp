@@ -1,13 +1,13 @@
 #include "switchctl/audit/ChipScope.hpp"
 
+#include "chips/88e6096/MarvellTableReader.hpp"
+#include "chips/ToolError.hpp"
+#include "chips/vsc7390/VitesseTableReader.hpp"
 #include "simulation/88e6096/MarvellRegisters.hpp"
 #include "simulation/Bits.hpp"
 #include "simulation/vsc7390/VitesseRegisters.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
-#include "switchctl/audit/MarvellTableReader.hpp"
-#include "switchctl/audit/VitesseTableReader.hpp"
-#include "switchctl/registers/CommandError.hpp"
 
 namespace switchctl::audit {
 
@@ -32,7 +32,7 @@ std::set<unsigned> allBelow(unsigned end) {
 
 } // namespace
 
-ChipScope::ChipScope(plan::ModelBringUp& bringUp, unsigned switchId)
+ChipScope::ChipScope(board::ModelBringUp& bringUp, unsigned switchId)
     : _switchId(switchId), _catalogue(bringUp.getModel(switchId)) {
     std::string const chip = getChip();
     for (AccessLog::Entry const& entry : bringUp.getBoard().getLog().getEntries()) {
@@ -50,32 +50,20 @@ std::string ChipScope::getChip() const {
     return "switch " + std::to_string(_switchId);
 }
 
-ChipCatalogue const& ChipScope::getCatalogue() const {
+chips::ChipCatalogue const& ChipScope::getCatalogue() const {
     return _catalogue;
 }
 
-std::vector<RegisterLocation> const& ChipScope::getRegisters() const {
+std::vector<chips::RegisterLocation> const& ChipScope::getRegisters() const {
     return _registers;
 }
 
-std::set<unsigned> const& ChipScope::getVlanTableVids() const {
-    return _vlanTableVids;
+chips::VitesseTableReader::Wanted const& ChipScope::getVitesseTables() const {
+    return _vitesseTables;
 }
 
-std::set<unsigned> const& ChipScope::getVtuVids() const {
-    return _vtuVids;
-}
-
-std::set<unsigned> const& ChipScope::getStuSids() const {
-    return _stuSids;
-}
-
-bool ChipScope::areVlansFlushed() const {
-    return _areVlansFlushed;
-}
-
-std::set<unsigned> const& ChipScope::getMacTableRows() const {
-    return _macTableRows;
+chips::MarvellTableReader::Wanted const& ChipScope::getMarvellTables() const {
+    return _marvellTables;
 }
 
 void ChipScope::take(AccessLog::Entry const& entry) {
@@ -95,12 +83,12 @@ void ChipScope::takeRegister(AccessLog::Entry const& entry) {
         return;
     }
     try {
-        RegisterLocation const location = _catalogue.find(text);
+        chips::RegisterLocation const location = _catalogue.find(text);
         // What is at a number that nobody knows may change by being read.
         if (location.description != nullptr && AuditSelection::contains(location)) {
             _registers.push_back(location);
         }
-    } catch (CommandError const&) {
+    } catch (chips::ToolError const&) {
         // A PHY that a chip of this kind does not have: nothing is there to be compared.
     }
 }
@@ -112,15 +100,15 @@ void ChipScope::takeGlobal1(AccessLog::Entry const& entry) {
     } else if (entry.address == global1::vtuSid) {
         _vtuSid = entry.value;
     } else if (entry.address == global1::vtuOperation && entry.kind == AccessLog::Kind::write) {
-        switch (MarvellTableReader::operationIn(entry.value)) {
-        case MarvellTableReader::Operation::flushAll:
-            _areVlansFlushed = true;
+        switch (chips::MarvellTableReader::operationIn(entry.value)) {
+        case chips::MarvellTableReader::Operation::flushAll:
+            _marvellTables.all = true;
             break;
-        case MarvellTableReader::Operation::vtuLoad:
-            _vtuVids.insert(_vtuVid);
+        case chips::MarvellTableReader::Operation::vtuLoad:
+            _marvellTables.vids.insert(_vtuVid);
             break;
-        case MarvellTableReader::Operation::stuLoad:
-            _stuSids.insert(_vtuSid);
+        case chips::MarvellTableReader::Operation::stuLoad:
+            _marvellTables.sids.insert(_vtuSid);
             break;
         default:
             break;
@@ -137,17 +125,17 @@ void ChipScope::takeAnalyser(AccessLog::Entry const& entry) {
         return;
     } else if (entry.address == analyser::vlanAccess) {
         unsigned const command = simulation::vitesse::fieldOf(entry.value, vlan::command);
-        if (command == VitesseTableReader::vlanClear) {
-            _vlanTableVids = allBelow(Vsc7390TestSide::numberOfVids);
-        } else if (command == VitesseTableReader::vlanWrite) {
-            _vlanTableVids.insert(_vlanIndex);
+        if (command == chips::VitesseTableReader::vlanClear) {
+            _vitesseTables.vids = allBelow(Vsc7390TestSide::numberOfVids);
+        } else if (command == chips::VitesseTableReader::vlanWrite) {
+            _vitesseTables.vids.insert(_vlanIndex);
         }
     } else if (entry.address == analyser::macAccess) {
         unsigned const command = simulation::vitesse::fieldOf(entry.value, mac::command);
-        if (command == VitesseTableReader::macClear) {
-            _macTableRows = allBelow(Vsc7390TestSide::numberOfRows);
-        } else if (command == VitesseTableReader::macWrite) {
-            _macTableRows.insert(simulation::vitesse::fieldOf(_macIndex, mac::row));
+        if (command == chips::VitesseTableReader::macClear) {
+            _vitesseTables.rows = allBelow(Vsc7390TestSide::numberOfRows);
+        } else if (command == chips::VitesseTableReader::macWrite) {
+            _vitesseTables.rows.insert(simulation::vitesse::fieldOf(_macIndex, mac::row));
         }
     }
 }

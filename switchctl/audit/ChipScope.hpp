@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "board/ModelBringUp.hpp"
+#include "chips/88e6096/MarvellTableReader.hpp"
+#include "chips/ChipCatalogue.hpp"
+#include "chips/RegisterLocation.hpp"
+#include "chips/vsc7390/VitesseTableReader.hpp"
 #include "simulation/AccessLog.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
-#include "switchctl/registers/ChipCatalogue.hpp"
-#include "switchctl/registers/RegisterLocation.hpp"
 
 namespace switchctl::audit {
 
@@ -16,28 +18,20 @@ namespace switchctl::audit {
 class ChipScope {
 public:
     /// \param switchId of a chip of the board. The bring-up is not needed afterwards.
-    ChipScope(plan::ModelBringUp& bringUp, unsigned switchId);
+    ChipScope(board::ModelBringUp& bringUp, unsigned switchId);
 
     unsigned getSwitchId() const;
     /// As in the access log, for example "switch 0".
     std::string getChip() const;
-    ChipCatalogue const& getCatalogue() const;
+    chips::ChipCatalogue const& getCatalogue() const;
 
     /// Those that the catalogue knows, in the order of their first write.
-    std::vector<RegisterLocation> const& getRegisters() const;
+    std::vector<chips::RegisterLocation> const& getRegisters() const;
 
-    /// VIDs of the VSC7390's VLAN table; all of them when the table was cleared.
-    std::set<unsigned> const& getVlanTableVids() const;
-
-    /// VIDs of the VTU and SIDs of the STU that were loaded.
-    std::set<unsigned> const& getVtuVids() const;
-    std::set<unsigned> const& getStuSids() const;
-
-    /// Whether the VTU and the STU were emptied first, so that what else is in them is not the document's.
-    bool areVlansFlushed() const;
-
-    /// Rows of the MAC table that were written; all of them when the table was cleared.
-    std::set<unsigned> const& getMacTableRows() const;
+    /// Entries that were written; all of a table that was cleared first, so that what else is in it is
+    /// not the document's.
+    chips::VitesseTableReader::Wanted const& getVitesseTables() const;
+    chips::MarvellTableReader::Wanted const& getMarvellTables() const;
 
 private:
     void take(simulation::AccessLog::Entry const& entry);
@@ -46,14 +40,11 @@ private:
     void takeAnalyser(simulation::AccessLog::Entry const& entry);
 
     unsigned _switchId;
-    ChipCatalogue _catalogue;
+    chips::ChipCatalogue _catalogue;
     std::set<std::string> _seen;
-    std::vector<RegisterLocation> _registers;
-    std::set<unsigned> _vlanTableVids;
-    std::set<unsigned> _vtuVids;
-    std::set<unsigned> _stuSids;
-    std::set<unsigned> _macTableRows;
-    bool _areVlansFlushed = false;
+    std::vector<chips::RegisterLocation> _registers;
+    chips::VitesseTableReader::Wanted _vitesseTables;
+    chips::MarvellTableReader::Wanted _marvellTables;
 
     // The staging registers as the log goes by.
     unsigned _vlanIndex = 0;

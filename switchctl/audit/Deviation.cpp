@@ -1,13 +1,13 @@
 #include "switchctl/audit/Deviation.hpp"
 
-#include "switchctl/registers/NumberText.hpp"
+#include "chips/NumberText.hpp"
 
 namespace switchctl::audit {
 
 namespace {
 
 std::string textOf(std::optional<std::uint32_t> const& value, std::string const& without) {
-    return value ? NumberText::hexadecimal(*value, 1) : without;
+    return value ? chips::NumberText::hexadecimal(*value, 1) : without;
 }
 
 nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
@@ -16,12 +16,12 @@ nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
 
 } // namespace
 
-std::vector<Deviation> Deviation::between(std::string const& chip, ChipImage const& expected,
-                                          ChipImage const& found) {
+std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipImage const& expected,
+                                          chips::ChipImage const& found) {
     std::vector<Deviation> deviations;
     bool const endedEarly = found.isUnread("");
-    for (ChipImage::Item const& item : expected.getItems()) {
-        ChipImage::Item const* const other = found.find(item.unit, item.name);
+    for (chips::ChipImage::Item const& item : expected.getItems()) {
+        chips::ChipImage::Item const* const other = found.find(item.unit, item.name);
         if (other == nullptr) {
             // What could not be read is told elsewhere.
             if (!endedEarly && !found.isUnread(item.unit)) {
@@ -30,14 +30,14 @@ std::vector<Deviation> Deviation::between(std::string const& chip, ChipImage con
             continue;
         }
         for (std::size_t index = 0; index < item.fields.size() && index < other->fields.size(); ++index) {
-            ChipImage::Field const& field = item.fields[index];
+            chips::ChipImage::Field const& field = item.fields[index];
             if (other->fields[index].value != field.value) {
                 deviations.push_back(
                     {chip, item.unit, item.name, field.name, field.value, other->fields[index].value});
             }
         }
     }
-    for (ChipImage::Item const& item : found.getItems()) {
+    for (chips::ChipImage::Item const& item : found.getItems()) {
         if (expected.find(item.unit, item.name) == nullptr) {
             deviations.push_back({chip, item.unit, item.name, "", std::nullopt, 1});
         }

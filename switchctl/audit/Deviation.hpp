@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/audit/ChipImage.hpp"
+#include "chips/ChipImage.hpp"
 
 namespace switchctl::audit {
 
@@ -25,8 +25,8 @@ struct Deviation {
     std::optional<std::uint32_t> found;
 
     /// In the order of the chip; last, the entries that are too much.
-    static std::vector<Deviation> between(std::string const& chip, ChipImage const& expected,
-                                          ChipImage const& found);
+    static std::vector<Deviation> between(std::string const& chip, chips::ChipImage const& expected,
+                                          chips::ChipImage const& found);
 
     /// In one line.
     void print(std::ostream& out) const;

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "switchctl/audit/AuditedBoard.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
+#include "board/BoardAccess.hpp"
+#include "board/ModelBringUp.hpp"
 
 namespace switchctl::audit {
 
@@ -12,7 +12,7 @@ namespace switchctl::audit {
 struct SeededWrite {
     /// Makes the write over the board's bus. Throws CommandError: usage when the text is wrong or the
     /// board has no such switch.
-    static void make(std::string const& text, plan::ModelBringUp const& bringUp, AuditedBoard& board);
+    static void make(std::string const& text, board::ModelBringUp const& bringUp, board::BoardAccess& board);
 };
 
 } // namespace switchctl::audit

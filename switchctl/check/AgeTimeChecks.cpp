@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
 
 namespace switchctl::check {
 
@@ -22,24 +22,25 @@ struct AgeTime {
     unsigned int seconds = 0;
 };
 
-template <typename Use> void forEachAgeTime(BoardReading const& board, BoardReading::Chip chip, Use use) {
+template <typename Use>
+void forEachAgeTime(board::BoardReading const& board, board::BoardReading::Chip chip, Use use) {
     for (xmlNodePtr const element : board.find("//switches/switch[@atuAgeTime]")) {
-        if (BoardReading::chipOf(element) == chip) {
+        if (board::BoardReading::chipOf(element) == chip) {
             AgeTime time;
             time.element = element;
-            time.text = attribute(element, "atuAgeTime").value_or("");
-            time.seconds = static_cast<std::uint16_t>(decimalPrefix(time.text).value_or(0));
+            time.text = board::attribute(element, "atuAgeTime").value_or("");
+            time.seconds = static_cast<std::uint16_t>(board::decimalPrefix(time.text).value_or(0));
             use(time);
         }
     }
 }
 
-template <typename Use> void forEachMarvellAgeTime(BoardReading const& board, Use use) {
-    forEachAgeTime(board, BoardReading::Chip::marvell88E6096, use);
+template <typename Use> void forEachMarvellAgeTime(board::BoardReading const& board, Use use) {
+    forEachAgeTime(board, board::BoardReading::Chip::marvell88E6096, use);
 }
 
 bool isCut(AgeTime const& time) {
-    std::optional<int> const written = decimalPrefix(time.text);
+    std::optional<int> const written = board::decimalPrefix(time.text);
     return written && *written != static_cast<int>(time.seconds);
 }
 
@@ -47,7 +48,7 @@ std::string inSteps() {
     return "Write a multiple of 15 from 15 to 3825, or 0 for addresses that are never forgotten.";
 }
 
-void rounded(BoardReading const& board, Report const& report) {
+void rounded(board::BoardReading const& board, Report const& report) {
     forEachMarvellAgeTime(board, [&](AgeTime const& time) {
         if (time.seconds < step || time.seconds > longest || time.seconds % step == 0) {
             return;
@@ -60,7 +61,7 @@ void rounded(BoardReading const& board, Report const& report) {
     });
 }
 
-void outOfRange(BoardReading const& board, Report const& report) {
+void outOfRange(board::BoardReading const& board, Report const& report) {
     forEachMarvellAgeTime(board, [&](AgeTime const& time) {
         bool const tooShort = time.seconds > 0 && time.seconds < step;
         bool const tooLong = time.seconds > longest && time.seconds != notConfigured;
@@ -74,7 +75,7 @@ void outOfRange(BoardReading const& board, Report const& report) {
     });
 }
 
-void cut(BoardReading const& board, Report const& report) {
+void cut(board::BoardReading const& board, Report const& report) {
     forEachMarvellAgeTime(board, [&](AgeTime const& time) {
         if (isCut(time)) {
             report(time.element,
@@ -86,14 +87,14 @@ void cut(BoardReading const& board, Report const& report) {
     });
 }
 
-void notANumber(BoardReading const& board, Report const& report) {
+void notANumber(board::BoardReading const& board, Report const& report) {
     forEachMarvellAgeTime(board, [&](AgeTime const& time) {
-        if (!decimalPrefix(time.text)) {
+        if (!board::decimalPrefix(time.text)) {
             report(time.element,
                    "The library reads a text that does not begin with a number as 0: the switch never "
                    "forgets an address.",
                    "Write seconds as a number, or leave the attribute out to keep the chip's own time.");
-        } else if (!isCut(time) && std::to_string(time.seconds) != time.text && !isDigits(time.text)) {
+        } else if (!isCut(time) && std::to_string(time.seconds) != time.text && !board::isDigits(time.text)) {
             report(time.element,
                    "The library reads " + std::to_string(time.seconds) + " and ignores the rest of \"" +
                        time.text + "\".",
@@ -102,7 +103,7 @@ void notANumber(BoardReading const& board, Report const& report) {
     });
 }
 
-void meansDefault(BoardReading const& board, Report const& report) {
+void meansDefault(board::BoardReading const& board, Report const& report) {
     forEachMarvellAgeTime(board, [&](AgeTime const& time) {
         if (time.seconds == notConfigured && !isCut(time)) {
             report(time.element, "65535 means not configured: the chip keeps its own time.",
@@ -111,8 +112,8 @@ void meansDefault(BoardReading const& board, Report const& report) {
     });
 }
 
-void ignored(BoardReading const& board, Report const& report) {
-    forEachAgeTime(board, BoardReading::Chip::vitesse7390, [&](AgeTime const& time) {
+void ignored(board::BoardReading const& board, Report const& report) {
+    forEachAgeTime(board, board::BoardReading::Chip::vitesse7390, [&](AgeTime const& time) {
         report(time.element, "The library sets the age time of 88E6096 switches only and ignores this one.",
                "Leave the attribute out.");
     });

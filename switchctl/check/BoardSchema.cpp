@@ -5,7 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "switchctl/check/Element.hpp"
+#include "board/Element.hpp"
 
 namespace switchctl::check {
 
@@ -42,12 +42,12 @@ void removeChildren(xmlNodePtr parent) {
 }
 
 xmlNodePtr attributePattern(xmlNodePtr pattern, std::string const& name) {
-    for (xmlNodePtr const candidate : children(pattern, "attribute")) {
-        if (attribute(candidate, "name") == name) {
+    for (xmlNodePtr const candidate : board::children(pattern, "attribute")) {
+        if (board::attribute(candidate, "name") == name) {
             return candidate;
         }
     }
-    for (xmlNodePtr const optional : children(pattern, "optional")) {
+    for (xmlNodePtr const optional : board::children(pattern, "optional")) {
         if (xmlNodePtr const found = attributePattern(optional, name)) {
             return found;
         }
@@ -91,7 +91,7 @@ std::vector<std::string> BoardSchema::validate(xmlNodePtr element, std::string c
             continue;
         }
         std::string const name = asPlain(entry->name);
-        std::string const written = name + "=" + quotedAttribute(element, name.c_str());
+        std::string const written = name + "=" + board::quotedAttribute(element, name.c_str());
         xmlNodePtr const expected = attributePattern(pattern, name);
         if (expected == nullptr) {
             faults.push_back("it knows no attribute " + name);
@@ -99,24 +99,24 @@ std::vector<std::string> BoardSchema::validate(xmlNodePtr element, std::string c
             faults.push_back("it does not allow " + written);
         }
     }
-    for (xmlNodePtr const required : children(pattern, "attribute")) {
-        std::string const name = attribute(required, "name").value_or("");
-        if (!attribute(element, name.c_str())) {
+    for (xmlNodePtr const required : board::children(pattern, "attribute")) {
+        std::string const name = board::attribute(required, "name").value_or("");
+        if (!board::attribute(element, name.c_str())) {
             faults.push_back("it requires the attribute " + name);
         }
     }
-    for (xmlNodePtr const data : children(pattern, "data")) {
+    for (xmlNodePtr const data : board::children(pattern, "data")) {
         if (!allows(pattern, data, element)) {
-            faults.push_back("it does not allow the text \"" + content(element) + "\"");
+            faults.push_back("it does not allow the text \"" + board::content(element) + "\"");
         }
     }
     return faults;
 }
 
 xmlNodePtr BoardSchema::patternOf(std::string const& definition) const {
-    for (xmlNodePtr const define : children(xmlDocGetRootElement(_source.get()), "define")) {
-        if (attribute(define, "name") == definition) {
-            return children(define, "element").at(0);
+    for (xmlNodePtr const define : board::children(xmlDocGetRootElement(_source.get()), "define")) {
+        if (board::attribute(define, "name") == definition) {
+            return board::children(define, "element").at(0);
         }
     }
     throw std::logic_error("the program's schema does not define " + definition);
@@ -126,7 +126,7 @@ BoardSchema::Schema BoardSchema::schemaOf(xmlNodePtr pattern, xmlNodePtr content
     constexpr int withAttributes = 2;
     constexpr int withAll = 1;
     Document const grammar(xmlCopyDoc(_source.get(), 1));
-    xmlNodePtr const start = children(xmlDocGetRootElement(grammar.get()), "start").at(0);
+    xmlNodePtr const start = board::children(xmlDocGetRootElement(grammar.get()), "start").at(0);
     removeChildren(start);
     xmlNodePtr const copy = xmlDocCopyNode(pattern, grammar.get(), withAttributes);
     xmlAddChild(start, copy);
@@ -138,11 +138,12 @@ bool BoardSchema::allows(xmlNodePtr pattern, xmlNodePtr content, xmlNodePtr elem
     Document const alone(xmlNewDoc(asXml("1.0")));
     xmlNodePtr const copy = xmlNewNode(nullptr, element->name);
     xmlDocSetRootElement(alone.get(), copy);
-    std::string const name = attribute(content, "name").value_or("");
+    std::string const name = board::attribute(content, "name").value_or("");
     if (name.empty()) {
-        xmlNodeAddContent(copy, asXml(check::content(element).c_str()));
+        xmlNodeAddContent(copy, asXml(board::content(element).c_str()));
     } else {
-        xmlNewProp(copy, asXml(name.c_str()), asXml(attribute(element, name.c_str()).value_or("").c_str()));
+        xmlNewProp(copy, asXml(name.c_str()),
+                   asXml(board::attribute(element, name.c_str()).value_or("").c_str()));
     }
     return run(schemaOf(pattern, content).get(), alone.get()).empty();
 }

@@ -7,9 +7,11 @@
 
 #include "switchctl/check/Severity.hpp"
 
-namespace switchctl::check {
-
+namespace board {
 class BoardReading;
+}
+
+namespace switchctl::check {
 
 /// Takes a finding: the element, what the library will do with it, how to write it instead.
 using Report = std::function<void(xmlNodePtr element, std::string const& effect, std::string const& advice)>;
@@ -21,7 +23,7 @@ struct Check {
     Severity severity;
     /// One line for the list of all checks.
     char const* summary;
-    void (*run)(BoardReading const& board, Report const& report);
+    void (*run)(board::BoardReading const& board, Report const& report);
 };
 
 } // namespace switchctl::check

@@ -5,10 +5,10 @@
 #include <optional>
 
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/Progress.hpp"
 #include "switchctl/check/BoardSchema.hpp"
 #include "switchctl/check/CheckReport.hpp"
 #include "switchctl/check/DocumentCheck.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::check {
 
@@ -16,14 +16,14 @@ using reference_host::XmlDocument;
 
 namespace {
 
-ExitStatus statusOf(DocumentCheck const& check) {
+chips::ExitStatus statusOf(DocumentCheck const& check) {
     switch (check.getWorst().value_or(Severity::note)) {
     case Severity::error:
-        return ExitStatus::badDocument;
+        return chips::ExitStatus::badDocument;
     case Severity::warning:
-        return ExitStatus::documentWarnings;
+        return chips::ExitStatus::documentWarnings;
     default:
-        return ExitStatus::success;
+        return chips::ExitStatus::success;
     }
 }
 
@@ -34,7 +34,7 @@ std::string footer() {
            "  switchctl check --list\n"
            "  switchctl check --schema > board.rng\n"
            "\n" +
-           checkExitStatusHelp();
+           chips::checkExitStatusHelp();
 }
 
 } // namespace
@@ -61,13 +61,13 @@ bool CheckCommand::isChosen() const {
     return _command->parsed();
 }
 
-ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) const {
     if (_list) {
         return list(out);
     }
     if (_schema) {
         out << BoardSchema::text();
-        return ExitStatus::success;
+        return chips::ExitStatus::success;
     }
     std::unique_ptr<XmlDocument> document;
     try {
@@ -86,22 +86,23 @@ ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) const {
     return statusOf(check);
 }
 
-ExitStatus CheckCommand::list(std::ostream& out) const {
+chips::ExitStatus CheckCommand::list(std::ostream& out) const {
     if (_json) {
         printChecksAsJson(out);
     } else {
         printChecks(out);
     }
-    return ExitStatus::success;
+    return chips::ExitStatus::success;
 }
 
-ExitStatus CheckCommand::refuse(std::string const& reason, std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus CheckCommand::refuse(std::string const& reason, std::ostream& out,
+                                       std::ostream& errors) const {
     if (_json) {
         nlohmann::ordered_json const json{{"file", _documentPath}, {"reason", reason}};
         out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
     }
     errors << "switchctl: " << reason << '\n';
-    return ExitStatus::badDocument;
+    return chips::ExitStatus::badDocument;
 }
 
 } // namespace switchctl::check

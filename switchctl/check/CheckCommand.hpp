@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "switchctl/ExitStatus.hpp"
+#include "chips/ExitStatus.hpp"
 
 namespace switchctl::check {
 
@@ -18,11 +18,11 @@ public:
     bool isChosen() const;
 
     /// \param out gets the findings, `errors` why the document cannot be read.
-    ExitStatus run(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
-    ExitStatus list(std::ostream& out) const;
-    ExitStatus refuse(std::string const& reason, std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus list(std::ostream& out) const;
+    chips::ExitStatus refuse(std::string const& reason, std::ostream& out, std::ostream& errors) const;
 
     CLI::App* _command;
     std::string _documentPath;

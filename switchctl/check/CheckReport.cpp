@@ -5,8 +5,8 @@
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
-#include "switchctl/Colours.hpp"
 #include "switchctl/check/CheckTable.hpp"
+#include "switchctl/terminal/Colours.hpp"
 
 namespace switchctl::check {
 

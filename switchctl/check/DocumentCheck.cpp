@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
 #include "switchctl/check/CheckTable.hpp"
-#include "switchctl/check/Element.hpp"
 
 namespace switchctl::check {
 
 DocumentCheck::DocumentCheck(reference_host::XmlDocument& document) {
-    BoardReading const board(document);
+    board::BoardReading const board(document);
     for (Check const& check : allChecks()) {
         check.run(board, [&](xmlNodePtr element, std::string const& effect, std::string const& advice) {
             Finding finding;
@@ -17,7 +17,7 @@ DocumentCheck::DocumentCheck(reference_host::XmlDocument& document) {
             finding.severity = check.severity;
             finding.file = document.getName();
             finding.line = static_cast<int>(xmlGetLineNo(element));
-            finding.element = startTag(element);
+            finding.element = board::startTag(element);
             finding.effect = effect;
             finding.advice = advice;
             _findings.push_back(finding);

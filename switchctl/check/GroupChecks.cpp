@@ -1,19 +1,19 @@
 #include "switchctl/check/GroupChecks.hpp"
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 #include "switchctl/check/GroupAddress.hpp"
-#include "switchctl/check/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Group = BoardReading::Group;
-using Member = BoardReading::Member;
-using Outcome = BoardReading::Outcome;
+using Group = board::BoardReading::Group;
+using Member = board::BoardReading::Member;
+using Outcome = board::BoardReading::Outcome;
 
-template <typename Use> void forEachMember(BoardReading const& board, Outcome outcome, Use use) {
+template <typename Use> void forEachMember(board::BoardReading const& board, Outcome outcome, Use use) {
     for (Group const& group : board.getGroups()) {
         for (Member const& member : group.members) {
             if (member.outcome == outcome) {
@@ -27,9 +27,9 @@ std::string nameOf(Group const& group) {
     return "group " + group.address + " of VLAN " + std::to_string(group.vlanId);
 }
 
-void notMulticast(BoardReading const& board, Report const& report) {
+void notMulticast(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
-        std::string const text = content(element);
+        std::string const text = board::content(element);
         if (!GroupAddress::fromText(text)) {
             report(element,
                    "\"" + text +
@@ -41,9 +41,9 @@ void notMulticast(BoardReading const& board, Report const& report) {
     }
 }
 
-void blanksInAddress(BoardReading const& board, Report const& report) {
+void blanksInAddress(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
-        std::string const text = content(element);
+        std::string const text = board::content(element);
         if (text.find_first_of(" \t\r\n") != std::string::npos && GroupAddress::fromText(text)) {
             report(element,
                    "The library compares group addresses as texts, blanks and line ends included: the same "
@@ -55,11 +55,11 @@ void blanksInAddress(BoardReading const& board, Report const& report) {
 }
 
 bool isPort(xmlNodePtr element) {
-    return isNamed(element, "port") &&
-           (isNamed(element->parent, "vlan") || isNamed(element->parent, "switch"));
+    return board::isNamed(element, "port") &&
+           (board::isNamed(element->parent, "vlan") || board::isNamed(element->parent, "switch"));
 }
 
-void misplaced(BoardReading const& board, Report const& report) {
+void misplaced(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//forwardedMulticastGroup")) {
         if (!isPort(element->parent)) {
             report(element,
@@ -71,7 +71,7 @@ void misplaced(BoardReading const& board, Report const& report) {
     }
 }
 
-void memberUnknown(BoardReading const& board, Report const& report) {
+void memberUnknown(board::BoardReading const& board, Report const& report) {
     for (Outcome const outcome : {Outcome::unknownSwitch, Outcome::unknownPort}) {
         forEachMember(board, outcome, [&](Group const& group, Member const& member) {
             if (!isPort(member.element->parent)) {
@@ -81,33 +81,33 @@ void memberUnknown(BoardReading const& board, Report const& report) {
                    "The library reports an unknown " +
                        (outcome == Outcome::unknownSwitch
                             ? "switch " + std::to_string(member.switchId)
-                            : "port " + portAddress(member.switchId, member.portId)) +
+                            : "port " + board::portAddress(member.switchId, member.portId)) +
                        " and leaves it out of " + nameOf(group) + ".",
                    "Write it under a port that the board has.");
         });
     }
 }
 
-void numberTaken(BoardReading const& board, Report const& report) {
+void numberTaken(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::numberTaken, [&](Group const& group, Member const& member) {
         report(member.element,
                "A group tells its ports apart by number alone: " + nameOf(group) +
                    " already has another switch's port " + std::to_string(member.portId) + ", and port " +
-                   portAddress(member.switchId, member.portId) + " is left out without a message.",
+                   board::portAddress(member.switchId, member.portId) + " is left out without a message.",
                "Use ports of different numbers on all switches of a group.");
     });
 }
 
-void twice(BoardReading const& board, Report const& report) {
+void twice(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::twice, [&](Group const& group, Member const& member) {
         report(member.element,
-               "Port " + portAddress(member.switchId, member.portId) + " is in " + nameOf(group) +
+               "Port " + board::portAddress(member.switchId, member.portId) + " is in " + nameOf(group) +
                    " already; the library ignores this element.",
                "Leave one of the two out.");
     });
 }
 
-void unsupported(BoardReading const& board, Report const& report) {
+void unsupported(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
         if (!board.getSwitch(member.switchId)->isVitesse()) {
             report(member.element,
@@ -119,7 +119,7 @@ void unsupported(BoardReading const& board, Report const& report) {
     });
 }
 
-void withoutVlan(BoardReading const& board, Report const& report) {
+void withoutVlan(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
         if (board.getSwitch(member.switchId)->isVitesse() && group.vlanId == 0) {
             report(member.element,

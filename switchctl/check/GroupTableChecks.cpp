@@ -3,18 +3,18 @@
 #include <map>
 #include <set>
 
+#include "board/BoardReading.hpp"
+#include "board/Wording.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
-#include "switchctl/check/BoardReading.hpp"
 #include "switchctl/check/GroupAddress.hpp"
-#include "switchctl/check/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Group = BoardReading::Group;
-using Member = BoardReading::Member;
-using Switch = BoardReading::Switch;
+using Group = board::BoardReading::Group;
+using Member = board::BoardReading::Member;
+using Switch = board::BoardReading::Switch;
 
 /// A group in the MAC table of a chip.
 struct Entry {
@@ -29,11 +29,11 @@ struct Entry {
     }
 };
 
-std::vector<Entry> entriesOf(BoardReading const& board, Switch const& owner) {
+std::vector<Entry> entriesOf(board::BoardReading const& board, Switch const& owner) {
     std::vector<Entry> entries;
     for (Group const& group : board.getGroups()) {
         std::optional<GroupAddress> const address = GroupAddress::fromText(group.address);
-        std::vector<Member const*> const members = BoardReading::addedMembers(group.members, owner.id);
+        std::vector<Member const*> const members = board::BoardReading::addedMembers(group.members, owner.id);
         if (!address || members.empty()) {
             continue;
         }
@@ -46,7 +46,7 @@ std::vector<Entry> entriesOf(BoardReading const& board, Switch const& owner) {
     return entries;
 }
 
-template <typename Use> void forEachVitesse(BoardReading const& board, Use use) {
+template <typename Use> void forEachVitesse(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         if (owner.isVitesse()) {
             use(owner, entriesOf(board, owner));
@@ -67,7 +67,7 @@ Entry const& holderOf(std::vector<Entry> const& entries, std::size_t index) {
     return entries[holder];
 }
 
-void sameEntry(BoardReading const& board, Report const& report) {
+void sameEntry(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const&, std::vector<Entry> const& entries) {
         for (std::size_t index = 0; index < entries.size(); ++index) {
             Entry const& holder = holderOf(entries, index);
@@ -84,7 +84,7 @@ void sameEntry(BoardReading const& board, Report const& report) {
     });
 }
 
-void rowFull(BoardReading const& board, Report const& report) {
+void rowFull(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const&, std::vector<Entry> const& entries) {
         std::map<unsigned int, unsigned int> used;
         for (std::size_t index = 0; index < entries.size(); ++index) {
@@ -105,7 +105,7 @@ void rowFull(BoardReading const& board, Report const& report) {
     });
 }
 
-void portsForgotten(BoardReading const& board, Report const& report) {
+void portsForgotten(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const& owner, std::vector<Entry> const& entries) {
         for (Entry const& entry : entries) {
             for (auto const& [port, element] : entry.ports) {

@@ -2,19 +2,19 @@
 
 #include <set>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Member = BoardReading::Member;
-using Outcome = BoardReading::Outcome;
-using Vlan = BoardReading::Vlan;
+using Member = board::BoardReading::Member;
+using Outcome = board::BoardReading::Outcome;
+using Vlan = board::BoardReading::Vlan;
 
-template <typename Use> void forEachMember(BoardReading const& board, Outcome outcome, Use use) {
+template <typename Use> void forEachMember(board::BoardReading const& board, Outcome outcome, Use use) {
     for (auto const& [id, vlan] : board.getVlans()) {
         for (Member const& member : vlan.members) {
             if (member.outcome == outcome) {
@@ -24,42 +24,42 @@ template <typename Use> void forEachMember(BoardReading const& board, Outcome ou
     }
 }
 
-void switchUnknown(BoardReading const& board, Report const& report) {
+void switchUnknown(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::unknownSwitch, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
                "The library knows no switch " + std::to_string(member.switchId) + " (switchId is " +
-                   quotedAttribute(member.element, "switchId") +
-                   "), reports it and leaves the member out of " + vlanName(vlan.id) + ".",
+                   board::quotedAttribute(member.element, "switchId") +
+                   "), reports it and leaves the member out of " + board::vlanName(vlan.id) + ".",
                "Write the id of a <switch>, in decimal digits.");
     });
 }
 
-void portUnknown(BoardReading const& board, Report const& report) {
+void portUnknown(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::unknownPort, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
                "Switch " + std::to_string(member.switchId) + " has no port " + std::to_string(member.portId) +
-                   " (portId is " + quotedAttribute(member.element, "portId") +
-                   "): the library reports it and leaves the member out of " + vlanName(vlan.id) + ".",
+                   " (portId is " + board::quotedAttribute(member.element, "portId") +
+                   "): the library reports it and leaves the member out of " + board::vlanName(vlan.id) + ".",
                "Add the port to the switch, or write the id of a port that it has.");
     });
 }
 
-void numberTaken(BoardReading const& board, Report const& report) {
+void numberTaken(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::numberTaken, [&](Vlan const& vlan, Member const& member) {
         report(
             member.element,
-            "A VLAN tells its members apart by port number alone: " + vlanName(vlan.id) +
+            "A VLAN tells its members apart by port number alone: " + board::vlanName(vlan.id) +
                 " already has another switch's port " + std::to_string(member.portId) + ", and port " +
-                portAddress(member.switchId, member.portId) + " is left out without a message.",
+                board::portAddress(member.switchId, member.portId) + " is left out without a message.",
             "Use ports of different numbers on all switches of a VLAN, both ends of an interlink included.");
     });
 }
 
-void twice(BoardReading const& board, Report const& report) {
+void twice(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::twice, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
-               "Port " + portAddress(member.switchId, member.portId) + " is in " + vlanName(vlan.id) +
-                   " already; the library ignores this element and its settings.",
+               "Port " + board::portAddress(member.switchId, member.portId) + " is in " +
+                   board::vlanName(vlan.id) + " already; the library ignores this element and its settings.",
                "Leave one of the two out.");
     });
 }
@@ -74,7 +74,7 @@ std::set<int> switchesOf(Vlan const& vlan) {
     return switches;
 }
 
-void acrossSwitches(BoardReading const& board, Report const& report) {
+void acrossSwitches(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, vlan] : board.getVlans()) {
         std::set<int> const switches = switchesOf(vlan);
         if (vlan.tagBased || switches.size() < 2) {
@@ -87,19 +87,20 @@ void acrossSwitches(BoardReading const& board, Report const& report) {
         }
         report(
             vlan.element,
-            "The VLAN is port-based and has members on the switches " + listed(names) +
+            "The VLAN is port-based and has members on the switches " + board::listed(names) +
                 ". A chip can route to its own ports only: each member opens a way to the ports of its own "
                 "switch that have the other members' numbers.",
             "Write a port-based VLAN for each switch, or a tag-based one.");
     }
 }
 
-void attributesIgnored(BoardReading const& board, Report const& report) {
+void attributesIgnored(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, vlan] : board.getVlans()) {
         for (Member const& member : vlan.members) {
             bool const known =
                 member.outcome != Outcome::unknownSwitch && member.outcome != Outcome::unknownPort;
-            bool const tags = attribute(member.element, "ingress") || attribute(member.element, "egress");
+            bool const tags =
+                board::attribute(member.element, "ingress") || board::attribute(member.element, "egress");
             if (!vlan.tagBased && known && tags) {
                 report(member.element,
                        "The VLAN is port-based: the library warns and ignores ingress and egress.",
@@ -113,14 +114,14 @@ bool isOneOf(std::string const& text, std::set<std::string> const& texts) {
     return texts.count(text) != 0;
 }
 
-void attributesAbsent(BoardReading const& board, Report const& report) {
+void attributesAbsent(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::added, [&](Vlan const& vlan, Member const& member) {
         for (char const* const name : {"ingress", "egress"}) {
-            if (vlan.tagBased && !attribute(member.element, name)) {
+            if (vlan.tagBased && !board::attribute(member.element, name)) {
                 report(member.element,
                        std::string("The library reports that the member has no attribute ") + name +
-                           ", and later that it could not add the port: it is not in " + vlanName(vlan.id) +
-                           ".",
+                           ", and later that it could not add the port: it is not in " +
+                           board::vlanName(vlan.id) + ".",
                        "Write ingress=\"addTag\", \"validateTag\" or \"addTagIfUntagged\", and "
                        "egress=\"stripTag\" or \"validateTag\".");
             }
@@ -128,24 +129,24 @@ void attributesAbsent(BoardReading const& board, Report const& report) {
     });
 }
 
-void attributesUnknown(BoardReading const& board, Report const& report) {
+void attributesUnknown(board::BoardReading const& board, Report const& report) {
     static std::set<std::string> const ingresses{"addTag", "validateTag", "addTagIfUntagged"};
     static std::set<std::string> const egresses{"stripTag", "validateTag"};
     forEachMember(board, Outcome::added, [&](Vlan const& vlan, Member const& member) {
-        std::optional<std::string> const ingress = attribute(member.element, "ingress");
-        std::optional<std::string> const egress = attribute(member.element, "egress");
+        std::optional<std::string> const ingress = board::attribute(member.element, "ingress");
+        std::optional<std::string> const egress = board::attribute(member.element, "egress");
         if (vlan.tagBased && ingress && !isOneOf(*ingress, ingresses)) {
             report(member.element,
                    "The library knows no ingress=\"" + *ingress +
-                       "\": it reports that it could not add the port, which is not in " + vlanName(vlan.id) +
-                       ".",
+                       "\": it reports that it could not add the port, which is not in " +
+                       board::vlanName(vlan.id) + ".",
                    R"(Write ingress="addTag", "validateTag" or "addTagIfUntagged".)");
         }
         if (vlan.tagBased && egress && !isOneOf(*egress, egresses)) {
             report(member.element,
                    "The library knows no egress=\"" + *egress +
-                       "\": it reports that it could not add the port, which is not in " + vlanName(vlan.id) +
-                       " though its ingress has been set up for it.",
+                       "\": it reports that it could not add the port, which is not in " +
+                       board::vlanName(vlan.id) + " though its ingress has been set up for it.",
                    R"(Write egress="stripTag" or "validateTag".)");
         }
     });

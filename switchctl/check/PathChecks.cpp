@@ -2,24 +2,24 @@
 
 #include <algorithm>
 
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Wording.hpp"
 #include "switchctl/check/SourceMasks.hpp"
-#include "switchctl/check/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Member = BoardReading::Member;
-using Switch = BoardReading::Switch;
-using Vlan = BoardReading::Vlan;
+using Member = board::BoardReading::Member;
+using Switch = board::BoardReading::Switch;
+using Vlan = board::BoardReading::Vlan;
 
 /// Calls use(switch, VLAN, numbers of its ports on the switch) for each VLAN that has several there.
-template <typename Use> void forEachVitesseVlan(BoardReading const& board, Use use) {
+template <typename Use> void forEachVitesseVlan(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [vlanId, vlan] : board.getVlans()) {
             std::vector<unsigned int> ports;
-            for (Member const* const member : BoardReading::addedMembers(vlan.members, switchId)) {
+            for (Member const* const member : board::BoardReading::addedMembers(vlan.members, switchId)) {
                 ports.push_back(static_cast<unsigned int>(member->portId));
             }
             if (owner.isVitesse() && ports.size() > 1) {
@@ -40,7 +40,7 @@ std::vector<unsigned int> isolated(std::vector<unsigned int> const& ports, Sourc
     return found;
 }
 
-void opensNoPath(BoardReading const& board, Report const& report) {
+void opensNoPath(board::BoardReading const& board, Report const& report) {
     forEachVitesseVlan(board, [&](Switch const& owner, Vlan const& vlan,
                                   std::vector<unsigned int> const& ports) {
         std::vector<unsigned int> const alone = isolated(ports, SourceMasks(board, owner));
@@ -53,14 +53,14 @@ void opensNoPath(BoardReading const& board, Report const& report) {
             "lets "
             "frames go between " +
                 std::string(alone.size() == ports.size() ? "its " : "the VLAN's other ports and ") +
-                portsName(alone) + " of switch " + std::to_string(owner.id) + ".",
+                board::portsName(alone) + " of switch " + std::to_string(owner.id) + ".",
             "Have the host start these ports (ManagedSwitchPort::setPort), or connect what is a smac, an "
             "hmac or "
             "a switchInterlink as such, forwarding; without any of these, a port-based VLAN opens the path.");
     });
 }
 
-void portBasedOverwritten(BoardReading const& board, Report const& report) {
+void portBasedOverwritten(board::BoardReading const& board, Report const& report) {
     forEachVitesseVlan(board, [&](Switch const& owner, Vlan const& vlan,
                                   std::vector<unsigned int> const& ports) {
         if (vlan.tagBased || !SourceMasks(board, owner).areRewritten()) {
@@ -68,7 +68,7 @@ void portBasedOverwritten(BoardReading const& board, Report const& report) {
         }
         report(
             vlan.element,
-            "The library opens the ways between " + portsName(ports) + " of switch " +
+            "The library opens the ways between " + board::portsName(ports) + " of switch " +
                 std::to_string(owner.id) +
                 " and then sets up links, which rewrites all source masks of a VSC7390: each port that is up "
                 "may then send to all others that are up, whatever port-based VLANs say.",

@@ -3,23 +3,23 @@
 #include <algorithm>
 #include <array>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Port = BoardReading::Port;
-using Switch = BoardReading::Switch;
+using Port = board::BoardReading::Port;
+using Switch = board::BoardReading::Switch;
 
 template <typename Texts> bool contains(Texts const& texts, std::string const& text) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
 /// Calls use(switch, port) for each port that is its switch's by the document, too.
-template <typename Use> void forEachOwnPort(BoardReading const& board, Use use) {
+template <typename Use> void forEachOwnPort(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
             if (port.element->parent == owner.element) {
@@ -29,17 +29,17 @@ template <typename Use> void forEachOwnPort(BoardReading const& board, Use use) 
     }
 }
 
-void idNotANumber(BoardReading const& board, Report const& report) {
+void idNotANumber(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//switch/port")) {
-        std::string const text = attribute(element, "id").value_or("");
-        std::optional<int> const number = decimalPrefix(text);
+        std::string const text = board::attribute(element, "id").value_or("");
+        std::optional<int> const number = board::decimalPrefix(text);
         if (!number) {
             report(
                 element,
                 "The library reports that the port id is not a valid integer value and makes a port of the "
                 "number -1, which the chip does not have.",
                 "Write the chip's port number in decimal digits.");
-        } else if (!isDigits(text) && *number >= 0) {
+        } else if (!board::isDigits(text) && *number >= 0) {
             report(element,
                    "The library reads port " + std::to_string(*number) + " and ignores the rest of \"" +
                        text + "\".",
@@ -48,10 +48,10 @@ void idNotANumber(BoardReading const& board, Report const& report) {
     }
 }
 
-void idDuplicate(BoardReading const& board, Report const& report) {
+void idDuplicate(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (xmlNodePtr const element : owner.droppedPorts) {
-            auto const number = static_cast<unsigned int>(numberOr(element, "id", -1));
+            auto const number = static_cast<unsigned int>(board::numberOr(element, "id", -1));
             if (element->parent == owner.ports.at(number).element->parent) {
                 report(element,
                        "Switch " + std::to_string(switchId) +
@@ -63,9 +63,10 @@ void idDuplicate(BoardReading const& board, Report const& report) {
     }
 }
 
-void beyondChip(BoardReading const& board, Report const& report) {
+void beyondChip(board::BoardReading const& board, Report const& report) {
     forEachOwnPort(board, [&](Switch const& owner, Port const& port) {
-        if (port.id < owner.portsOfChip() || !decimalPrefix(attribute(port.element, "id").value_or(""))) {
+        if (port.id < owner.portsOfChip() ||
+            !board::decimalPrefix(board::attribute(port.element, "id").value_or(""))) {
             return;
         }
         report(port.element,
@@ -80,14 +81,14 @@ void beyondChip(BoardReading const& board, Report const& report) {
     });
 }
 
-void typeUnknown(BoardReading const& board, Report const& report) {
+void typeUnknown(board::BoardReading const& board, Report const& report) {
     static constexpr std::array<char const*, 6> types{"external", "smac", "hmac",
                                                       "cpu",      "dsp",  "switchInterlink"};
     for (xmlNodePtr const element : board.find("//switch/port")) {
-        if (!contains(types, attribute(element, "connectedTo").value_or(""))) {
+        if (!contains(types, board::attribute(element, "connectedTo").value_or(""))) {
             report(element,
                    "The library reports an unknown port type (connectedTo is " +
-                       quotedAttribute(element, "connectedTo") +
+                       board::quotedAttribute(element, "connectedTo") +
                        ") and leaves the port's link as the chip has it.",
                    "Write connectedTo=\"external\", \"smac\", \"hmac\", \"cpu\", \"dsp\" or "
                    "\"switchInterlink\".");
@@ -95,19 +96,19 @@ void typeUnknown(BoardReading const& board, Report const& report) {
     }
 }
 
-void statusUnknown(BoardReading const& board, Report const& report) {
+void statusUnknown(board::BoardReading const& board, Report const& report) {
     static constexpr std::array<char const*, 4> states{"disabled", "listening", "learning", "forwarding"};
     for (xmlNodePtr const element : board.find("//switch/port")) {
-        if (!contains(states, attribute(element, "portStatus").value_or(""))) {
+        if (!contains(states, board::attribute(element, "portStatus").value_or(""))) {
             report(element,
                    "The library takes the port for disabled (portStatus is " +
-                       quotedAttribute(element, "portStatus") + ") and does not say so.",
+                       board::quotedAttribute(element, "portStatus") + ") and does not say so.",
                    R"(Write portStatus="disabled", "listening", "learning" or "forwarding".)");
         }
     }
 }
 
-void statusWithoutLink(BoardReading const& board, Report const& report) {
+void statusWithoutLink(board::BoardReading const& board, Report const& report) {
     forEachOwnPort(board, [&](Switch const&, Port const& port) {
         if (port.hasLinkSettings() && (port.portStatus == "listening" || port.portStatus == "learning")) {
             report(port.element,
@@ -119,7 +120,7 @@ void statusWithoutLink(BoardReading const& board, Report const& report) {
     });
 }
 
-void statusWithoutEffect(BoardReading const& board, Report const& report) {
+void statusWithoutEffect(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         std::vector<unsigned int> ports;
         for (auto const& [id, port] : owner.ports) {
@@ -131,7 +132,7 @@ void statusWithoutEffect(BoardReading const& board, Report const& report) {
         if (!ports.empty()) {
             report(
                 owner.element,
-                "The portStatus of " + portsName(ports) +
+                "The portStatus of " + board::portsName(ports) +
                     " is recorded and never written to the chip: the library sets the links of smac, hmac "
                     "and "
                     "switchInterlink ports only.",
@@ -140,7 +141,7 @@ void statusWithoutEffect(BoardReading const& board, Report const& report) {
     }
 }
 
-void beyondCount(BoardReading const& board, Report const& report) {
+void beyondCount(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         std::vector<unsigned int> ports;
         for (unsigned int id = owner.entryCount; id < owner.portsOfChip(); ++id) {
@@ -152,15 +153,15 @@ void beyondCount(BoardReading const& board, Report const& report) {
         report(owner.element,
                "The library counts " + std::to_string(owner.entryCount) +
                    " ports here (port and trunk elements) and takes them for the first of the chip: " +
-                   (owner.isVitesse() ? "the source masks of " + portsName(ports) +
+                   (owner.isVitesse() ? "the source masks of " + board::portsName(ports) +
                                             " are not cleared, and multicast groups forget these ports."
-                                      : "a new VLAN does not keep out " + portsName(ports) + "."),
+                                      : "a new VLAN does not keep out " + board::portsName(ports) + "."),
                "List all " + std::to_string(owner.portsOfChip()) +
                    " ports of the chip, unused ones with portStatus=\"disabled\".");
     }
 }
 
-std::vector<Port const*> cpuPorts(BoardReading const& board) {
+std::vector<Port const*> cpuPorts(board::BoardReading const& board) {
     std::vector<Port const*> found;
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
@@ -173,7 +174,7 @@ std::vector<Port const*> cpuPorts(BoardReading const& board) {
     return found;
 }
 
-void noCpuPort(BoardReading const& board, Report const& report) {
+void noCpuPort(board::BoardReading const& board, Report const& report) {
     if (!board.getSwitches().empty() && cpuPorts(board).empty()) {
         report(board.getSwitches().begin()->second.element,
                "The library warns that there is no CPU port and tells the host none.",
@@ -181,7 +182,7 @@ void noCpuPort(BoardReading const& board, Report const& report) {
     }
 }
 
-void severalCpuPorts(BoardReading const& board, Report const& report) {
+void severalCpuPorts(board::BoardReading const& board, Report const& report) {
     std::vector<xmlNodePtr> const elements = board.find("//switch/port[@connectedTo='cpu']");
     std::vector<Port const*> const candidates = cpuPorts(board);
     if (elements.size() < 2 || candidates.empty()) {

@@ -3,10 +3,10 @@
 #include <map>
 #include <utility>
 
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 #include "switchctl/check/BoardSchema.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
 
 namespace switchctl::check {
 
@@ -34,8 +34,9 @@ std::string definitionOf(std::string const& name, std::string const& parent) {
 /// Whether the element is of the document's vocabulary wherever it stands, or stands in one that is.
 bool isLibrarys(xmlNodePtr element) {
     return element->ns == nullptr &&
-           (!definitionOf(nameOf(element), nameOf(element->parent)).empty() || isNamed(element, "switch") ||
-            isNamed(element, "trunk") || isNamed(element, "forwardedMulticastGroup") ||
+           (!definitionOf(nameOf(element), nameOf(element->parent)).empty() ||
+            board::isNamed(element, "switch") || board::isNamed(element, "trunk") ||
+            board::isNamed(element, "forwardedMulticastGroup") ||
             !definitionOf(nameOf(element->parent), nameOf(element->parent->parent)).empty());
 }
 
@@ -53,13 +54,13 @@ bool reportElement(BoardSchema const& schema, xmlNodePtr element, Report const& 
     }
     std::vector<std::string> const faults = schema.validate(element, definition);
     if (!faults.empty()) {
-        report(element, "By the schema: " + listed(faults) + "." + seeOthers(),
+        report(element, "By the schema: " + board::listed(faults) + "." + seeOthers(),
                "Write what the schema allows (switchctl check --schema).");
     }
     return !faults.empty();
 }
 
-void validate(BoardReading const& board, Report const& report) {
+void validate(board::BoardReading const& board, Report const& report) {
     xmlNodePtr const root = board.find("/*").front();
     BoardSchema const schema;
     std::vector<std::string> const messages = schema.validate(root->doc);

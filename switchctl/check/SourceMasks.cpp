@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
-#include "switchctl/check/Element.hpp"
+#include "board/Element.hpp"
 
 namespace switchctl::check {
 
-SourceMasks::SourceMasks(BoardReading const& board, BoardReading::Switch const& owner) : _owner(owner) {
+SourceMasks::SourceMasks(board::BoardReading const& board, board::BoardReading::Switch const& owner)
+    : _owner(owner) {
     _rewritten = std::any_of(owner.ports.begin(), owner.ports.end(), [&](auto const& entry) {
         return entry.first < owner.portsOfChip() && entry.second.hasLinkSettings();
     });
@@ -33,7 +34,7 @@ void SourceMasks::followLinks() {
     }
 }
 
-void SourceMasks::followVlans(BoardReading const& board) {
+void SourceMasks::followVlans(board::BoardReading const& board) {
     // The library clears as many masks as it counts ports. The others are as the chip resets them: open.
     for (unsigned int from = _owner.entryCount; from < _owner.portsOfChip(); ++from) {
         for (unsigned int to = 0; to < _owner.portsOfChip(); ++to) {
@@ -43,9 +44,10 @@ void SourceMasks::followVlans(BoardReading const& board) {
         }
     }
     for (auto const& [id, vlan] : board.getVlans()) {
-        for (BoardReading::Member const* const from : BoardReading::addedMembers(vlan.members, _owner.id)) {
-            for (BoardReading::Member const& to : vlan.members) {
-                if (!vlan.tagBased && to.outcome == BoardReading::Outcome::added &&
+        for (board::BoardReading::Member const* const from :
+             board::BoardReading::addedMembers(vlan.members, _owner.id)) {
+            for (board::BoardReading::Member const& to : vlan.members) {
+                if (!vlan.tagBased && to.outcome == board::BoardReading::Outcome::added &&
                     to.portId != from->portId) {
                     _open[static_cast<unsigned int>(from->portId)].insert(
                         static_cast<unsigned int>(to.portId));
@@ -56,11 +58,11 @@ void SourceMasks::followVlans(BoardReading const& board) {
 }
 
 void SourceMasks::keepTrunksApart() {
-    for (BoardReading::Trunk const& trunk : _owner.trunks) {
+    for (board::BoardReading::Trunk const& trunk : _owner.trunks) {
         for (xmlNodePtr const from : trunk.members) {
             for (xmlNodePtr const to : trunk.members) {
-                _open[static_cast<unsigned int>(numberOr(from, "id", -1))].erase(
-                    static_cast<unsigned int>(numberOr(to, "id", -1)));
+                _open[static_cast<unsigned int>(board::numberOr(from, "id", -1))].erase(
+                    static_cast<unsigned int>(board::numberOr(to, "id", -1)));
             }
         }
     }

@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
 
 namespace switchctl::check {
 
@@ -13,7 +13,7 @@ namespace switchctl::check {
 /// all ports that are up.
 class SourceMasks {
 public:
-    SourceMasks(BoardReading const& board, BoardReading::Switch const& owner);
+    SourceMasks(board::BoardReading const& board, board::BoardReading::Switch const& owner);
 
     /// Whether frames from port `from` may go to port `to`.
     bool isOpen(unsigned int from, unsigned int to) const;
@@ -23,10 +23,10 @@ public:
 
 private:
     void followLinks();
-    void followVlans(BoardReading const& board);
+    void followVlans(board::BoardReading const& board);
     void keepTrunksApart();
 
-    BoardReading::Switch const& _owner;
+    board::BoardReading::Switch const& _owner;
     std::map<unsigned int, std::set<unsigned int>> _open;
     bool _rewritten = false;
 };

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
 
 namespace switchctl::check {
 
@@ -16,7 +16,7 @@ std::string oneIdEach() {
     return "Give every switch an id of its own, in decimal digits.";
 }
 
-void noSwitches(BoardReading const& board, Report const& report) {
+void noSwitches(board::BoardReading const& board, Report const& report) {
     if (!board.find("//switches/switch").empty()) {
         return;
     }
@@ -24,7 +24,7 @@ void noSwitches(BoardReading const& board, Report const& report) {
            "Write <switches> with a <switch> for each chip of the board.");
 }
 
-void outsideSwitches(BoardReading const& board, Report const& report) {
+void outsideSwitches(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//switch[not(parent::switches)]")) {
         report(
             element,
@@ -34,16 +34,16 @@ void outsideSwitches(BoardReading const& board, Report const& report) {
     }
 }
 
-void modelAbsent(BoardReading const& board, Report const& report) {
+void modelAbsent(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//switches/switch[not(@switchModel)]")) {
         report(element, "The library reports that the switch has no attribute switchModel and skips it.",
                R"(Write switchModel="88e6096" or switchModel="vsc7390".)");
     }
 }
 
-void modelUnknown(BoardReading const& board, Report const& report) {
+void modelUnknown(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//switches/switch[@switchModel]")) {
-        if (!BoardReading::chipOf(element)) {
+        if (!board::BoardReading::chipOf(element)) {
             report(element,
                    "No driver knows this model, which is compared letter by letter: the library skips the "
                    "switch "
@@ -53,7 +53,7 @@ void modelUnknown(BoardReading const& board, Report const& report) {
     }
 }
 
-void idDuplicate(BoardReading const& board, Report const& report) {
+void idDuplicate(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, entry] : board.getSwitches()) {
         for (std::size_t index = 1; index < entry.found.size(); ++index) {
             report(entry.found[index],
@@ -65,17 +65,18 @@ void idDuplicate(BoardReading const& board, Report const& report) {
     }
 }
 
-void idTaken(BoardReading const& board, Report const& report) {
+void idTaken(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//switches/switch")) {
-        unsigned int const id = BoardReading::switchIdOf(element);
-        BoardReading::Switch const* const first = board.getSwitch(static_cast<int>(id));
+        unsigned int const id = board::BoardReading::switchIdOf(element);
+        board::BoardReading::Switch const* const first = board.getSwitch(static_cast<int>(id));
         bool const reported = first != nullptr && std::count(first->found.begin(), first->found.end(),
                                                              element) != 0; // by switch-id-duplicate
-        if (!BoardReading::chipOf(element) || first == nullptr || first->element == element || reported) {
+        if (!board::BoardReading::chipOf(element) || first == nullptr || first->element == element ||
+            reported) {
             continue;
         }
         report(element,
-               first->chip == *BoardReading::chipOf(element)
+               first->chip == *board::BoardReading::chipOf(element)
                    ? "Its id is " + std::to_string(id) +
                          " like another switch's: the library ignores this one."
                    : "Its id is " + std::to_string(id) +
@@ -84,13 +85,13 @@ void idTaken(BoardReading const& board, Report const& report) {
     }
 }
 
-void idReadsDifferently(BoardReading const& board, Report const& report) {
+void idReadsDifferently(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, entry] : board.getSwitches()) {
         if (std::count(entry.found.begin(), entry.found.end(), entry.element) != 0) {
             continue;
         }
         report(entry.element,
-               "Discovery reads the id (" + quotedAttribute(entry.element, "id") + ") as " +
+               "Discovery reads the id (" + board::quotedAttribute(entry.element, "id") + ") as " +
                    std::to_string(id) + ", but //switch[@id=" + std::to_string(id) +
                    "] does not find the element: switch " + std::to_string(id) +
                    (entry.found.empty() ? " comes up without ports and trunks."
@@ -99,7 +100,7 @@ void idReadsDifferently(BoardReading const& board, Report const& report) {
     }
 }
 
-void idIsNoMdioAddress(BoardReading const& board, Report const& report) {
+void idIsNoMdioAddress(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, entry] : board.getSwitches()) {
         if (!entry.isVitesse() && id >= mdioAddresses) {
             report(entry.element,
@@ -110,7 +111,7 @@ void idIsNoMdioAddress(BoardReading const& board, Report const& report) {
     }
 }
 
-void secondVitesse(BoardReading const& board, Report const& report) {
+void secondVitesse(board::BoardReading const& board, Report const& report) {
     bool first = true;
     for (auto const& [id, entry] : board.getSwitches()) {
         if (!entry.isVitesse()) {

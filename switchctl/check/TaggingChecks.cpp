@@ -2,15 +2,15 @@
 
 #include <set>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Switch = BoardReading::Switch;
+using Switch = board::BoardReading::Switch;
 
 /// How one port treats the tags of one VLAN.
 struct Tagging {
@@ -22,15 +22,16 @@ struct Tagging {
     bool setsDefaultVlan() const { return ingress == "addTag" || ingress == "addTagIfUntagged"; }
 };
 
-std::vector<Tagging> taggingsOf(BoardReading const& board, unsigned int switchId, unsigned int portId) {
+std::vector<Tagging> taggingsOf(board::BoardReading const& board, unsigned int switchId,
+                                unsigned int portId) {
     std::vector<Tagging> taggings;
     for (auto const& [vlanId, member] : board.membershipsOf(switchId, portId)) {
         if (board.getVlans().at(vlanId).tagBased) {
             Tagging tagging;
             tagging.vlanId = vlanId;
             tagging.element = member->element;
-            tagging.ingress = attribute(member->element, "ingress").value_or("");
-            tagging.egress = attribute(member->element, "egress").value_or("");
+            tagging.ingress = board::attribute(member->element, "ingress").value_or("");
+            tagging.egress = board::attribute(member->element, "egress").value_or("");
             taggings.push_back(tagging);
         }
     }
@@ -38,7 +39,7 @@ std::vector<Tagging> taggingsOf(BoardReading const& board, unsigned int switchId
 }
 
 /// Calls use(switch, port id, taggings by ascending VLAN id) for each port that is in several VLANs.
-template <typename Use> void forEachSharedPort(BoardReading const& board, Use use) {
+template <typename Use> void forEachSharedPort(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& port : owner.ports) {
             std::vector<Tagging> const taggings = taggingsOf(board, switchId, port.first);
@@ -50,10 +51,10 @@ template <typename Use> void forEachSharedPort(BoardReading const& board, Use us
 }
 
 std::string nameOf(Switch const& owner, unsigned int portId) {
-    return "Port " + portAddress(static_cast<int>(owner.id), static_cast<int>(portId));
+    return "Port " + board::portAddress(static_cast<int>(owner.id), static_cast<int>(portId));
 }
 
-void severalDefaults(BoardReading const& board, Report const& report) {
+void severalDefaults(board::BoardReading const& board, Report const& report) {
     forEachSharedPort(board, [&](Switch const& owner, unsigned int portId,
                                  std::vector<Tagging> const& taggings) {
         Tagging const* last = nullptr;
@@ -66,8 +67,8 @@ void severalDefaults(BoardReading const& board, Report const& report) {
                     tagging.element,
                     nameOf(owner, portId) +
                         " has one VLAN for untagged frames. The library sets it for each VLAN in turn, so " +
-                        vlanName(tagging.vlanId) + " replaces " + vlanName(last->vlanId) + ", line " +
-                        std::to_string(xmlGetLineNo(last->element)) + ".",
+                        board::vlanName(tagging.vlanId) + " replaces " + board::vlanName(last->vlanId) +
+                        ", line " + std::to_string(xmlGetLineNo(last->element)) + ".",
                     "Write ingress=\"validateTag\" for all VLANs of the port but one.");
             }
             last = &tagging;
@@ -75,48 +76,48 @@ void severalDefaults(BoardReading const& board, Report const& report) {
     });
 }
 
-void forcedOrUndone(BoardReading const& board, Report const& report) {
+void forcedOrUndone(board::BoardReading const& board, Report const& report) {
+    forEachSharedPort(board, [&](Switch const& owner, unsigned int portId,
+                                 std::vector<Tagging> const& taggings) {
+        for (Tagging const& tagging : taggings) {
+            if (tagging.ingress != "addTag") {
+                continue;
+            }
+            Tagging const& last = taggings.back();
+            report(tagging.element,
+                   last.ingress == "addTag"
+                       ? nameOf(owner, portId) + " puts every frame into " + board::vlanName(last.vlanId) +
+                             ", tagged ones too: nothing comes in for the other VLANs that it is in."
+                       : nameOf(owner, portId) + " is to put every frame into " +
+                             board::vlanName(tagging.vlanId) + ", but " + board::vlanName(last.vlanId) +
+                             ", line " + std::to_string(xmlGetLineNo(last.element)) +
+                             ", is set up later and undoes it: tagged frames keep their VLAN.",
+                   "Write ingress=\"addTagIfUntagged\" here, or leave the port in one VLAN.");
+        }
+    });
+}
+
+void severalUntagged(board::BoardReading const& board, Report const& report) {
     forEachSharedPort(
         board, [&](Switch const& owner, unsigned int portId, std::vector<Tagging> const& taggings) {
+            std::vector<std::string> vlans;
+            xmlNodePtr last = nullptr;
             for (Tagging const& tagging : taggings) {
-                if (tagging.ingress != "addTag") {
-                    continue;
+                if (tagging.egress == "stripTag") {
+                    vlans.push_back(board::vlanName(tagging.vlanId));
+                    last = tagging.element;
                 }
-                Tagging const& last = taggings.back();
-                report(tagging.element,
-                       last.ingress == "addTag"
-                           ? nameOf(owner, portId) + " puts every frame into " + vlanName(last.vlanId) +
-                                 ", tagged ones too: nothing comes in for the other VLANs that it is in."
-                           : nameOf(owner, portId) + " is to put every frame into " +
-                                 vlanName(tagging.vlanId) + ", but " + vlanName(last.vlanId) + ", line " +
-                                 std::to_string(xmlGetLineNo(last.element)) +
-                                 ", is set up later and undoes it: tagged frames keep their VLAN.",
-                       "Write ingress=\"addTagIfUntagged\" here, or leave the port in one VLAN.");
+            }
+            if (vlans.size() > 1) {
+                report(last,
+                       nameOf(owner, portId) + " is to send the frames of " + board::listed(vlans) +
+                           " without tags: who receives them cannot tell the VLANs apart.",
+                       "Write egress=\"validateTag\" for all VLANs of the port but one.");
             }
         });
 }
 
-void severalUntagged(BoardReading const& board, Report const& report) {
-    forEachSharedPort(board,
-                      [&](Switch const& owner, unsigned int portId, std::vector<Tagging> const& taggings) {
-                          std::vector<std::string> vlans;
-                          xmlNodePtr last = nullptr;
-                          for (Tagging const& tagging : taggings) {
-                              if (tagging.egress == "stripTag") {
-                                  vlans.push_back(vlanName(tagging.vlanId));
-                                  last = tagging.element;
-                              }
-                          }
-                          if (vlans.size() > 1) {
-                              report(last,
-                                     nameOf(owner, portId) + " is to send the frames of " + listed(vlans) +
-                                         " without tags: who receives them cannot tell the VLANs apart.",
-                                     "Write egress=\"validateTag\" for all VLANs of the port but one.");
-                          }
-                      });
-}
-
-void egressShared(BoardReading const& board, Report const& report) {
+void egressShared(board::BoardReading const& board, Report const& report) {
     forEachSharedPort(board, [&](Switch const& owner, unsigned int portId,
                                  std::vector<Tagging> const& taggings) {
         std::set<std::string> egresses;
@@ -129,18 +130,18 @@ void egressShared(BoardReading const& board, Report const& report) {
                 last.element,
                 "A VSC7390 sends the frames of all VLANs of a port with tags, or those of none. The highest "
                 "VLAN of port " +
-                    portAddress(static_cast<int>(owner.id), static_cast<int>(portId)) + ", " +
-                    vlanName(last.vlanId) + ", decides: egress=\"" + last.egress + "\" for all.",
+                    board::portAddress(static_cast<int>(owner.id), static_cast<int>(portId)) + ", " +
+                    board::vlanName(last.vlanId) + ", decides: egress=\"" + last.egress + "\" for all.",
                 "Write the same egress for all VLANs of the port.");
         }
     });
 }
 
-bool isInTagBasedVlan(BoardReading const& board, unsigned int switchId, unsigned int portId) {
+bool isInTagBasedVlan(board::BoardReading const& board, unsigned int switchId, unsigned int portId) {
     return !taggingsOf(board, switchId, portId).empty();
 }
 
-void inNoVlan(BoardReading const& board, Report const& report) {
+void inNoVlan(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
             // What the library does not count it does not keep out of VLANs either: ports-beyond-count.

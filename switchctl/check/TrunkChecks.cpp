@@ -4,19 +4,19 @@
 #include <map>
 #include <set>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Port = BoardReading::Port;
-using Switch = BoardReading::Switch;
-using Trunk = BoardReading::Trunk;
+using Port = board::BoardReading::Port;
+using Switch = board::BoardReading::Switch;
+using Trunk = board::BoardReading::Trunk;
 
-template <typename Use> void forEachTrunk(BoardReading const& board, Use use) {
+template <typename Use> void forEachTrunk(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (Trunk const& trunk : owner.trunks) {
             use(owner, trunk);
@@ -29,7 +29,7 @@ std::string ownIds() {
 }
 
 unsigned int portIdOf(xmlNodePtr member) {
-    return static_cast<unsigned int>(numberOr(member, "id", attribute(member, "id") ? 0 : -1));
+    return static_cast<unsigned int>(board::numberOr(member, "id", board::attribute(member, "id") ? 0 : -1));
 }
 
 /// The trunk's ports by number, as far as the switch has them.
@@ -44,33 +44,33 @@ std::map<unsigned int, Port const*> portsOf(Switch const& owner, Trunk const& tr
     return ports;
 }
 
-void idNotANumber(BoardReading const& board, Report const& report) {
+void idNotANumber(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
-        std::optional<std::string> const text = attribute(trunk.element, "id");
+        std::optional<std::string> const text = board::attribute(trunk.element, "id");
         if (!text) {
             report(trunk.element,
                    "The library reports that the trunk id is not a valid integer value and uses -1.",
                    ownIds());
-        } else if (!decimalPrefix(*text)) {
+        } else if (!board::decimalPrefix(*text)) {
             report(trunk.element, "The library reads the trunk id \"" + *text + "\" as 0.", ownIds());
         }
     });
 }
 
-void membersLost(BoardReading const& board, Report const& report) {
+void membersLost(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
-        std::vector<xmlNodePtr> const own = children(trunk.element, "port");
+        std::vector<xmlNodePtr> const own = board::children(trunk.element, "port");
         if (!own.empty() && std::count(trunk.members.begin(), trunk.members.end(), own.front()) == 0) {
             report(trunk.element,
                    "The library looks for the trunk's ports with //trunk[@id=" + std::to_string(trunk.id) +
-                       "]/port, which does not find those of id " + quotedAttribute(trunk.element, "id") +
-                       ".",
+                       "]/port, which does not find those of id " +
+                       board::quotedAttribute(trunk.element, "id") + ".",
                    ownIds());
         }
     });
 }
 
-void idShared(BoardReading const& board, Report const& report) {
+void idShared(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         std::set<xmlNodePtr> reported;
         for (xmlNodePtr const member : trunk.members) {
@@ -88,7 +88,7 @@ void idShared(BoardReading const& board, Report const& report) {
     });
 }
 
-void outsideSwitch(BoardReading const& board, Report const& report) {
+void outsideSwitch(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//trunk[not(parent::switch)]")) {
         report(element,
                "No switch finds a trunk here, so that it is never made; its ports still go to trunks of the "
@@ -97,7 +97,7 @@ void outsideSwitch(BoardReading const& board, Report const& report) {
     }
 }
 
-void portUnknown(BoardReading const& board, Report const& report) {
+void portUnknown(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         for (xmlNodePtr const member : trunk.members) {
             if (owner.ports.count(portIdOf(member)) == 0) {
@@ -111,11 +111,11 @@ void portUnknown(BoardReading const& board, Report const& report) {
     });
 }
 
-void portInTwo(BoardReading const& board, Report const& report) {
+void portInTwo(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         std::map<unsigned int, xmlNodePtr> trunkOf;
         for (Trunk const& trunk : owner.trunks) {
-            for (xmlNodePtr const member : children(trunk.element, "port")) {
+            for (xmlNodePtr const member : board::children(trunk.element, "port")) {
                 auto const [entry, first] = trunkOf.emplace(portIdOf(member), trunk.element);
                 if (!first && entry->second != trunk.element) {
                     report(
@@ -131,7 +131,7 @@ void portInTwo(BoardReading const& board, Report const& report) {
     }
 }
 
-void unsupported(BoardReading const& board, Report const& report) {
+void unsupported(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         if (!owner.isVitesse()) {
             report(trunk.element,
@@ -143,7 +143,7 @@ void unsupported(BoardReading const& board, Report const& report) {
     });
 }
 
-void onePort(BoardReading const& board, Report const& report) {
+void onePort(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         if (portsOf(owner, trunk).size() < 2) {
             report(trunk.element, "A trunk of fewer than two ports shares no traffic out.",
@@ -159,7 +159,7 @@ std::string speedOf(Port const& port) {
     return port.hasLinkSettings() ? "100 Mbit/s" : "whatever the host or the chip sets";
 }
 
-void speedsDiffer(BoardReading const& board, Report const& report) {
+void speedsDiffer(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::string, std::vector<unsigned int>> bySpeed;
         for (auto const& [id, port] : portsOf(owner, trunk)) {
@@ -168,18 +168,18 @@ void speedsDiffer(BoardReading const& board, Report const& report) {
         std::vector<std::string> texts;
         texts.reserve(bySpeed.size());
         for (auto const& [speed, ports] : bySpeed) {
-            texts.push_back(portsName(ports) + " at " + speed);
+            texts.push_back(board::portsName(ports) + " at " + speed);
         }
         if (texts.size() > 1) {
             report(trunk.element,
-                   "The trunk's links have different speeds: " + listed(texts) +
+                   "The trunk's links have different speeds: " + board::listed(texts) +
                        ". The chip deals traffic out evenly, and the slow link loses frames.",
                    "Connect all ports of a trunk to the same kind of neighbour.");
         }
     });
 }
 
-std::set<unsigned int> vlansOf(BoardReading const& board, Switch const& owner, unsigned int portId) {
+std::set<unsigned int> vlansOf(board::BoardReading const& board, Switch const& owner, unsigned int portId) {
     std::set<unsigned int> vlans;
     for (auto const& entry : board.membershipsOf(owner.id, portId)) {
         if (board.getVlans().at(entry.first).tagBased) {
@@ -189,7 +189,7 @@ std::set<unsigned int> vlansOf(BoardReading const& board, Switch const& owner, u
     return vlans;
 }
 
-void vlansDiffer(BoardReading const& board, Report const& report) {
+void vlansDiffer(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::set<unsigned int>, std::vector<unsigned int>> byVlans;
         for (auto const& entry : portsOf(owner, trunk)) {
@@ -199,13 +199,14 @@ void vlansDiffer(BoardReading const& board, Report const& report) {
         for (auto const& [vlans, ports] : byVlans) {
             std::vector<std::string> names;
             for (unsigned int const vlan : vlans) {
-                names.push_back(hexadecimal(vlan));
+                names.push_back(board::hexadecimal(vlan));
             }
-            texts.push_back(portsName(ports) + " in " + (names.empty() ? "none" : listed(names)));
+            texts.push_back(board::portsName(ports) + " in " +
+                            (names.empty() ? "none" : board::listed(names)));
         }
         if (texts.size() > 1) {
             report(trunk.element,
-                   "The trunk's ports are not in the same tag-based VLANs: " + listed(texts) +
+                   "The trunk's ports are not in the same tag-based VLANs: " + board::listed(texts) +
                        ". Frames that the chip deals out to a port which is not in their VLAN are lost.",
                    "List every port of a trunk in the same VLANs.");
         }

@@ -1,22 +1,22 @@
 #include "switchctl/check/VitessePortChecks.hpp"
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
 namespace {
 
-using Port = BoardReading::Port;
-using Switch = BoardReading::Switch;
+using Port = board::BoardReading::Port;
+using Switch = board::BoardReading::Switch;
 
 std::string whereToPutIt() {
     return "Write the VSC7390's element before all other switches and list all of its 24 ports, or give it a "
            "document without other switches.";
 }
 
-template <typename Use> void forEachVitesse(BoardReading const& board, Use use) {
+template <typename Use> void forEachVitesse(board::BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         if (owner.isVitesse() && !owner.found.empty()) {
             use(owner);
@@ -24,10 +24,10 @@ template <typename Use> void forEachVitesse(BoardReading const& board, Use use) 
     }
 }
 
-void besideOtherPorts(BoardReading const& board, Report const& report) {
+void besideOtherPorts(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const& owner) {
         std::size_t const all = board.find("//switch/port").size();
-        std::size_t const own = children(owner.element, "port").size();
+        std::size_t const own = board::children(owner.element, "port").size();
         if (all != own) {
             report(owner.element,
                    "A VSC7390 takes the ports of all switches of the document for its own, in document "
@@ -39,10 +39,10 @@ void besideOtherPorts(BoardReading const& board, Report const& report) {
     });
 }
 
-void ownPortDisplaced(BoardReading const& board, Report const& report) {
+void ownPortDisplaced(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const& owner) {
         for (xmlNodePtr const element : owner.droppedPorts) {
-            auto const id = static_cast<unsigned int>(numberOr(element, "id", -1));
+            auto const id = static_cast<unsigned int>(board::numberOr(element, "id", -1));
             Port const& kept = owner.ports.at(id);
             if (element->parent == owner.element && kept.element->parent != owner.element) {
                 report(element,
@@ -56,12 +56,12 @@ void ownPortDisplaced(BoardReading const& board, Report const& report) {
     });
 }
 
-void foreignPortAdded(BoardReading const& board, Report const& report) {
+void foreignPortAdded(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const& owner) {
         for (auto const& [id, port] : owner.ports) {
             bool ownNumber = false;
-            for (xmlNodePtr const element : children(owner.element, "port")) {
-                ownNumber = ownNumber || static_cast<unsigned int>(numberOr(element, "id", -1)) == id;
+            for (xmlNodePtr const element : board::children(owner.element, "port")) {
+                ownNumber = ownNumber || static_cast<unsigned int>(board::numberOr(element, "id", -1)) == id;
             }
             if (port.element->parent != owner.element && !ownNumber) {
                 report(port.element,
@@ -75,7 +75,7 @@ void foreignPortAdded(BoardReading const& board, Report const& report) {
     });
 }
 
-void masksOverrun(BoardReading const& board, Report const& report) {
+void masksOverrun(board::BoardReading const& board, Report const& report) {
     forEachVitesse(board, [&](Switch const& owner) {
         if (owner.entryCount > owner.portsOfChip()) {
             report(

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "switchctl/check/BoardReading.hpp"
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/BoardReading.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::check {
 
@@ -18,25 +18,26 @@ std::string smallIds() {
 }
 
 bool hasGroups(xmlNodePtr vlan) {
-    std::vector<xmlNodePtr> const ports = children(vlan, "port");
-    return std::any_of(ports.begin(), ports.end(),
-                       [](xmlNodePtr port) { return !children(port, "forwardedMulticastGroup").empty(); });
+    std::vector<xmlNodePtr> const ports = board::children(vlan, "port");
+    return std::any_of(ports.begin(), ports.end(), [](xmlNodePtr port) {
+        return !board::children(port, "forwardedMulticastGroup").empty();
+    });
 }
 
 bool isTagBased(xmlNodePtr vlan) {
-    return attribute(vlan, "typeOfVlan") == std::optional<std::string>("tagBasedVlan");
+    return board::attribute(vlan, "typeOfVlan") == std::optional<std::string>("tagBasedVlan");
 }
 
-void typeAbsent(BoardReading const& board, Report const& report) {
+void typeAbsent(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[not(@typeOfVlan)]")) {
         report(element, "The library reports that the vlan has no attribute typeOfVlan and skips it.",
                R"(Write typeOfVlan="tagBasedVlan" or typeOfVlan="portBasedVlan".)");
     }
 }
 
-void typeUnknown(BoardReading const& board, Report const& report) {
+void typeUnknown(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
-        std::string const type = attribute(element, "typeOfVlan").value_or("");
+        std::string const type = board::attribute(element, "typeOfVlan").value_or("");
         if (type != "tagBasedVlan" && type != "portBasedVlan") {
             report(element,
                    R"(Whatever is not "tagBasedVlan" is a port-based VLAN: ")" + type + R"(" is one.)",
@@ -45,23 +46,23 @@ void typeUnknown(BoardReading const& board, Report const& report) {
     }
 }
 
-void idNotANumber(BoardReading const& board, Report const& report) {
+void idNotANumber(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan")) {
-        if (!hexadecimalPrefix(attribute(element, "id").value_or(""))) {
+        if (!board::hexadecimalPrefix(board::attribute(element, "id").value_or(""))) {
             report(element,
-                   "The id is " + quotedAttribute(element, "id") +
+                   "The id is " + board::quotedAttribute(element, "id") +
                        ": the library makes it VLAN 0xffffffff, which finds no members.",
                    smallIds());
         }
     }
 }
 
-void idReadsDifferently(BoardReading const& board, Report const& report) {
+void idReadsDifferently(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
-        std::string const text = attribute(element, "id").value_or("");
-        std::optional<unsigned int> const id = hexadecimalPrefix(text);
+        std::string const text = board::attribute(element, "id").value_or("");
+        std::optional<unsigned int> const id = board::hexadecimalPrefix(text);
         bool const groups = hasGroups(element);
-        std::int64_t const decimal = decimalPrefix(text).value_or(0);
+        std::int64_t const decimal = board::decimalPrefix(text).value_or(0);
         bool const prefixed = text.find_first_of("xX") != std::string::npos; // so meant as it is read
         bool const matters = groups || (isTagBased(element) && !prefixed);
         if (!id || decimal == static_cast<std::int64_t>(*id) || !matters) {
@@ -69,7 +70,7 @@ void idReadsDifferently(BoardReading const& board, Report const& report) {
         }
         report(element,
                "The library reads the VLAN's id as hexadecimal: \"" + text + "\" is VLAN " +
-                   hexadecimal(*id) + " = " + std::to_string(*id) +
+                   board::hexadecimal(*id) + " = " + std::to_string(*id) +
                    (groups ? "; for the multicast groups under it the same text is decimal: VLAN " +
                                  std::to_string(decimal) + "."
                            : "; as a decimal number it would be " + std::to_string(decimal) + "."),
@@ -77,45 +78,47 @@ void idReadsDifferently(BoardReading const& board, Report const& report) {
     }
 }
 
-void membersLost(BoardReading const& board, Report const& report) {
+void membersLost(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
-        std::vector<xmlNodePtr> const members = children(element, "port");
-        std::string const query = BoardReading::memberQuery(BoardReading::vlanIdOf(element));
+        std::vector<xmlNodePtr> const members = board::children(element, "port");
+        std::string const query = board::BoardReading::memberQuery(board::BoardReading::vlanIdOf(element));
         std::vector<xmlNodePtr> const found = board.find(query);
         if (members.empty() || std::count(found.begin(), found.end(), members.front()) != 0) {
             continue;
         }
         report(element,
                "The library looks for the members with " + query + ", which does not find those of id " +
-                   quotedAttribute(element, "id") + ": the VLAN has none of its " +
+                   board::quotedAttribute(element, "id") + ": the VLAN has none of its " +
                    std::to_string(members.size()) + ".",
                "Write the id's hexadecimal digits without a prefix, and choose one without letters.");
     }
 }
 
-void takesOthersMembers(BoardReading const& board, Report const& report) {
+void takesOthersMembers(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, vlan] : board.getVlans()) {
-        for (BoardReading::Member const& member : vlan.members) {
+        for (board::BoardReading::Member const& member : vlan.members) {
             xmlNodePtr const owner = member.element->parent;
-            if (BoardReading::vlanIdOf(owner) != id) {
+            if (board::BoardReading::vlanIdOf(owner) != id) {
                 report(member.element,
-                       "The members of " + vlanName(id) + " are found by " + BoardReading::memberQuery(id) +
+                       "The members of " + board::vlanName(id) + " are found by " +
+                           board::BoardReading::memberQuery(id) +
                            ", whose number XPath reads in its own way: this member of the VLAN with id " +
-                           quotedAttribute(owner, "id") + " becomes a member of " + vlanName(id) + ", too.",
+                           board::quotedAttribute(owner, "id") + " becomes a member of " +
+                           board::vlanName(id) + ", too.",
                        R"(Write VLAN ids in decimal digits only; "1e" is 1 to XPath, and "1e2" is 100.)");
             }
         }
     }
 }
 
-void idDuplicate(BoardReading const& board, Report const& report) {
+void idDuplicate(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan]")) {
-        unsigned int const id = BoardReading::vlanIdOf(element);
+        unsigned int const id = board::BoardReading::vlanIdOf(element);
         auto const first = board.getVlans().find(id);
         if (first != board.getVlans().end() && first->second.element != element) {
             report(
                 element,
-                "The library reports a duplicate vlan " + hexadecimal(id) +
+                "The library reports a duplicate vlan " + board::hexadecimal(id) +
                     " and ignores this element's type; the members that its query finds go to the first one, "
                     "line " +
                     std::to_string(xmlGetLineNo(first->second.element)) + ".",
@@ -124,14 +127,15 @@ void idDuplicate(BoardReading const& board, Report const& report) {
     }
 }
 
-void idOutOfRange(BoardReading const& board, Report const& report) {
+void idOutOfRange(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, vlan] : board.getVlans()) {
-        bool const hasId = hexadecimalPrefix(attribute(vlan.element, "id").value_or("")).has_value();
-        if (vlan.tagBased && hasId && (id == 0 || id > BoardReading::highestVlanId)) {
+        bool const hasId =
+            board::hexadecimalPrefix(board::attribute(vlan.element, "id").value_or("")).has_value();
+        if (vlan.tagBased && hasId && (id == 0 || id > board::BoardReading::highestVlanId)) {
             report(vlan.element,
-                   "No frame can carry VLAN " + hexadecimal(id) +
+                   "No frame can carry VLAN " + board::hexadecimal(id) +
                        ": a tag has 12 bits, 0 and 0xfff are reserved. The chips keep the low 12 bits, " +
-                       hexadecimal(id & 0xFFFU) +
+                       board::hexadecimal(id & 0xFFFU) +
                        (id > 0xFFFU
                             ? ", and an 88E6096 starts the VLAN anew with each member, so that only the "
                               "last one stays in it."
@@ -141,22 +145,23 @@ void idOutOfRange(BoardReading const& board, Report const& report) {
     }
 }
 
-void idCut(BoardReading const& board, Report const& report) {
+void idCut(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, vlan] : board.getVlans()) {
-        bool const hasId = hexadecimalPrefix(attribute(vlan.element, "id").value_or("")).has_value();
+        bool const hasId =
+            board::hexadecimalPrefix(board::attribute(vlan.element, "id").value_or("")).has_value();
         auto const kept = static_cast<std::uint16_t>(id);
         if (vlan.tagBased && hasId && kept != id) {
             report(vlan.element,
-                   "The library hands 16 bits of the id to the chips: " + hexadecimal(id) + " becomes " +
-                       hexadecimal(kept) + ".",
+                   "The library hands 16 bits of the id to the chips: " + board::hexadecimal(id) +
+                       " becomes " + board::hexadecimal(kept) + ".",
                    "Write an id from 1 to ffe, hexadecimal.");
         }
     }
 }
 
-void groupVlanCut(BoardReading const& board, Report const& report) {
+void groupVlanCut(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[port/forwardedMulticastGroup]")) {
-        int const number = numberOr(element, "id", 0);
+        int const number = board::numberOr(element, "id", 0);
         if (number != static_cast<std::uint16_t>(number)) {
             report(element,
                    "The library keeps 16 bits of a group's VLAN id: " + std::to_string(number) + " becomes " +
@@ -167,7 +172,7 @@ void groupVlanCut(BoardReading const& board, Report const& report) {
     }
 }
 
-void withoutMembers(BoardReading const& board, Report const& report) {
+void withoutMembers(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan[@typeOfVlan and not(port)]")) {
         report(element, "The library builds a VLAN without members, of which no chip learns.",
                "Write a <port> for each member, or leave the VLAN out.");

@@ -4,14 +4,14 @@
 #include <optional>
 #include <utility>
 
-#include "switchctl/check/Element.hpp"
-#include "switchctl/check/Wording.hpp"
+#include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::draw {
 
 namespace {
 
-using check::BoardReading;
+using board::BoardReading;
 
 /// Told apart by people with any colour vision, on white.
 constexpr std::array<char const*, 10> vlanColours = {"#0072B2", "#D55E00", "#009E73", "#CC79A7", "#8C6D00",
@@ -55,7 +55,7 @@ std::string escaped(std::string const& text) {
     return result;
 }
 
-std::string nodeOf(BoardReading::Switch const& owner) {
+std::string nodeOf(board::BoardReading::Switch const& owner) {
     return "switch" + std::to_string(owner.id);
 }
 
@@ -63,11 +63,11 @@ std::string portNode(int switchId, int portId) {
     return "switch" + std::to_string(switchId) + ":port" + std::to_string(portId);
 }
 
-std::optional<int> trunkOf(BoardReading::Switch const& owner, unsigned int portId) {
+std::optional<int> trunkOf(board::BoardReading::Switch const& owner, unsigned int portId) {
     constexpr int noPort = -1;
-    for (BoardReading::Trunk const& trunk : owner.trunks) {
+    for (board::BoardReading::Trunk const& trunk : owner.trunks) {
         for (xmlNodePtr const member : trunk.members) {
-            if (check::numberOr(member, "id", noPort) == static_cast<int>(portId)) {
+            if (board::numberOr(member, "id", noPort) == static_cast<int>(portId)) {
                 return trunk.id;
             }
         }
@@ -154,7 +154,7 @@ void BoardDrawing::addInterlinks() {
 
 void BoardDrawing::addVlan(Reading::Vlan const& vlan, std::string const& colour) {
     _out << "  vlan" << vlan.id << " [shape=box, style=rounded, color=\"" << colour << "\", fontcolor=\""
-         << colour << "\", penwidth=2, label=\"VLAN " << check::hexadecimal(vlan.id) << "\\n"
+         << colour << "\", penwidth=2, label=\"VLAN " << board::hexadecimal(vlan.id) << "\\n"
          << (vlan.tagBased ? "tag-based" : "port-based") << "\"]\n";
     for (Reading::Member const& member : vlan.members) {
         addMember(vlan, member, colour);
@@ -167,7 +167,7 @@ void BoardDrawing::addMember(Reading::Vlan const& vlan, Reading::Member const& m
         return;
     }
     bool const untagged =
-        !vlan.tagBased || check::attribute(member.element, "egress").value_or("") == "stripTag";
+        !vlan.tagBased || board::attribute(member.element, "egress").value_or("") == "stripTag";
     _out << "  " << portNode(member.switchId, member.portId) << ":e -- vlan" << vlan.id << ":w [color=\""
          << colour << "\", style=" << (untagged ? "dashed" : "solid") << "]\n";
 }

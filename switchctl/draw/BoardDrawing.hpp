@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
 
 namespace switchctl::draw {
 
@@ -15,13 +15,13 @@ class BoardDrawing {
 public:
     /// The reading must outlive the drawing.
     /// \param title what stands above the picture.
-    BoardDrawing(check::BoardReading const& board, std::string title);
+    BoardDrawing(board::BoardReading const& board, std::string title);
 
     /// The same text for the same board.
     std::string getDot();
 
 private:
-    using Reading = check::BoardReading;
+    using Reading = board::BoardReading;
 
     void addSwitch(Reading::Switch const& owner);
     void addPort(Reading::Switch const& owner, Reading::Port const& port);

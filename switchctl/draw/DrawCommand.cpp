@@ -6,11 +6,11 @@
 #include <memory>
 #include <ostream>
 
+#include "board/BoardReading.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/Progress.hpp"
-#include "switchctl/check/BoardReading.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
 #include "switchctl/draw/Graphviz.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::draw {
 
@@ -29,7 +29,7 @@ DrawCommand::DrawCommand(CLI::App& program)
                      "  switchctl draw board.xml -o board.svg\n"
                      "  switchctl draw board.xml --format dot | dot -Tpng > board.png\n"
                      "\n" +
-                     drawExitStatusHelp());
+                     chips::drawExitStatusHelp());
     _command->final_callback([this] {
         if (_outputPath.empty() && _format != "dot") {
             throw CLI::RequiredError("--output");
@@ -41,27 +41,28 @@ bool DrawCommand::isChosen() const {
     return _command->parsed();
 }
 
-ExitStatus DrawCommand::run(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus DrawCommand::run(std::ostream& out, std::ostream& errors) const {
     std::unique_ptr<XmlDocument> document;
     try {
         document = XmlDocument::fromFile(_documentPath);
     } catch (reference_host::XmlError const& error) {
         errors << "switchctl: " << error.what() << '\n';
-        return ExitStatus::badDocument;
+        return chips::ExitStatus::badDocument;
     }
-    check::BoardReading const board(*document);
+    board::BoardReading const board(*document);
     if (board.getSwitches().empty()) {
         errors << "switchctl: " << _documentPath << ": the document has no switch to draw\n";
-        return ExitStatus::badDocument;
+        return chips::ExitStatus::badDocument;
     }
     return write(BoardDrawing(board, _documentPath.substr(_documentPath.rfind('/') + 1)).getDot(), out,
                  errors);
 }
 
-ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out,
+                                     std::ostream& errors) const {
     if (_format == "dot" && _outputPath.empty()) {
         out << graph;
-        return ExitStatus::success;
+        return chips::ExitStatus::success;
     }
     try {
         Progress const progress(errors, "drawing " + _outputPath);
@@ -75,9 +76,9 @@ ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::
         }
     } catch (Graphviz::Error const& error) {
         errors << "switchctl: " << error.what() << '\n';
-        return ExitStatus::noPicture;
+        return chips::ExitStatus::noPicture;
     }
-    return ExitStatus::success;
+    return chips::ExitStatus::success;
 }
 
 } // namespace switchctl::draw

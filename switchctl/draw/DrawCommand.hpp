@@ -4,7 +4,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "switchctl/ExitStatus.hpp"
+#include "chips/ExitStatus.hpp"
 
 namespace switchctl::draw {
 
@@ -18,10 +18,10 @@ public:
     bool isChosen() const;
 
     /// \param out gets the graph when no file is to; `errors` why there is no picture.
-    ExitStatus run(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
-    ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
 
     CLI::App* _command;
     std::string _documentPath;

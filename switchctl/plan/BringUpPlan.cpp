@@ -16,7 +16,8 @@ unsigned digitsOf(std::string const& model, std::string const& unit) {
 
 } // namespace
 
-BringUpPlan::BringUpPlan(ModelBringUp& bringUp) : _path(bringUp.getPath()), _effort(bringUp.getEffort()) {
+BringUpPlan::BringUpPlan(board::ModelBringUp& bringUp)
+    : _path(bringUp.getPath()), _effort(bringUp.getEffort()) {
     for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
         _models["switch " + std::to_string(id)] = bringUp.getModel(id);
     }
@@ -84,7 +85,7 @@ std::vector<PlannedWrite> BringUpPlan::getWrites(Place const& place) const {
     return writes;
 }
 
-BoardSession::Effort const& BringUpPlan::getEffort() const {
+board::BoardSession::Effort const& BringUpPlan::getEffort() const {
     return _effort;
 }
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "switchctl/BoardSession.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
+#include "board/BoardSession.hpp"
+#include "board/ModelBringUp.hpp"
 #include "switchctl/plan/PlannedWrite.hpp"
 
 namespace switchctl::plan {
@@ -29,7 +29,7 @@ public:
     };
 
     /// What the models of a board saw of its bring-up.
-    explicit BringUpPlan(ModelBringUp& bringUp);
+    explicit BringUpPlan(board::ModelBringUp& bringUp);
 
     /// Path of the document.
     std::string const& getPath() const;
@@ -45,7 +45,7 @@ public:
     std::vector<PlannedWrite> getWrites(Place const& place) const;
 
     /// Of the models: on a board, the processor's own time comes on top.
-    BoardSession::Effort const& getEffort() const;
+    board::BoardSession::Effort const& getEffort() const;
 
     /// Of a switch, by the log's name of it: the document's switchModel.
     std::string getModel(std::string const& chip) const;
@@ -59,7 +59,7 @@ private:
     std::vector<Step> _steps;
     std::vector<Place> _places;
     std::map<Place, Count> _counts;
-    BoardSession::Effort _effort;
+    board::BoardSession::Effort _effort;
 };
 
 } // namespace switchctl::plan

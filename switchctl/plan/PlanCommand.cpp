@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include "switchctl/Progress.hpp"
+#include "chips/ToolError.hpp"
 #include "switchctl/plan/BringUpPlan.hpp"
 #include "switchctl/plan/PlanDifferenceReport.hpp"
 #include "switchctl/plan/PlanReport.hpp"
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/registers/OutputDiversion.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::plan {
 
@@ -16,7 +16,7 @@ namespace {
 BringUpPlan planOf(std::string const& path, std::ostream& errors) {
     OutputDiversion const diversion(errors);
     Progress const progress(errors, "bringing up the models of " + path);
-    ModelBringUp bringUp(path);
+    board::ModelBringUp bringUp(path);
     return BringUpPlan(bringUp);
 }
 
@@ -29,7 +29,7 @@ std::string footer() {
            "  switchctl plan before.xml after.xml\n"
            "  switchctl plan board.xml --json | jq .predicted\n"
            "\n" +
-           planExitStatusHelp();
+           chips::planExitStatusHelp();
 }
 
 } // namespace
@@ -46,16 +46,16 @@ bool PlanCommand::isChosen() const {
     return _command->parsed();
 }
 
-ExitStatus PlanCommand::run(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus PlanCommand::run(std::ostream& out, std::ostream& errors) const {
     try {
         return _otherPath.empty() ? show(out, errors) : compare(out, errors);
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         errors << "switchctl: " << error.what() << '\n';
         return error.getStatus();
     }
 }
 
-ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const plan = planOf(_path, errors);
     PlanReport const report(plan);
     if (_json) {
@@ -63,10 +63,10 @@ ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
     } else {
         report.print(out);
     }
-    return ExitStatus::success;
+    return chips::ExitStatus::success;
 }
 
-ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const first = planOf(_path, errors);
     BringUpPlan const second = planOf(_otherPath, errors);
     std::optional<Progress> progress(std::in_place, errors, "comparing");
@@ -77,7 +77,7 @@ ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
     } else {
         report.print(out);
     }
-    return report.isEmpty() ? ExitStatus::success : ExitStatus::plansDiffer;
+    return report.isEmpty() ? chips::ExitStatus::success : chips::ExitStatus::plansDiffer;
 }
 
 } // namespace switchctl::plan

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "switchctl/ExitStatus.hpp"
+#include "chips/ExitStatus.hpp"
 
 namespace switchctl::plan {
 
@@ -19,11 +19,11 @@ public:
 
     /// \param out gets the plan or the difference.
     /// \param errors gets why there is none, and what the library prints.
-    ExitStatus run(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
-    ExitStatus show(std::ostream& out, std::ostream& errors) const;
-    ExitStatus compare(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus show(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus compare(std::ostream& out, std::ostream& errors) const;
 
     CLI::App* _command;
     std::string _path;

@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "switchctl/Colours.hpp"
 #include "switchctl/plan/PlanReport.hpp"
+#include "switchctl/terminal/Colours.hpp"
 
 namespace switchctl::plan {
 

@@ -63,7 +63,7 @@ void PlanReport::printCounts(std::ostream& out) const {
 
 void PlanReport::printEffort(std::ostream& out, BringUpPlan const& plan) {
     BringUpPlan::Count const total = plan.getTotal();
-    BoardSession::Effort const& effort = plan.getEffort();
+    board::BoardSession::Effort const& effort = plan.getEffort();
     out << total.writes << " register writes and " << total.reads << " reads, " << effort.busAccesses
         << " bus accesses, " << milliseconds(effort.busNanoseconds) << " ms of bus time; ready after "
         << milliseconds(effort.elapsedNanoseconds) << " ms, waits included";
@@ -71,7 +71,7 @@ void PlanReport::printEffort(std::ostream& out, BringUpPlan const& plan) {
 
 nlohmann::ordered_json PlanReport::effortToJson(BringUpPlan const& plan) {
     BringUpPlan::Count const total = plan.getTotal();
-    BoardSession::Effort const& effort = plan.getEffort();
+    board::BoardSession::Effort const& effort = plan.getEffort();
     return {{"writes", total.writes},
             {"reads", total.reads},
             {"busAccesses", effort.busAccesses},

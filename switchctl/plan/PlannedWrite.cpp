@@ -2,7 +2,7 @@
 
 #include <iomanip>
 
-#include "switchctl/registers/NumberText.hpp"
+#include "chips/NumberText.hpp"
 
 namespace switchctl::plan {
 
@@ -19,12 +19,12 @@ bool PlannedWrite::isSameAs(PlannedWrite const& other) const {
 
 void PlannedWrite::print(std::ostream& out) const {
     out << std::left << std::setw(widthOfName) << registerName << std::right << ' '
-        << NumberText::hexadecimal(address, digitsOfAddress) << "  "
-        << NumberText::hexadecimal(value, digits);
+        << chips::NumberText::hexadecimal(address, digitsOfAddress) << "  "
+        << chips::NumberText::hexadecimal(value, digits);
     char const* separator = "  ";
     for (simulation::AccessLog::FieldChange const& change : changes) {
-        out << separator << change.field << ' ' << NumberText::hexadecimal(change.before, 1) << "->"
-            << NumberText::hexadecimal(change.after, 1);
+        out << separator << change.field << ' ' << chips::NumberText::hexadecimal(change.before, 1) << "->"
+            << chips::NumberText::hexadecimal(change.after, 1);
         separator = ", ";
     }
 }

@@ -1,15 +1,15 @@
 #include "switchctl/statistics/BoardSampler.hpp"
 
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/statistics/CounterReader.hpp"
+#include "chips/CounterReader.hpp"
+#include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
 
-BoardSampler::BoardSampler(audit::AuditedBoard& board, PortSelection const& selection)
+BoardSampler::BoardSampler(board::BoardAccess& board, PortSelection const& selection)
     : _board(board), _selection(selection) {}
 
-CounterSample BoardSampler::sample(Watcher const& watcher) {
-    CounterSample result;
+chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
+    chips::CounterSample result;
     std::map<unsigned, bool> there;
     for (PortSelection::Port const& port : _selection.getPorts()) {
         if (watcher) {
@@ -23,9 +23,9 @@ CounterSample BoardSampler::sample(Watcher const& watcher) {
         if (known->second) {
             Chip& chip = connect(port);
             result.ports.push_back(
-                CounterReader(chip.catalogue, *chip.transport).read(port.address, result.unread));
+                chips::CounterReader(chip.catalogue, *chip.transport).read(port.address, result.unread));
         } else {
-            PortCounters nothing{port.address, port.model, {}};
+            chips::PortCounters nothing{port.address, port.model, {}};
             nothing.values.resize(nothing.getCounters().size());
             result.ports.push_back(nothing);
         }
@@ -39,12 +39,12 @@ void BoardSampler::requireChip(PortSelection::Port const& port) {
     bool isThere = false;
     try {
         Chip& chip = connect(port);
-        isThere = CounterReader(chip.catalogue, *chip.transport).isChipThere();
-    } catch (CommandError const& error) {
-        throw CommandError(ExitStatus::noStatistics, silence + " (" + error.what() + ")");
+        isThere = chips::CounterReader(chip.catalogue, *chip.transport).isChipThere();
+    } catch (chips::ToolError const& error) {
+        throw chips::ToolError(chips::ExitStatus::noStatistics, silence + " (" + error.what() + ")");
     }
     if (!isThere) {
-        throw CommandError(ExitStatus::noStatistics, silence);
+        throw chips::ToolError(chips::ExitStatus::noStatistics, silence);
     }
 }
 
@@ -52,7 +52,7 @@ bool BoardSampler::isThere(PortSelection::Port const& port, std::vector<std::str
     try {
         requireChip(port);
         return true;
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         unread.emplace_back(error.what());
         return false;
     }

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/audit/AuditedBoard.hpp"
-#include "switchctl/registers/ChipCatalogue.hpp"
-#include "switchctl/registers/RegisterTransport.hpp"
-#include "switchctl/statistics/PortCounters.hpp"
+#include "board/BoardAccess.hpp"
+#include "chips/ChipCatalogue.hpp"
+#include "chips/PortCounters.hpp"
+#include "chips/RegisterTransport.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
@@ -20,14 +20,14 @@ namespace switchctl::statistics {
 class BoardSampler {
 public:
     /// Both must outlive the sampler.
-    BoardSampler(audit::AuditedBoard& board, PortSelection const& selection);
+    BoardSampler(board::BoardAccess& board, PortSelection const& selection);
 
     /// Called before each port is read, with how many of how many are done; may be empty.
     using Watcher = std::function<void(std::size_t done, std::size_t all)>;
 
     /// The ports in the order of the selection. A chip that does not answer is a line in what could not
     /// be read, and its ports are without values.
-    CounterSample sample(Watcher const& watcher = {});
+    chips::CounterSample sample(Watcher const& watcher = {});
 
     /// Throws CommandError (noStatistics) when the switch's chip does not answer.
     void requireChip(PortSelection::Port const& port);
@@ -35,14 +35,14 @@ public:
 private:
     struct Chip {
         explicit Chip(std::string const& model) : catalogue(model) {}
-        ChipCatalogue catalogue;
-        std::unique_ptr<RegisterTransport> transport;
+        chips::ChipCatalogue catalogue;
+        std::unique_ptr<chips::RegisterTransport> transport;
     };
 
     Chip& connect(PortSelection::Port const& port);
     bool isThere(PortSelection::Port const& port, std::vector<std::string>& unread);
 
-    audit::AuditedBoard& _board;
+    board::BoardAccess& _board;
     PortSelection const& _selection;
     std::map<unsigned, Chip> _chips;
 };

@@ -13,8 +13,8 @@ constexpr double tolerance = 2;
 
 } // namespace
 
-std::vector<CounterRates::Rate> CounterRates::between(PortCounters const& before, PortCounters const& after,
-                                                      double seconds) {
+std::vector<CounterRates::Rate> CounterRates::between(chips::PortCounters const& before,
+                                                      chips::PortCounters const& after, double seconds) {
     std::vector<Rate> rates(after.values.size());
     for (std::size_t index = 0; index < rates.size(); ++index) {
         auto const& first = before.values[index];
@@ -26,11 +26,11 @@ std::vector<CounterRates::Rate> CounterRates::between(PortCounters const& before
     return rates;
 }
 
-CounterRates::Rate CounterRates::between(Counter const& counter, std::uint64_t before, std::uint64_t after,
-                                         double seconds) {
+CounterRates::Rate CounterRates::between(chips::Counter const& counter, std::uint64_t before,
+                                         std::uint64_t after, double seconds) {
     std::uint64_t const counted = (after - before) & counter.getLargest();
-    double const most =
-        tolerance * seconds * (counter.unit == Counter::Unit::bytes ? bytesPerSecond : framesPerSecond);
+    double const most = tolerance * seconds *
+                        (counter.unit == chips::Counter::Unit::bytes ? bytesPerSecond : framesPerSecond);
     if (after<before&& static_cast<double>(counted)> most) {
         return {std::nullopt, true};
     }

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "switchctl/statistics/PortCounters.hpp"
+#include "chips/PortCounters.hpp"
 
 namespace switchctl::statistics {
 
@@ -19,11 +19,13 @@ struct CounterRates {
 
     /// In the order of Counter::ofChip(). Both are of the same port.
     /// \param seconds between the two, more than 0.
-    static std::vector<Rate> between(PortCounters const& before, PortCounters const& after, double seconds);
+    static std::vector<Rate> between(chips::PortCounters const& before, chips::PortCounters const& after,
+                                     double seconds);
 
     /// Of one counter. A counter that is lower than before has wrapped, if a line of 1 Gbit/s can have
     /// brought it so far in that time; else it was cleared.
-    static Rate between(Counter const& counter, std::uint64_t before, std::uint64_t after, double seconds);
+    static Rate between(chips::Counter const& counter, std::uint64_t before, std::uint64_t after,
+                        double seconds);
 };
 
 } // namespace switchctl::statistics

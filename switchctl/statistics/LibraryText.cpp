@@ -2,10 +2,10 @@
 
 #include <sstream>
 
+#include "chips/ToolError.hpp"
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
 #include "marvell/MarvellPort.hpp"
 #include "marvell/MarvellSwitch.hpp"
-#include "switchctl/registers/CommandError.hpp"
 #include "vitesse/VitesseParallelCommunication.hpp"
 #include "vitesse/VitessePort.hpp"
 #include "vitesse/VitesseSwitch.hpp"
@@ -25,7 +25,7 @@ constexpr char const* portState = "forwarding";
 
 } // namespace
 
-LibraryText::LibraryText(audit::AuditedBoard& board) : _board(board) {}
+LibraryText::LibraryText(board::BoardAccess& board) : _board(board) {}
 
 void LibraryText::write(PortSelection::Port const& port, std::ostream& out) {
     // The table leaves its stream in hexadecimal.
@@ -45,10 +45,11 @@ void LibraryText::write(PortSelection::Port const& port, std::ostream& out) {
         return;
     }
     reason += (reason.empty() || thrown.empty() ? "" : "; ") + thrown;
-    throw CommandError(ExitStatus::noStatistics, reason.empty() ? "a register could not be read" : reason);
+    throw chips::ToolError(chips::ExitStatus::noStatistics,
+                           reason.empty() ? "a register could not be read" : reason);
 }
 
-bool LibraryText::dumpMarvell(PortAddress const& port, std::ostream& out) {
+bool LibraryText::dumpMarvell(chips::PortAddress const& port, std::ostream& out) {
     Application& application = _board.getApplication();
     MarvellSwitch owner(application, port.switchId, noPorts, noHardwareAccess);
     MarvellMultiMdioManagementCommunications communications(
@@ -56,7 +57,7 @@ bool LibraryText::dumpMarvell(PortAddress const& port, std::ostream& out) {
     return MarvellPort(owner, communications, port.portId, portType, portState, nullptr).dumpStatistics(out);
 }
 
-bool LibraryText::dumpVitesse(PortAddress const& port, std::ostream& out) {
+bool LibraryText::dumpVitesse(chips::PortAddress const& port, std::ostream& out) {
     Application& application = _board.getApplication();
     VitesseSwitch owner(application, port.switchId, noPorts, noHardwareAccess);
     // It complains that it could not set the chip up, as it was not meant to.

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "switchctl/audit/AuditedBoard.hpp"
+#include "board/BoardAccess.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
@@ -13,17 +13,17 @@ namespace switchctl::statistics {
 class LibraryText {
 public:
     /// `board` must outlive the object.
-    explicit LibraryText(audit::AuditedBoard& board);
+    explicit LibraryText(board::BoardAccess& board);
 
     /// Writes the text. Throws CommandError (noStatistics), with nothing written, when a counter could not
     /// be read.
     void write(PortSelection::Port const& port, std::ostream& out);
 
 private:
-    bool dumpMarvell(PortAddress const& port, std::ostream& out);
-    bool dumpVitesse(PortAddress const& port, std::ostream& out);
+    bool dumpMarvell(chips::PortAddress const& port, std::ostream& out);
+    bool dumpVitesse(chips::PortAddress const& port, std::ostream& out);
 
-    audit::AuditedBoard& _board;
+    board::BoardAccess& _board;
 };
 
 } // namespace switchctl::statistics

@@ -7,16 +7,17 @@ namespace switchctl::statistics {
 
 namespace {
 
-void printValue(std::ostream& out, Counter const& counter, PortCounters const& port, std::uint64_t value) {
+void printValue(std::ostream& out, chips::Counter const& counter, chips::PortCounters const& port,
+                std::uint64_t value) {
     out << counter.getFamily() << "_total{switch=\"" << port.port.switchId << "\",port=\"" << port.port.portId
         << "\",chip=\"" << port.model << "\"} " << value << '\n';
 }
 
 void printFamily(std::ostream& out, std::string const& model, std::size_t index,
-                 CounterSample const& sample) {
-    Counter const& counter = Counter::ofChip(model)[index];
+                 chips::CounterSample const& sample) {
+    chips::Counter const& counter = chips::Counter::ofChip(model)[index];
     bool hasHead = false;
-    for (PortCounters const& port : sample.ports) {
+    for (chips::PortCounters const& port : sample.ports) {
         if (port.model != model || !port.values[index]) {
             continue;
         }
@@ -33,13 +34,13 @@ void printFamily(std::ostream& out, std::string const& model, std::size_t index,
 
 } // namespace
 
-void OpenMetrics::print(CounterSample const& sample, std::ostream& out) {
+void OpenMetrics::print(chips::CounterSample const& sample, std::ostream& out) {
     std::set<std::string> models;
-    for (PortCounters const& port : sample.ports) {
+    for (chips::PortCounters const& port : sample.ports) {
         models.insert(port.model);
     }
     for (std::string const& model : models) {
-        for (std::size_t index = 0; index < Counter::ofChip(model).size(); ++index) {
+        for (std::size_t index = 0; index < chips::Counter::ofChip(model).size(); ++index) {
             printFamily(out, model, index, sample);
         }
     }

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "switchctl/registers/CommandError.hpp"
+#include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
 
 namespace {
 
-std::string idsOf(check::BoardReading const& document) {
+std::string idsOf(board::BoardReading const& document) {
     std::string text;
     for (auto const& [id, entry] : document.getSwitches()) {
         text += (text.empty() ? "" : ", ") + std::to_string(id);
@@ -16,13 +16,13 @@ std::string idsOf(check::BoardReading const& document) {
     return text.empty() ? "none" : text;
 }
 
-char const* modelOf(check::BoardReading::Switch const& entry) {
+char const* modelOf(board::BoardReading::Switch const& entry) {
     return entry.isVitesse() ? "vsc7390" : "88e6096";
 }
 
 } // namespace
 
-PortSelection::PortSelection(check::BoardReading const& document, std::string const& path,
+PortSelection::PortSelection(board::BoardReading const& document, std::string const& path,
                              std::vector<std::string> const& texts) {
     if (texts.empty()) {
         addAll(document);
@@ -31,11 +31,12 @@ PortSelection::PortSelection(check::BoardReading const& document, std::string co
         add(document, path, text);
     }
     if (_ports.empty()) {
-        throw CommandError(ExitStatus::badDocument, path + ": the document has no port of a known switch");
+        throw chips::ToolError(chips::ExitStatus::badDocument,
+                               path + ": the document has no port of a known switch");
     }
 }
 
-void PortSelection::addAll(check::BoardReading const& document) {
+void PortSelection::addAll(board::BoardReading const& document) {
     for (auto const& [id, entry] : document.getSwitches()) {
         for (auto const& [portId, port] : entry.ports) {
             if (portId < entry.portsOfChip()) {
@@ -45,12 +46,12 @@ void PortSelection::addAll(check::BoardReading const& document) {
     }
 }
 
-void PortSelection::add(check::BoardReading const& document, std::string const& path,
+void PortSelection::add(board::BoardReading const& document, std::string const& path,
                         std::string const& text) {
     auto const refuse = [&](std::string const& reason) {
-        return CommandError(ExitStatus::usage, "port \"" + text + "\": " + reason);
+        return chips::ToolError(chips::ExitStatus::usage, "port \"" + text + "\": " + reason);
     };
-    auto const address = PortAddress::fromText(text);
+    auto const address = chips::PortAddress::fromText(text);
     if (!address) {
         throw refuse("not of the form SWITCH.PORT");
     }
@@ -76,7 +77,7 @@ std::vector<PortSelection::Port> const& PortSelection::getPorts() const {
     return _ports;
 }
 
-PortSelection::Port const* PortSelection::find(PortAddress const& address) const {
+PortSelection::Port const* PortSelection::find(chips::PortAddress const& address) const {
     auto const found = std::find_if(_ports.begin(), _ports.end(), [&](Port const& port) {
         return port.address.switchId == address.switchId && port.address.portId == address.portId;
     });

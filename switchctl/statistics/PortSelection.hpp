@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/PortAddress.hpp"
-#include "switchctl/check/BoardReading.hpp"
+#include "board/BoardReading.hpp"
+#include "chips/PortAddress.hpp"
 
 namespace switchctl::statistics {
 
@@ -12,7 +12,7 @@ namespace switchctl::statistics {
 class PortSelection {
 public:
     struct Port {
-        PortAddress address;
+        chips::PortAddress address;
         /// Of its switch, as in configuration documents.
         std::string model;
     };
@@ -21,18 +21,18 @@ public:
     /// badDocument when the document has no port at all.
     /// \param path of the document, for messages.
     /// \param texts each SWITCH.PORT; none for all ports.
-    PortSelection(check::BoardReading const& document, std::string const& path,
+    PortSelection(board::BoardReading const& document, std::string const& path,
                   std::vector<std::string> const& texts);
 
     /// In the order of the texts, each once; or by switch and port.
     std::vector<Port> const& getPorts() const;
 
     /// Null when it is not among them.
-    Port const* find(PortAddress const& address) const;
+    Port const* find(chips::PortAddress const& address) const;
 
 private:
-    void addAll(check::BoardReading const& document);
-    void add(check::BoardReading const& document, std::string const& path, std::string const& text);
+    void addAll(board::BoardReading const& document);
+    void add(board::BoardReading const& document, std::string const& path, std::string const& text);
 
     std::vector<Port> _ports;
 };

@@ -22,11 +22,11 @@ template <typename... Values> std::string formatted(char const* format, Values..
     return text;
 }
 
-std::string nameOf(PortCounters const& port) {
+std::string nameOf(chips::PortCounters const& port) {
     return std::to_string(port.port.switchId) + "." + std::to_string(port.port.portId);
 }
 
-std::string lineOf(Counter const& counter, CounterRates::Rate const& rate, std::uint64_t value,
+std::string lineOf(chips::Counter const& counter, CounterRates::Rate const& rate, std::uint64_t value,
                    double seconds) {
     std::string const count = std::to_string(value);
     if (rate.isCleared) {
@@ -54,7 +54,8 @@ void RateDisplay::begin(double seconds) {
     }
 }
 
-void RateDisplay::show(CounterSample const& before, CounterSample const& after, double seconds) {
+void RateDisplay::show(chips::CounterSample const& before, chips::CounterSample const& after,
+                       double seconds) {
     ++_rounds;
     std::vector<std::string> lines = getLines(before, after, seconds);
     if (_descriptor >= 0) {
@@ -70,12 +71,12 @@ void RateDisplay::show(CounterSample const& before, CounterSample const& after, 
     _out << std::flush;
 }
 
-std::vector<std::string> RateDisplay::getLines(CounterSample const& before, CounterSample const& after,
-                                               double seconds) const {
+std::vector<std::string> RateDisplay::getLines(chips::CounterSample const& before,
+                                               chips::CounterSample const& after, double seconds) const {
     std::vector<std::string> lines = {formatted("round %u, rates over %.1f s", _rounds, seconds)};
     std::string idle;
     for (std::size_t index = 0; index < after.ports.size(); ++index) {
-        PortCounters const& port = after.ports[index];
+        chips::PortCounters const& port = after.ports[index];
         if (!addPort(before.ports[index], port, seconds, lines)) {
             append(idle, nameOf(port));
         }
@@ -89,13 +90,13 @@ std::vector<std::string> RateDisplay::getLines(CounterSample const& before, Coun
     return lines;
 }
 
-bool RateDisplay::addPort(PortCounters const& before, PortCounters const& after, double seconds,
+bool RateDisplay::addPort(chips::PortCounters const& before, chips::PortCounters const& after, double seconds,
                           std::vector<std::string>& lines) const {
     std::vector<CounterRates::Rate> const rates = CounterRates::between(before, after, seconds);
     std::vector<std::string> counters;
     std::string unread;
     for (std::size_t index = 0; index < rates.size(); ++index) {
-        Counter const& counter = after.getCounters()[index];
+        chips::Counter const& counter = after.getCounters()[index];
         if (!after.values[index]) {
             append(unread, counter.name);
         } else if (rates[index].isCleared || rates[index].counted.value_or(0) != 0) {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/Colours.hpp"
-#include "switchctl/Terminal.hpp"
-#include "switchctl/statistics/PortCounters.hpp"
+#include "chips/PortCounters.hpp"
+#include "switchctl/terminal/Colours.hpp"
+#include "switchctl/terminal/Terminal.hpp"
 
 namespace switchctl::statistics {
 
@@ -26,13 +26,13 @@ public:
 
     /// The rates between two samples of the same ports.
     /// \param seconds between the two.
-    void show(CounterSample const& before, CounterSample const& after, double seconds);
+    void show(chips::CounterSample const& before, chips::CounterSample const& after, double seconds);
 
 private:
-    std::vector<std::string> getLines(CounterSample const& before, CounterSample const& after,
+    std::vector<std::string> getLines(chips::CounterSample const& before, chips::CounterSample const& after,
                                       double seconds) const;
     /// \return whether there is anything to tell.
-    bool addPort(PortCounters const& before, PortCounters const& after, double seconds,
+    bool addPort(chips::PortCounters const& before, chips::PortCounters const& after, double seconds,
                  std::vector<std::string>& lines) const;
     void redraw(std::vector<std::string> lines, Terminal::Size const& size);
 

@@ -4,16 +4,16 @@
 
 namespace switchctl::statistics {
 
-RateWatch::RateWatch(std::function<CounterSample()> sample, RateDisplay& display, WatchPace& pace)
+RateWatch::RateWatch(std::function<chips::CounterSample()> sample, RateDisplay& display, WatchPace& pace)
     : _sample(std::move(sample)), _display(display), _pace(pace) {}
 
-CounterSample RateWatch::run(double seconds, unsigned rounds) {
+chips::CounterSample RateWatch::run(double seconds, unsigned rounds) {
     double before = _pace.getSeconds();
-    CounterSample last = _sample();
+    chips::CounterSample last = _sample();
     _display.begin(seconds);
     for (unsigned round = 1; (rounds == 0 || round <= rounds) && _pace.wait(seconds); ++round) {
         double const now = _pace.getSeconds();
-        CounterSample next = _sample();
+        chips::CounterSample next = _sample();
         _display.show(last, next, now - before);
         last = std::move(next);
         before = now;

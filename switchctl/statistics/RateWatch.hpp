@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "switchctl/statistics/PortCounters.hpp"
+#include "chips/PortCounters.hpp"
 #include "switchctl/statistics/RateDisplay.hpp"
 #include "switchctl/statistics/WatchPace.hpp"
 
@@ -13,16 +13,16 @@ class RateWatch {
 public:
     /// \param sample reads the counters.
     /// \param display and `pace` must outlive the watch.
-    RateWatch(std::function<CounterSample()> sample, RateDisplay& display, WatchPace& pace);
+    RateWatch(std::function<chips::CounterSample()> sample, RateDisplay& display, WatchPace& pace);
 
     /// Goes on until the pace says otherwise.
     /// \param seconds between two readings.
     /// \param rounds how many rates are shown; 0 for no limit.
     /// \return the last sample.
-    CounterSample run(double seconds, unsigned rounds);
+    chips::CounterSample run(double seconds, unsigned rounds);
 
 private:
-    std::function<CounterSample()> _sample;
+    std::function<chips::CounterSample()> _sample;
     RateDisplay& _display;
     WatchPace& _pace;
 };

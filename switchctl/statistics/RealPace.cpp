@@ -2,12 +2,12 @@
 
 #include <chrono>
 
-#include "switchctl/registers/RealTime.hpp"
+#include "board/RealTime.hpp"
 
 namespace switchctl::statistics {
 
 double RealPace::getSeconds() {
-    RealTime const realTime;
+    board::RealTime const realTime;
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "switchctl/EndSignals.hpp"
 #include "switchctl/statistics/WatchPace.hpp"
+#include "switchctl/terminal/EndSignals.hpp"
 
 namespace switchctl::statistics {
 

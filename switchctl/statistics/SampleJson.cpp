@@ -8,10 +8,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json countersOf(PortCounters const& port) {
+Json countersOf(chips::PortCounters const& port) {
     Json counters = Json::object();
     for (std::size_t index = 0; index < port.values.size(); ++index) {
-        Counter const& counter = port.getCounters()[index];
+        chips::Counter const& counter = port.getCounters()[index];
         if (port.values[index]) {
             counters[counter.name] = {{"value", *port.values[index]}, {"unit", counter.getUnitName()}};
         }
@@ -21,10 +21,10 @@ Json countersOf(PortCounters const& port) {
 
 } // namespace
 
-void SampleJson::print(CounterSample const& sample, std::string const& file, std::string const& source,
+void SampleJson::print(chips::CounterSample const& sample, std::string const& file, std::string const& source,
                        std::ostream& out) {
     Json ports = Json::array();
-    for (PortCounters const& port : sample.ports) {
+    for (chips::PortCounters const& port : sample.ports) {
         ports.push_back({{"switch", port.port.switchId},
                          {"port", port.port.portId},
                          {"chip", port.model},

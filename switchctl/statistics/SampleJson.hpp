@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string>
 
-#include "switchctl/statistics/PortCounters.hpp"
+#include "chips/PortCounters.hpp"
 
 namespace switchctl::statistics {
 
@@ -11,7 +11,7 @@ namespace switchctl::statistics {
 struct SampleJson {
     /// \param file the document.
     /// \param source what was read, in words.
-    static void print(CounterSample const& sample, std::string const& file, std::string const& source,
+    static void print(chips::CounterSample const& sample, std::string const& file, std::string const& source,
                       std::ostream& out);
 };
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "switchctl/registers/CommandError.hpp"
+#include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
 
@@ -13,8 +13,8 @@ namespace {
 constexpr char const* inDiscards = "inDiscards";
 constexpr char const* inFiltered = "inFiltered";
 
-CommandError refusal(std::string const& text, std::string const& reason) {
-    return {ExitStatus::usage, "\"" + text + "\": " + reason};
+chips::ToolError refusal(std::string const& text, std::string const& reason) {
+    return {chips::ExitStatus::usage, "\"" + text + "\": " + reason};
 }
 
 /// Decimal, or nothing.
@@ -28,8 +28,8 @@ std::optional<std::uint64_t> numberIn(std::string const& text) {
     return number;
 }
 
-Counter const* counterOf(std::string const& model, std::string const& name) {
-    for (Counter const& counter : Counter::ofChip(model)) {
+chips::Counter const* counterOf(std::string const& model, std::string const& name) {
+    for (chips::Counter const& counter : chips::Counter::ofChip(model)) {
         if (name == counter.name) {
             return &counter;
         }
@@ -42,7 +42,7 @@ Counter const* counterOf(std::string const& model, std::string const& name) {
 SeededCounter::SeededCounter(std::string const& text, PortSelection const& selection) : _text(text) {
     std::size_t const slash = text.find('/');
     std::size_t const equals = text.find('=', slash == std::string::npos ? 0 : slash);
-    auto const address = PortAddress::fromText(text.substr(0, slash));
+    auto const address = chips::PortAddress::fromText(text.substr(0, slash));
     if (slash == std::string::npos || equals == std::string::npos || !address) {
         throw refusal(text, "not of the form SWITCH.PORT/COUNTER=VALUE[+STEP]");
     }
@@ -85,7 +85,7 @@ void SeededCounter::setVitesse(simulation::SimulatedBoard& board) const {
 void SeededCounter::setMarvell(simulation::SimulatedBoard& board) const {
     simulation::Marvell88E6096TestSide& chip = board.getMarvell(_port.address.switchId);
     unsigned const port = _port.address.portId;
-    if (_counter->place == Counter::Place::statisticsUnit) {
+    if (_counter->place == chips::Counter::Place::statisticsUnit) {
         chip.setCounter(port, _counter->low, static_cast<std::uint32_t>(_value));
         if (_counter->high) {
             chip.setCounter(port, *_counter->high,

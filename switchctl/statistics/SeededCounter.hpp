@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "chips/Counter.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/statistics/Counter.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
@@ -30,7 +30,7 @@ private:
 
     std::string _text;
     PortSelection::Port _port;
-    Counter const* _counter = nullptr;
+    chips::Counter const* _counter = nullptr;
     std::uint64_t _value = 0;
     std::uint64_t _step = 0;
 };

@@ -2,14 +2,14 @@
 
 #include <utility>
 
+#include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/Progress.hpp"
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/registers/OutputDiversion.hpp"
 #include "switchctl/statistics/OpenMetrics.hpp"
 #include "switchctl/statistics/RateWatch.hpp"
 #include "switchctl/statistics/RealPace.hpp"
 #include "switchctl/statistics/SampleJson.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::statistics {
 
@@ -49,14 +49,14 @@ std::string footer() {
            "  switchctl statistics board.xml --watch 1\n"
            "  switchctl statistics board.xml --simulate --seed 0.1/inUnicast=7+50 --watch 1 --count 5\n"
            "\n" +
-           statisticsExitStatusHelp();
+           chips::statisticsExitStatusHelp();
 }
 
-ExitStatus statusOf(std::vector<std::string> const& unread, std::ostream& errors) {
+chips::ExitStatus statusOf(std::vector<std::string> const& unread, std::ostream& errors) {
     for (std::string const& line : unread) {
         errors << prefix << line << '\n';
     }
-    return unread.empty() ? ExitStatus::success : ExitStatus::noStatistics;
+    return unread.empty() ? chips::ExitStatus::success : chips::ExitStatus::noStatistics;
 }
 
 } // namespace
@@ -111,16 +111,16 @@ bool StatisticsCommand::isChosen() const {
     return _command->parsed();
 }
 
-ExitStatus StatisticsCommand::run(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus StatisticsCommand::run(std::ostream& out, std::ostream& errors) const {
     try {
         return read(out, errors);
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         errors << prefix << error.what() << '\n';
         return error.getStatus();
     }
 }
 
-ExitStatus StatisticsCommand::read(std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus StatisticsCommand::read(std::ostream& out, std::ostream& errors) const {
     PortSelection const selection = select();
     // Signals have to wait before there are other threads to take them.
     std::optional<RealPace> pace;
@@ -139,9 +139,9 @@ ExitStatus StatisticsCommand::read(std::ostream& out, std::ostream& errors) cons
 PortSelection StatisticsCommand::select() const {
     try {
         auto const document = XmlDocument::fromFile(_path);
-        return {check::BoardReading(*document), _path, _ports};
+        return {board::BoardReading(*document), _path, _ports};
     } catch (reference_host::XmlError const& error) {
-        throw CommandError(ExitStatus::badDocument, error.what());
+        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
     }
 }
 
@@ -151,12 +151,12 @@ StatisticsCommand::Chips StatisticsCommand::open(PortSelection const& selection,
         chips.seeds.emplace_back(seed, selection);
     }
     if (_simulate.empty()) {
-        chips.board = std::make_unique<audit::AuditedBoard>(_memoryDevice);
+        chips.board = std::make_unique<board::BoardAccess>(_memoryDevice);
         return chips;
     }
     Progress const progress(errors, "bringing up the models of " + getSimulatedPath());
-    chips.models = std::make_unique<plan::ModelBringUp>(getSimulatedPath());
-    chips.board = std::make_unique<audit::AuditedBoard>(chips.models->getBoard());
+    chips.models = std::make_unique<board::ModelBringUp>(getSimulatedPath());
+    chips.board = std::make_unique<board::BoardAccess>(chips.models->getBoard());
     chips.seed();
     return chips;
 }
@@ -168,8 +168,8 @@ void StatisticsCommand::Chips::seed() {
     }
 }
 
-ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                        std::ostream& errors) const {
+chips::ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selection,
+                                               std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     LibraryText library(*chips.board);
     std::vector<std::string> unread;
@@ -179,7 +179,7 @@ ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selec
             Progress const progress(errors, "reading switch " + std::to_string(port.address.switchId));
             sampler.requireChip(port);
             library.write(port, out);
-        } catch (CommandError const& error) {
+        } catch (chips::ToolError const& error) {
             out << "  not available\n";
             unread.push_back("port " + std::to_string(port.address.switchId) + "." +
                              std::to_string(port.address.portId) + ": " + error.what());
@@ -188,9 +188,9 @@ ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selec
     return statusOf(unread, errors);
 }
 
-ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                          std::ostream& errors) const {
-    CounterSample sample;
+chips::ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& selection,
+                                                 std::ostream& out, std::ostream& errors) const {
+    chips::CounterSample sample;
     {
         Progress progress(errors, "reading counters of ports");
         sample = BoardSampler(*chips.board, selection).sample([&](std::size_t done, std::size_t all) {
@@ -205,8 +205,8 @@ ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& sel
     return statusOf(sample.unread, errors);
 }
 
-ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
-                                    std::ostream& out, std::ostream& errors) const {
+chips::ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
+                                           std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     RateDisplay display(out);
     bool isFirst = true;
@@ -214,14 +214,14 @@ ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection
         if (chips.models && !std::exchange(isFirst, false)) {
             chips.seed();
         }
-        CounterSample result = sampler.sample();
+        chips::CounterSample result = sampler.sample();
         if (chips.models) {
             // A watch may last for days.
             chips.models->getBoard().getLog().clear();
         }
         return result;
     };
-    CounterSample const last = RateWatch(sample, display, pace).run(*_watch, _count);
+    chips::CounterSample const last = RateWatch(sample, display, pace).run(*_watch, _count);
     return statusOf(last.unread, errors);
 }
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "board/ModelBringUp.hpp"
+#include "chips/ExitStatus.hpp"
 #include "reference_host/DeviceMemory.hpp"
-#include "switchctl/ExitStatus.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
 #include "switchctl/statistics/BoardSampler.hpp"
 #include "switchctl/statistics/LibraryText.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
@@ -33,13 +33,13 @@ public:
 
     /// \param out gets the counters.
     /// \param errors gets what could not be read or done, and what the library prints.
-    ExitStatus run(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
 private:
     /// The board's chips, simulated or not, with what is to be counted meanwhile.
     struct Chips {
-        std::unique_ptr<plan::ModelBringUp> models;
-        std::unique_ptr<audit::AuditedBoard> board;
+        std::unique_ptr<board::ModelBringUp> models;
+        std::unique_ptr<board::BoardAccess> board;
         std::vector<SeededCounter> seeds;
 
         void seed();
@@ -47,15 +47,15 @@ private:
 
     void addSimulation();
     void addWatch();
-    ExitStatus read(std::ostream& out, std::ostream& errors) const;
+    chips::ExitStatus read(std::ostream& out, std::ostream& errors) const;
     PortSelection select() const;
     Chips open(PortSelection const& selection, std::ostream& errors) const;
-    ExitStatus printText(Chips& chips, PortSelection const& selection, std::ostream& out,
-                         std::ostream& errors) const;
-    ExitStatus printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
-                           std::ostream& errors) const;
-    ExitStatus watch(Chips& chips, PortSelection const& selection, WatchPace& pace, std::ostream& out,
-                     std::ostream& errors) const;
+    chips::ExitStatus printText(Chips& chips, PortSelection const& selection, std::ostream& out,
+                                std::ostream& errors) const;
+    chips::ExitStatus printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
+                                  std::ostream& errors) const;
+    chips::ExitStatus watch(Chips& chips, PortSelection const& selection, WatchPace& pace, std::ostream& out,
+                            std::ostream& errors) const;
     std::string getSimulatedPath() const;
     std::string getSource() const;
 

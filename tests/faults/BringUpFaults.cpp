@@ -1,6 +1,6 @@
 #include "tests/faults/BringUpFaults.hpp"
 
-#include "switchctl/BoardSession.hpp"
+#include "board/BoardSession.hpp"
 #include "tests/faults/SimulatedSession.hpp"
 #include "tests/support/RecordingLog.hpp"
 
@@ -15,7 +15,7 @@ RunResult BringUpFaults::perform(std::function<void(simulation::SimulatedBoard&)
                                  std::function<void(RunResult&)> const& end) {
     RunResult result;
     test_support::RecordingLog log;
-    switchctl::BoardSession session(*_document, simulatedSession(log));
+    board::BoardSession session(*_document, simulatedSession(log));
     begin(*session.getBoard());
     auto const outcome = session.bringUp();
     result.result = outcome.populated ? "populated" : "gave up: " + outcome.reason;

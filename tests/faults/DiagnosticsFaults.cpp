@@ -3,13 +3,13 @@
 #include <functional>
 #include <sstream>
 
-#include "switchctl/BoardSession.hpp"
+#include "board/BoardSession.hpp"
 #include "tests/faults/SimulatedSession.hpp"
 #include "tests/support/RecordingLog.hpp"
 
 namespace fault_test {
 
-DiagnosticsFaults::DiagnosticsFaults(std::string const& documentPath, switchctl::PortAddress const& port)
+DiagnosticsFaults::DiagnosticsFaults(std::string const& documentPath, chips::PortAddress const& port)
     : _document(reference_host::XmlDocument::fromFile(documentPath)), _port(port) {
     measure();
 }
@@ -18,7 +18,7 @@ RunResult DiagnosticsFaults::perform(std::function<void(simulation::SimulatedBoa
                                      std::function<void(RunResult&)> const& end) {
     RunResult result;
     test_support::RecordingLog log;
-    switchctl::BoardSession session(*_document, simulatedSession(log));
+    board::BoardSession session(*_document, simulatedSession(log));
     session.bringUp();
     log.take();
     begin(*session.getBoard());

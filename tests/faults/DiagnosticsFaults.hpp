@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "chips/PortAddress.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/PortAddress.hpp"
 #include "tests/faults/FaultSubject.hpp"
 
 namespace fault_test {
@@ -13,7 +13,7 @@ namespace fault_test {
 /// Reading the counters of a port of a board that has been brought up.
 class DiagnosticsFaults : public FaultSubject {
 public:
-    DiagnosticsFaults(std::string const& documentPath, switchctl::PortAddress const& port);
+    DiagnosticsFaults(std::string const& documentPath, chips::PortAddress const& port);
 
 protected:
     RunResult perform(std::function<void(simulation::SimulatedBoard&)> const& begin,
@@ -21,7 +21,7 @@ protected:
 
 private:
     std::unique_ptr<reference_host::XmlDocument> _document;
-    switchctl::PortAddress _port;
+    chips::PortAddress _port;
 };
 
 } // namespace fault_test

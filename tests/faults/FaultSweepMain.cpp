@@ -52,7 +52,7 @@ SweepReport sweepOfOperations(OperationFaults::Family family, std::vector<ChipOp
     return report;
 }
 
-SweepReport sweepOfMemory(Arguments const& arguments, switchctl::PortAddress const& port) {
+SweepReport sweepOfMemory(Arguments const& arguments, chips::PortAddress const& port) {
     MemoryFaults faults(arguments.document, port.switchId, port.portId);
     SweepReport report{"memory, " + nameOfFile(arguments.document),
                        "allocations",
@@ -71,8 +71,8 @@ SweepReport sweepOfSerialLine(Arguments const& arguments) {
 }
 
 SweepReport sweepOf(Arguments const& arguments) {
-    switchctl::PortAddress const port =
-        switchctl::PortAddress::fromText(arguments.port).value_or(switchctl::PortAddress());
+    chips::PortAddress const port =
+        chips::PortAddress::fromText(arguments.port).value_or(chips::PortAddress());
     if (arguments.subject == "bring-up") {
         BringUpFaults faults(arguments.document);
         return sweepOf(faults, "bring-up, " + nameOfFile(arguments.document), arguments);

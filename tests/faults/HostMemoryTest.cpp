@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "board/SessionLog.hpp"
+#include "board/StartUpMonitor.hpp"
 #include "reference_host/HostApplication.hpp"
-#include "switchctl/SessionLog.hpp"
-#include "switchctl/StartUpMonitor.hpp"
 #include "tests/faults/AllocationFaults.hpp"
 #include "tests/support/NullMemory.hpp"
 
@@ -81,8 +81,8 @@ TEST(HostMemoryTest, ASinkWithoutMemoryLosesItsMessageAndNothingElse) {
 }
 
 TEST(HostMemoryTest, WhoeverWaitsForStartUpIsToldWithoutMemory) {
-    switchctl::StartUpMonitor monitor;
-    switchctl::SessionLog log(monitor, nullptr);
+    board::StartUpMonitor monitor;
+    board::SessionLog log(monitor, nullptr);
     LogMessage message;
     message.operation = LogMessage::Operation::error;
     message.text =

@@ -9,10 +9,10 @@
 #include <sstream>
 #include <thread>
 
+#include "board/ClockAdoption.hpp"
+#include "board/SimulatedMemory.hpp"
 #include "manager/SwitchManager.hpp"
 #include "reference_host/HostApplication.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 #include "tests/faults/AllocationFaults.hpp"
 #include "tests/faults/SimulatedSession.hpp"
 #include "tests/support/RecordingLog.hpp"
@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    switchctl::SimulatedMemory _memory;
+    board::SimulatedMemory _memory;
     reference_host::HostApplication _application;
     std::atomic<bool> _populated{false};
     std::atomic<Thread*> _thread{nullptr};
@@ -106,7 +106,7 @@ MemoryFaults::Life MemoryFaults::live(std::uint64_t first, std::uint64_t count) 
     Life life;
     ExemptLog log;
     SimulatedBoard board(*_document, simulatedSession(log).board);
-    switchctl::ClockAdoption const adoption(board.getClock());
+    board::ClockAdoption const adoption(board.getClock());
     bool populated = false;
     bool isTold = false;
     {

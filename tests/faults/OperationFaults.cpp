@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "board/ClockAdoption.hpp"
+#include "board/SimulatedMemory.hpp"
 #include "marvell/MarvellSwitch.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 #include "tests/faults/SimulatedSession.hpp"
 #include "tests/support/RecordingLog.hpp"
 #include "vitesse/VitesseSwitch.hpp"
@@ -48,8 +48,8 @@ RunResult OperationFaults::perform(std::function<void(simulation::SimulatedBoard
         reference_host::XmlDocument::fromText(isMarvell ? marvellBoard : vitesseBoard, "board");
     test_support::RecordingLog log;
     simulation::SimulatedBoard board(*document, simulatedSession(log).board);
-    switchctl::ClockAdoption const adoption(board.getClock());
-    switchctl::SimulatedMemory memory(board);
+    board::ClockAdoption const adoption(board.getClock());
+    board::SimulatedMemory memory(board);
     reference_host::HostApplication application(log, memory);
     std::unique_ptr<ManagedSwitch> device;
     if (_operation.needsSwitch && isMarvell) {

@@ -2,8 +2,8 @@
 
 namespace fault_test {
 
-switchctl::BoardSession::Options simulatedSession(reference_host::LogSink& log) {
-    switchctl::BoardSession::Options options;
+board::BoardSession::Options simulatedSession(reference_host::LogSink& log) {
+    board::BoardSession::Options options;
     options.simulate = true;
     options.log = &log;
     // Data is there at the second look: looks before that are like the first.

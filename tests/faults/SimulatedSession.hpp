@@ -1,10 +1,10 @@
 #pragma once
 
-#include "switchctl/BoardSession.hpp"
+#include "board/BoardSession.hpp"
 
 namespace fault_test {
 
 /// Options of a session with a simulated board that says everything to `log`.
-switchctl::BoardSession::Options simulatedSession(reference_host::LogSink& log);
+board::BoardSession::Options simulatedSession(reference_host::LogSink& log);
 
 } // namespace fault_test

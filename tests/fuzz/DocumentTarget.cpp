@@ -3,14 +3,14 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "board/BoardDocument.hpp"
+#include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/BoardDocument.hpp"
-#include "switchctl/BoardSession.hpp"
 
+using board::BoardDocument;
+using board::BoardSession;
+using chips::PortAddress;
 using reference_host::XmlDocument;
-using switchctl::BoardDocument;
-using switchctl::BoardSession;
-using switchctl::PortAddress;
 
 namespace fuzz {
 
@@ -31,11 +31,11 @@ void require(bool condition, char const* what) {
 }
 
 /// Every port that a member of the document might mean, some of which do not exist.
-void askForStatistics(BoardSession& session, BoardDocument const& board) {
-    for (BoardDocument::Switch const& entry : board.getSwitches()) {
+void askForStatistics(board::BoardSession& session, board::BoardDocument const& board) {
+    for (board::BoardDocument::Switch const& entry : board.getSwitches()) {
         for (unsigned port : {0U, 1U, 10U, 23U, 24U, ~0U}) {
             std::ostringstream text;
-            bool const isWritten = session.writeStatistics(PortAddress{entry.id, port}, text);
+            bool const isWritten = session.writeStatistics(chips::PortAddress{entry.id, port}, text);
             require(isWritten || text.str().empty(), "statistics that could not be read were written");
         }
     }
@@ -48,10 +48,10 @@ void DocumentTarget::run(std::string const& input) {
     if (document == nullptr) {
         return;
     }
-    BoardDocument const board(*document);
-    BoardSession::Options options;
+    board::BoardDocument const board(*document);
+    board::BoardSession::Options options;
     options.simulate = true;
-    BoardSession session(*document, options);
+    board::BoardSession session(*document, options);
     auto const outcome = session.bringUp();
     require(outcome.populated || !outcome.reason.empty(), "start-up failed without a reason");
     require(!outcome.populated ||

@@ -4,11 +4,11 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "board/ClockAdoption.hpp"
+#include "board/SimulatedMemory.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/ClockAdoption.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 #include "tests/support/RecordingLog.hpp"
 #include "vitesse/VitesseSwitch.hpp"
 
@@ -36,8 +36,8 @@ private:
     std::unique_ptr<reference_host::XmlDocument> _document = reference_host::XmlDocument::fromText(
         "<switches><switch id='0' switchModel='vsc7390'/></switches>", "board");
     simulation::SimulatedBoard _board{*_document};
-    switchctl::ClockAdoption _clock{_board.getClock()};
-    switchctl::SimulatedMemory _memory{_board};
+    board::ClockAdoption _clock{_board.getClock()};
+    board::SimulatedMemory _memory{_board};
     test_support::RecordingLog _log;
     reference_host::HostApplication _application{_log, _memory};
     VitesseSwitch _switch{_application, 0, numberOfPorts, false};

@@ -3,12 +3,12 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "switchctl/PortAddress.hpp"
-#include "switchctl/registers/ChipCatalogue.hpp"
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/registers/DumpReader.hpp"
-#include "switchctl/registers/RegisterAssignment.hpp"
-#include "switchctl/registers/RegisterDifference.hpp"
+#include "chips/ChipCatalogue.hpp"
+#include "chips/PortAddress.hpp"
+#include "chips/RegisterAssignment.hpp"
+#include "chips/ToolError.hpp"
+#include "switchctl/register/DumpReader.hpp"
+#include "switchctl/register/RegisterDifference.hpp"
 
 using namespace switchctl;
 
@@ -18,29 +18,30 @@ namespace {
 
 /// A dump that was understood is the same dump when it is written and read again.
 void readDump(std::string const& text) {
-    RegisterDump const dump = DumpReader("input").read(text);
+    switchctl::registers::RegisterDump const dump = switchctl::registers::DumpReader("input").read(text);
     std::ostringstream written;
     dump.print(written, "parallel");
-    RegisterDump const again = DumpReader("again").read(written.str());
-    if (!RegisterDifference::between(dump, again).empty()) {
+    switchctl::registers::RegisterDump const again =
+        switchctl::registers::DumpReader("again").read(written.str());
+    if (!switchctl::registers::RegisterDifference::between(dump, again).empty()) {
         throw std::logic_error("a dump is not read as it was written");
     }
 }
 
 void readAssignment(char const* model, std::string const& text) {
-    ChipCatalogue const catalogue(model);
-    RegisterAssignment::parse(catalogue, text, false).apply(0);
+    chips::ChipCatalogue const catalogue(model);
+    chips::RegisterAssignment::parse(catalogue, text, false).apply(0);
 }
 
 /// A port that was understood is the same port when it is written and read again.
 void readPort(std::string const& text) {
-    auto const port = PortAddress::fromText(text);
+    auto const port = chips::PortAddress::fromText(text);
     if (!port) {
         return;
     }
     std::ostringstream written;
     written << *port;
-    auto const again = PortAddress::fromText(written.str());
+    auto const again = chips::PortAddress::fromText(written.str());
     if (!again || again->switchId != port->switchId || again->portId != port->portId) {
         throw std::logic_error("a port is not read as it was written");
     }
@@ -64,7 +65,7 @@ void ReaderTarget::run(std::string const& input) {
         default:
             return readDump(text);
         }
-    } catch (CommandError const& error) {
+    } catch (chips::ToolError const& error) {
         if (std::string(error.what()).empty()) {
             throw std::logic_error("a refusal without a reason");
         }

@@ -2,10 +2,10 @@
 
 #include <stdexcept>
 
+#include "board/ClockAdoption.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "simulation/PseudoTerminal.hpp"
 #include "simulation/VirtualClock.hpp"
-#include "switchctl/ClockAdoption.hpp"
 #include "tests/support/NullMemory.hpp"
 #include "tests/support/RecordingLog.hpp"
 #include "vitesse/VitesseSerialCommunications.hpp"
@@ -64,7 +64,7 @@ private:
     reference_host::HostApplication _application{_log, _memory};
     Communications _communications{_application, false, _line.getDevicePath()};
     std::size_t _arrived = 0;
-    switchctl::ClockAdoption _adoption{_clock};
+    board::ClockAdoption _adoption{_clock};
 };
 
 } // namespace

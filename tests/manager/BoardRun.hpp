@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/BoardSession.hpp"
 #include "tests/support/RecordingLog.hpp"
 
 /// A whole start-up on a simulated board, on a management thread of its own.
@@ -17,16 +17,16 @@ public:
              simulation::SimulatedBoard::Options const& board = {})
         : _document(std::move(document)), _session(*_document, options(board)) {}
 
-    switchctl::StartUpMonitor::Outcome bringUp() { return _session.bringUp(); }
+    board::StartUpMonitor::Outcome bringUp() { return _session.bringUp(); }
     SwitchManager& manager() { return _session.getManager(); }
     simulation::SimulatedBoard& board() { return *_session.getBoard(); }
-    switchctl::BoardSession& session() { return _session; }
+    board::BoardSession& session() { return _session; }
 
     test_support::RecordingLog log;
 
 private:
-    switchctl::BoardSession::Options options(simulation::SimulatedBoard::Options const& board) {
-        switchctl::BoardSession::Options chosen;
+    board::BoardSession::Options options(simulation::SimulatedBoard::Options const& board) {
+        board::BoardSession::Options chosen;
         chosen.simulate = true;
         chosen.board = board;
         chosen.log = &log;
@@ -34,5 +34,5 @@ private:
     }
 
     std::unique_ptr<reference_host::XmlDocument> _document;
-    switchctl::BoardSession _session;
+    board::BoardSession _session;
 };

@@ -124,9 +124,9 @@ TEST(StartUpTest, DoesNotDependOnWhichSignalComesFirst) {
     std::string traces[2];
     for (int order = 0; order < 2; ++order) {
         auto document = XmlDocument::fromFile(minimal);
-        switchctl::BoardSession::Options options;
+        board::BoardSession::Options options;
         options.simulate = true;
-        switchctl::BoardSession session(*document, options);
+        board::BoardSession session(*document, options);
         SwitchManager& manager = session.getManager();
         Gate populated;
         std::vector<std::function<void()>> callbacks{[&] { populated.open(); }};
@@ -151,10 +151,10 @@ TEST(StartUpTest, DoesNotDependOnWhichSignalComesFirst) {
 
 TEST(StartUpTest, TouchesNothingWithoutHardware) {
     auto document = XmlDocument::fromFile(threeSwitches);
-    switchctl::BoardSession::Options options;
+    board::BoardSession::Options options;
     options.simulate = true;
     options.noHardwareAccess = true;
-    switchctl::BoardSession session(*document, options);
+    board::BoardSession session(*document, options);
     ASSERT_TRUE(session.bringUp().populated);
     EXPECT_EQ(session.getManager().getManagedSwitchesCount(), 3U);
     EXPECT_EQ(session.getBoard()->getBusAccesses(), 0U);

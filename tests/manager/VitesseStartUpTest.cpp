@@ -81,7 +81,7 @@ TEST(VitesseStartUpTest, GoesOnWithoutAChipThatDoesNotAnswer) {
 TEST(VitesseStartUpTest, StopsAtAChipWhoseDataNeverGetReady) {
     BoardRun run(XmlDocument::fromFile(mixed), slowBus());
     run.board().getVitesse(vitesse).hang(Vsc7390TestSide::CommandUnit::indirectRead);
-    switchctl::StartUpMonitor::Outcome const outcome = run.bringUp();
+    board::StartUpMonitor::Outcome const outcome = run.bringUp();
     EXPECT_FALSE(outcome.populated);
     EXPECT_THAT(outcome.reason, HasSubstr("switch timed out after attempted to read a register 5 times."));
     EXPECT_THAT(

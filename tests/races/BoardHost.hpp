@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "board/SimulatedMemory.hpp"
 #include "manager/SwitchManager.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/SimulatedMemory.hpp"
 #include "tests/support/RecordingLog.hpp"
 
 namespace race_test {
@@ -56,7 +56,7 @@ public:
 private:
     std::shared_ptr<reference_host::XmlDocument> _document;
     simulation::SimulatedBoard _board;
-    switchctl::SimulatedMemory _memory{_board};
+    board::SimulatedMemory _memory{_board};
     test_support::RecordingLog _log;
     reference_host::HostApplication _application{_log, _memory};
     SwitchManager _manager{_application, *_document, false, false};

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/ExitStatus.hpp"
+#include "chips/ExitStatus.hpp"
 
 namespace test_support {
 
 /// What a command of switchctl did that was run in this process.
 struct CommandRun {
-    switchctl::ExitStatus status;
+    chips::ExitStatus status;
     std::string out;
     std::string errors;
 
@@ -26,7 +26,7 @@ struct CommandRun {
         program.parse(arguments);
         std::ostringstream out;
         std::ostringstream errors;
-        switchctl::ExitStatus const status = command.run(out, errors);
+        chips::ExitStatus const status = command.run(out, errors);
         return {status, out.str(), errors.str()};
     }
 };

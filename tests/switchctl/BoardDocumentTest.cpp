@@ -1,4 +1,4 @@
-#include "switchctl/BoardDocument.hpp"
+#include "board/BoardDocument.hpp"
 
 #include <gtest/gtest.h>
 
@@ -7,16 +7,16 @@
 
 #include "tests/support/TestDocument.hpp"
 
-using switchctl::BoardDocument;
+using board::BoardDocument;
 
 namespace {
 
-BoardDocument read(std::string const& text) {
+board::BoardDocument read(std::string const& text) {
     test_support::TestDocument document("<board>" + text + "</board>");
-    return BoardDocument(document);
+    return board::BoardDocument(document);
 }
 
-std::vector<unsigned int> vlanIds(BoardDocument const& document) {
+std::vector<unsigned int> vlanIds(board::BoardDocument const& document) {
     std::vector<unsigned int> ids;
     for (auto const& vlan : document.getVlans()) {
         ids.push_back(vlan.id);
@@ -25,8 +25,9 @@ std::vector<unsigned int> vlanIds(BoardDocument const& document) {
 }
 
 TEST(BoardDocumentTest, SwitchesAreThoseUnderSwitches) {
-    BoardDocument const document = read("<switches><switch id='3' switchModel='88e6096'/><switch id='70000'/>"
-                                        "</switches><switch id='9'/>");
+    board::BoardDocument const document =
+        read("<switches><switch id='3' switchModel='88e6096'/><switch id='70000'/>"
+             "</switches><switch id='9'/>");
     ASSERT_EQ(document.getSwitches().size(), 2U);
     EXPECT_EQ(document.getSwitches()[0].id, 3U);
     EXPECT_EQ(document.getSwitches()[0].model, "88e6096");
@@ -45,7 +46,7 @@ TEST(BoardDocumentTest, AVlanWithoutATypeIsNone) {
 }
 
 TEST(BoardDocumentTest, OnlyTheRightTypeIsTagBased) {
-    BoardDocument const document =
+    board::BoardDocument const document =
         read("<vlan id='1' typeOfVlan='tagBasedVlan'/><vlan id='2' typeOfVlan='TagBasedVlan'/>");
     EXPECT_TRUE(document.getVlans()[0].tagBased);
     EXPECT_FALSE(document.getVlans()[1].tagBased);
@@ -53,7 +54,7 @@ TEST(BoardDocumentTest, OnlyTheRightTypeIsTagBased) {
 
 TEST(BoardDocumentTest, MembersAreFoundByTheIdAsANumber) {
     std::string const member = "<port switchId='1' portId='7' ingress='addTag' egress='stripTag'/>";
-    BoardDocument const document =
+    board::BoardDocument const document =
         read("<vlan id='64' typeOfVlan='tagBasedVlan'>" + member +
              "</vlan><vlan id='0x20' typeOfVlan='tagBasedVlan'>" + member +
              "</vlan><vlan id='a' typeOfVlan='tagBasedVlan'>" + member + "</vlan>");
@@ -61,7 +62,7 @@ TEST(BoardDocumentTest, MembersAreFoundByTheIdAsANumber) {
     EXPECT_TRUE(document.getVlans()[0].members.empty());
     EXPECT_TRUE(document.getVlans()[1].members.empty());
     ASSERT_EQ(document.getVlans()[2].members.size(), 1U);
-    BoardDocument::Member const& found = document.getVlans()[2].members[0];
+    board::BoardDocument::Member const& found = document.getVlans()[2].members[0];
     EXPECT_EQ(found.switchId, 1);
     EXPECT_EQ(found.portId, 7);
     EXPECT_EQ(found.ingress, "addTag");
@@ -69,7 +70,8 @@ TEST(BoardDocumentTest, MembersAreFoundByTheIdAsANumber) {
 }
 
 TEST(BoardDocumentTest, AMemberWithoutNumbersIsNowhere) {
-    BoardDocument const document = read("<vlan id='4' typeOfVlan='tagBasedVlan'><port portId='x'/></vlan>");
+    board::BoardDocument const document =
+        read("<vlan id='4' typeOfVlan='tagBasedVlan'><port portId='x'/></vlan>");
     ASSERT_EQ(document.getVlans()[0].members.size(), 1U);
     EXPECT_EQ(document.getVlans()[0].members[0].switchId, -1);
     EXPECT_EQ(document.getVlans()[0].members[0].portId, -1);
@@ -77,7 +79,7 @@ TEST(BoardDocumentTest, AMemberWithoutNumbersIsNowhere) {
 
 TEST(BoardDocumentTest, GroupsAreToldByAddressAndVlan) {
     std::string const group = "<forwardedMulticastGroup>239.1.2.3</forwardedMulticastGroup>";
-    BoardDocument const document =
+    board::BoardDocument const document =
         read("<switches><switch id='2'><port id='6'>" + group + "</port></switch></switches>" +
              "<vlan id='10' typeOfVlan='tagBasedVlan'><port switchId='0' portId='1'>" + group +
              "</port><port switchId='0' portId='2'>" + group + "</port></vlan>");
@@ -95,7 +97,7 @@ TEST(BoardDocumentTest, GroupsAreToldByAddressAndVlan) {
 }
 
 TEST(BoardDocumentTest, AGroupUnderAVlanWithoutANumberIsInVlanZero) {
-    BoardDocument const document =
+    board::BoardDocument const document =
         read("<vlan id='x' typeOfVlan='tagBasedVlan'><port switchId='0' portId='1'>"
              "<forwardedMulticastGroup>239.1.2.3</forwardedMulticastGroup></port></vlan>");
     ASSERT_EQ(document.getMulticastGroups().size(), 1U);
@@ -103,7 +105,7 @@ TEST(BoardDocumentTest, AGroupUnderAVlanWithoutANumberIsInVlanZero) {
 }
 
 TEST(BoardDocumentTest, ADocumentOfSomethingElseHasNothing) {
-    BoardDocument const document = read("<html/>");
+    board::BoardDocument const document = read("<html/>");
     EXPECT_TRUE(document.getSwitches().empty());
     EXPECT_TRUE(document.getVlans().empty());
     EXPECT_TRUE(document.getMulticastGroups().empty());

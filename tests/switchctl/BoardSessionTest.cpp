@@ -1,4 +1,4 @@
-#include "switchctl/BoardSession.hpp"
+#include "board/BoardSession.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,10 +11,10 @@
 #include "reference_host/XmlDocument.hpp"
 #include "tests/support/RecordingLog.hpp"
 
+using board::BoardSession;
+using board::StartUpMonitor;
+using chips::PortAddress;
 using reference_host::XmlDocument;
-using switchctl::BoardSession;
-using switchctl::PortAddress;
-using switchctl::StartUpMonitor;
 
 namespace {
 
@@ -26,8 +26,8 @@ char const* const twoSwitches = "<board><switches>"
                                 "<port id='3' connectedTo='external' portStatus='forwarding'/></switch>"
                                 "</switches></board>";
 
-BoardSession::Options simulated() {
-    BoardSession::Options options;
+board::BoardSession::Options simulated() {
+    board::BoardSession::Options options;
     options.simulate = true;
     return options;
 }
@@ -38,8 +38,8 @@ protected:
 };
 
 TEST_F(BoardSessionTest, BringsTheSwitchesUp) {
-    BoardSession session(*document, simulated());
-    StartUpMonitor::Outcome const outcome = session.bringUp();
+    board::BoardSession session(*document, simulated());
+    board::StartUpMonitor::Outcome const outcome = session.bringUp();
     EXPECT_TRUE(outcome.populated) << outcome.reason;
     EXPECT_EQ(session.getManager().getManagedSwitchesCount(), 2U);
     EXPECT_EQ(session.getManager().getManagedSwitch(5)->getPorts().size(), 1U);
@@ -48,44 +48,44 @@ TEST_F(BoardSessionTest, BringsTheSwitchesUp) {
 }
 
 TEST_F(BoardSessionTest, CountsTheEffortOfStartUpAlone) {
-    BoardSession session(*document, simulated());
+    board::BoardSession session(*document, simulated());
     session.bringUp();
-    BoardSession::Effort const effort = session.getEffort();
+    board::BoardSession::Effort const effort = session.getEffort();
     EXPECT_GT(effort.registerAccesses, 0U);
     EXPECT_EQ(effort.registerAccesses, session.getBoard()->getRegisterAccesses());
     EXPECT_GT(effort.busAccesses, effort.registerAccesses);
     EXPECT_GT(effort.busNanoseconds, 0U);
     EXPECT_GE(effort.elapsedNanoseconds, effort.busNanoseconds);
     std::ostringstream out;
-    session.writeStatistics(PortAddress{0, 1}, out);
+    session.writeStatistics(chips::PortAddress{0, 1}, out);
     EXPECT_EQ(session.getEffort().registerAccesses, effort.registerAccesses);
     EXPECT_GT(session.getBoard()->getRegisterAccesses(), effort.registerAccesses);
 }
 
 TEST_F(BoardSessionTest, AChipThatDoesNotAnswerIsNotThere) {
-    BoardSession::Options options = simulated();
+    board::BoardSession::Options options = simulated();
     options.board.missingSwitches = {0};
-    BoardSession session(*document, options);
+    board::BoardSession session(*document, options);
     EXPECT_TRUE(session.bringUp().populated);
     EXPECT_EQ(session.getManager().getManagedSwitch(0), nullptr);
     EXPECT_NE(session.getManager().getManagedSwitch(5), nullptr);
 }
 
 TEST_F(BoardSessionTest, WithoutHardwareAccessEverySwitchIsThereAndNoChipIsTouched) {
-    BoardSession::Options options = simulated();
+    board::BoardSession::Options options = simulated();
     options.noHardwareAccess = true;
     options.board.missingSwitches = {0, 5};
-    BoardSession session(*document, options);
+    board::BoardSession session(*document, options);
     EXPECT_TRUE(session.bringUp().populated);
     EXPECT_EQ(session.getManager().getManagedSwitchesCount(), 2U);
     EXPECT_EQ(session.getBoard()->getBusAccesses(), 0U);
 }
 
 TEST_F(BoardSessionTest, WithoutHardwareAccessNoHardwareIsNeeded) {
-    BoardSession::Options options;
+    board::BoardSession::Options options;
     options.noHardwareAccess = true;
     options.memoryDevice = "/nonexistent/mem";
-    BoardSession session(*document, options);
+    board::BoardSession session(*document, options);
     EXPECT_TRUE(session.bringUp().populated);
     EXPECT_EQ(session.getManager().getManagedSwitchesCount(), 2U);
     EXPECT_EQ(session.getBoard(), nullptr);
@@ -96,38 +96,38 @@ TEST_F(BoardSessionTest, StartUpThatThrowsEndsTheWaitWithTheReason) {
     auto const duplicate = XmlDocument::fromText("<board><switches><switch id='0' switchModel='88e6096'/>"
                                                  "<switch id='0' switchModel='88e6096'/></switches></board>",
                                                  "board.xml");
-    BoardSession session(*duplicate, simulated());
-    StartUpMonitor::Outcome const outcome = session.bringUp();
+    board::BoardSession session(*duplicate, simulated());
+    board::StartUpMonitor::Outcome const outcome = session.bringUp();
     EXPECT_FALSE(outcome.populated);
     EXPECT_EQ(outcome.reason, "Roting xml or other catastrophic error");
 }
 
 TEST_F(BoardSessionTest, WritesTheCountersOfAPort) {
-    BoardSession session(*document, simulated());
+    board::BoardSession session(*document, simulated());
     session.bringUp();
     session.getBoard()->getMarvell(5).setCounter(3, 4, 0xABCD);
     std::ostringstream out;
-    EXPECT_TRUE(session.writeStatistics(PortAddress{5, 3}, out));
+    EXPECT_TRUE(session.writeStatistics(chips::PortAddress{5, 3}, out));
     EXPECT_NE(out.str().find("inUnicast\t\t0000abcd\t"), std::string::npos) << out.str();
     out << 10;
     EXPECT_EQ(out.str().substr(out.str().size() - 3), "\n10");
 }
 
 TEST_F(BoardSessionTest, ThereAreNoCountersWhereThereIsNoPort) {
-    BoardSession session(*document, simulated());
+    board::BoardSession session(*document, simulated());
     session.bringUp();
     std::ostringstream out;
-    EXPECT_FALSE(session.writeStatistics(PortAddress{0, 3}, out));
-    EXPECT_FALSE(session.writeStatistics(PortAddress{1, 0}, out));
+    EXPECT_FALSE(session.writeStatistics(chips::PortAddress{0, 3}, out));
+    EXPECT_FALSE(session.writeStatistics(chips::PortAddress{1, 0}, out));
     EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(BoardSessionTest, CountersThatCannotBeReadAreNotWritten) {
-    BoardSession session(*document, simulated());
+    board::BoardSession session(*document, simulated());
     session.bringUp();
     session.getBoard()->getMarvell(0).hang(simulation::Marvell88E6096TestSide::CommandUnit::statistics);
     std::ostringstream out;
-    EXPECT_FALSE(session.writeStatistics(PortAddress{0, 1}, out));
+    EXPECT_FALSE(session.writeStatistics(chips::PortAddress{0, 1}, out));
     EXPECT_EQ(out.str(), "");
     ASSERT_EQ(session.getLog().getComplaints().size(), 1U);
     EXPECT_EQ(session.getLog().getComplaints()[0].text, "MarvellPort::statsCommand Stats Busy timeout\n");
@@ -135,10 +135,10 @@ TEST_F(BoardSessionTest, CountersThatCannotBeReadAreNotWritten) {
 
 TEST_F(BoardSessionTest, PassesMessagesOn) {
     test_support::RecordingLog log;
-    BoardSession::Options options = simulated();
+    board::BoardSession::Options options = simulated();
     options.log = &log;
     {
-        BoardSession session(*document, options);
+        board::BoardSession session(*document, options);
         session.bringUp();
     }
     test_support::Lines const lines = log.lines();
@@ -148,23 +148,23 @@ TEST_F(BoardSessionTest, PassesMessagesOn) {
 
 TEST_F(BoardSessionTest, PutsTheThreadBackOnTheSystemsTime) {
     {
-        BoardSession const session(*document, simulated());
+        board::BoardSession const session(*document, simulated());
         EXPECT_NE(simulation::VirtualClock::adopted(), nullptr);
     }
     EXPECT_EQ(simulation::VirtualClock::adopted(), nullptr);
 }
 
 TEST_F(BoardSessionTest, ASessionThatIsNeverStartedGoesDown) {
-    BoardSession const session(*document, simulated());
+    board::BoardSession const session(*document, simulated());
     EXPECT_EQ(session.getEffort().registerAccesses, 0U);
 }
 
 TEST_F(BoardSessionTest, SessionsSideBySideDoNotMeet) {
     auto const other = XmlDocument::fromText(twoSwitches, "other.xml");
-    BoardSession::Options options = simulated();
+    board::BoardSession::Options options = simulated();
     options.board.missingSwitches = {5};
-    BoardSession first(*document, simulated());
-    BoardSession second(*other, options);
+    board::BoardSession first(*document, simulated());
+    board::BoardSession second(*other, options);
     EXPECT_TRUE(first.bringUp().populated);
     EXPECT_TRUE(second.bringUp().populated);
     EXPECT_EQ(first.getManager().getManagedSwitchesCount(), 2U);

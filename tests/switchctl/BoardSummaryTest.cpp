@@ -1,4 +1,4 @@
-#include "switchctl/BoardSummary.hpp"
+#include "switchctl/bringup/BoardSummary.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 
 #include "reference_host/XmlDocument.hpp"
 
-using switchctl::BoardDocument;
-using switchctl::BoardSession;
-using switchctl::BoardSummary;
+using board::BoardDocument;
+using board::BoardSession;
+using switchctl::bringup::BoardSummary;
 using testing::HasSubstr;
 
 namespace {
@@ -25,19 +25,19 @@ struct Result {
 /// Brings up the board of the document, without the chips that are missing.
 Result summaryOf(std::string const& text, std::set<unsigned> const& missing = {}, bool simulate = true) {
     auto const document = reference_host::XmlDocument::fromText("<board>" + text + "</board>", "board.xml");
-    BoardSession::Options options;
+    board::BoardSession::Options options;
     options.simulate = simulate;
     options.noHardwareAccess = !simulate;
     options.board.missingSwitches = missing;
-    BoardSession session(*document, options);
-    BoardDocument const boardDocument(*document);
+    board::BoardSession session(*document, options);
+    board::BoardDocument const boardDocument(*document);
     EXPECT_TRUE(session.bringUp().populated);
-    BoardSummary const summary(boardDocument, session);
+    switchctl::bringup::BoardSummary const summary(boardDocument, session);
     std::ostringstream out;
     std::ostringstream complaints;
     summary.print(out);
     summary.printComplaints(complaints);
-    return {summary.isComplete(), out.str(), complaints.str()};
+    return {session.isComplete(boardDocument), out.str(), complaints.str()};
 }
 
 std::string switchElement(unsigned int id, std::string const& content) {

@@ -1,4 +1,4 @@
-#include "switchctl/BringUpCommand.hpp"
+#include "switchctl/bringup/BringUpCommand.hpp"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "tests/support/TemporaryFile.hpp"
 
-using switchctl::BringUpCommand;
-using switchctl::ExitStatus;
+using chips::ExitStatus;
+using switchctl::bringup::BringUpCommand;
 using test_support::TemporaryFile;
 
 namespace {
@@ -16,9 +16,9 @@ namespace {
 /// Runs the command in this process, so that no test ever meets the memory of the machine.
 class BringUpCommandTest : public testing::Test {
 protected:
-    ExitStatus run(std::string const& arguments, std::string const& memoryDevice) {
+    chips::ExitStatus run(std::string const& arguments, std::string const& memoryDevice) {
         CLI::App program;
-        BringUpCommand const command(program, memoryDevice);
+        switchctl::bringup::BringUpCommand const command(program, memoryDevice);
         program.parse("bring-up " + document.path() + " " + arguments);
         EXPECT_TRUE(command.isChosen());
         return command.run(out, errors);
@@ -31,19 +31,19 @@ protected:
 };
 
 TEST_F(BringUpCommandTest, RefusesABoardWithoutMemoryDevice) {
-    EXPECT_EQ(run("", "/nonexistent/mem"), ExitStatus::noHardware);
+    EXPECT_EQ(run("", "/nonexistent/mem"), chips::ExitStatus::noHardware);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/mem: No such file or directory (the switches are "
                             "reached through this device; see --simulate)\n");
 }
 
 TEST_F(BringUpCommandTest, NeedsNoMemoryDeviceToSimulate) {
-    EXPECT_EQ(run("--simulate", "/nonexistent/mem"), ExitStatus::success);
+    EXPECT_EQ(run("--simulate", "/nonexistent/mem"), chips::ExitStatus::success);
     EXPECT_EQ(errors.str(), "");
 }
 
 TEST_F(BringUpCommandTest, NeedsNoMemoryDeviceWithoutHardwareAccess) {
-    EXPECT_EQ(run("--no-hardware-access", "/nonexistent/mem"), ExitStatus::success);
+    EXPECT_EQ(run("--no-hardware-access", "/nonexistent/mem"), chips::ExitStatus::success);
     EXPECT_EQ(errors.str(), "");
     EXPECT_NE(out.str().find("switches: 1 of 1 found\n"), std::string::npos);
 }
@@ -52,7 +52,7 @@ TEST_F(BringUpCommandTest, NeedsNoMemoryDeviceWithoutHardwareAccess) {
 TEST_F(BringUpCommandTest, ABoardWithoutTheChipIsReported) {
     TemporaryFile const device;
     ASSERT_EQ(truncate(device.path().c_str(), 0x80011000), 0);
-    EXPECT_EQ(run("", device.path()), ExitStatus::switchMissing);
+    EXPECT_EQ(run("", device.path()), chips::ExitStatus::switchMissing);
     EXPECT_NE(out.str().find("switches: 0 of 1 found\n"
                              "  switch 0  88e6096   missing: the chip does not answer\n"),
               std::string::npos)
@@ -62,7 +62,7 @@ TEST_F(BringUpCommandTest, ABoardWithoutTheChipIsReported) {
 
 TEST_F(BringUpCommandTest, IsOnlyChosenWhenItIsNamed) {
     CLI::App program;
-    BringUpCommand const command(program);
+    switchctl::bringup::BringUpCommand const command(program);
     program.parse("");
     EXPECT_FALSE(command.isChosen());
 }

@@ -1,55 +1,55 @@
-#include "switchctl/registers/ChipCatalogue.hpp"
+#include "chips/ChipCatalogue.hpp"
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <stdexcept>
 
-#include "switchctl/registers/CommandError.hpp"
+#include "chips/ToolError.hpp"
 
-using switchctl::ChipCatalogue;
-using switchctl::CommandError;
-using switchctl::ExitStatus;
-using switchctl::RegisterLocation;
-using Space = switchctl::RegisterAddress::Space;
+using chips::ChipCatalogue;
+using chips::ExitStatus;
+using chips::RegisterLocation;
+using chips::ToolError;
+using Space = chips::RegisterAddress::Space;
 
 namespace {
 
 class ChipCatalogueTest : public testing::Test {
 protected:
-    static std::string describe(RegisterLocation const& location) {
+    static std::string describe(chips::RegisterLocation const& location) {
         return location.getText() + " " + location.address.getText();
     }
 
-    static std::string refusalOf(ChipCatalogue const& catalogue, std::string const& text,
+    static std::string refusalOf(chips::ChipCatalogue const& catalogue, std::string const& text,
                                  bool physOnly = false) {
         try {
             return "found " + describe(catalogue.find(text, physOnly));
-        } catch (CommandError const& error) {
-            EXPECT_EQ(error.getStatus(), ExitStatus::usage) << text;
+        } catch (chips::ToolError const& error) {
+            EXPECT_EQ(error.getStatus(), chips::ExitStatus::usage) << text;
             return error.what();
         }
     }
 
-    ChipCatalogue const marvell{"88e6096"};
-    ChipCatalogue const vitesse{"vsc7390"};
+    chips::ChipCatalogue const marvell{"88e6096"};
+    chips::ChipCatalogue const vitesse{"vsc7390"};
 };
 
 TEST_F(ChipCatalogueTest, NeedsAChipThatExists) {
-    EXPECT_THROW(ChipCatalogue("88e6097"), std::out_of_range);
+    EXPECT_THROW(chips::ChipCatalogue("88e6097"), std::out_of_range);
 }
 
 TEST_F(ChipCatalogueTest, FindsTheSameRegisterUnderAllItsNames) {
     for (char const* const text : {"port 3/PortControl", "PORT3/port control", "port-3/Port_Control",
                                    "0x13/0x04", "19/4", "port3/0x4", "0x13/portcontrol"}) {
-        RegisterLocation const location = marvell.find(text);
+        chips::RegisterLocation const location = marvell.find(text);
         EXPECT_EQ(describe(location), "port 3/PortControl 0x13/0x04") << text;
         ASSERT_NE(location.description, nullptr);
         EXPECT_EQ(location.getDigits(), 4U);
     }
     for (char const* const text :
          {"analyser/VLANTIDX", "Analyser/vlan_tidx", "2.0/0xE0", "2.0.0xE0", "2.0.224", "2.0/VLANTIDX"}) {
-        RegisterLocation const location = vitesse.find(text);
+        chips::RegisterLocation const location = vitesse.find(text);
         EXPECT_EQ(describe(location), "analyser/VLANTIDX 2.0/0xe0") << text;
         EXPECT_EQ(location.getDigits(), 8U);
     }
@@ -72,7 +72,7 @@ TEST_F(ChipCatalogueTest, KnowsWhereUnitsAre) {
 }
 
 TEST_F(ChipCatalogueTest, TakesNumbersThatItHasNoNameFor) {
-    RegisterLocation const location = marvell.find("0x1f/0x1e");
+    chips::RegisterLocation const location = marvell.find("0x1f/0x1e");
     EXPECT_EQ(describe(location), "0x1f/0x1e 0x1f/0x1e");
     EXPECT_EQ(location.description, nullptr);
     EXPECT_EQ(describe(marvell.find("port 3/0x1f")), "port 3/0x1f 0x13/0x1f");
@@ -80,7 +80,7 @@ TEST_F(ChipCatalogueTest, TakesNumbersThatItHasNoNameFor) {
 }
 
 TEST_F(ChipCatalogueTest, WherePhysAreMeantANumberIsAPhy) {
-    RegisterLocation const location = vitesse.find("3/2", true);
+    chips::RegisterLocation const location = vitesse.find("3/2", true);
     EXPECT_EQ(describe(location), "phy 3/Identifier1 phy3/0x02");
     EXPECT_EQ(location.address.space, Space::phy);
     EXPECT_EQ(location.getDigits(), 4U);
@@ -110,8 +110,8 @@ TEST_F(ChipCatalogueTest, SaysWhatIsWrong) {
 }
 
 TEST_F(ChipCatalogueTest, EveryRegisterIsFoundByItsNameAndByItsNumber) {
-    for (ChipCatalogue const* const catalogue : {&marvell, &vitesse}) {
-        for (RegisterLocation const& location : catalogue->getAll()) {
+    for (chips::ChipCatalogue const* const catalogue : {&marvell, &vitesse}) {
+        for (chips::RegisterLocation const& location : catalogue->getAll()) {
             EXPECT_EQ(describe(catalogue->find(location.getText())), describe(location));
             EXPECT_EQ(describe(catalogue->find(location.address.getText())), describe(location));
         }

@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
+#include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/BoardSession.hpp"
 #include "tests/switchctl/ChildProcess.hpp"
 
+using board::BoardSession;
 using simulation::Marvell88E6096TestSide;
-using switchctl::BoardSession;
 using testing::HasSubstr;
 
 namespace {
@@ -41,14 +41,14 @@ public:
     }
 
 private:
-    static BoardSession::Options simulated() {
-        BoardSession::Options options;
+    static board::BoardSession::Options simulated() {
+        board::BoardSession::Options options;
         options.simulate = true;
         return options;
     }
 
     std::unique_ptr<reference_host::XmlDocument> _document;
-    BoardSession _session;
+    board::BoardSession _session;
 };
 
 class ExamplesTest : public testing::TestWithParam<char const*> {};

@@ -1,29 +1,29 @@
-#include "switchctl/registers/RegisterAssignment.hpp"
+#include "chips/RegisterAssignment.hpp"
 
 #include <gtest/gtest.h>
 
 #include <map>
 
-#include "switchctl/registers/CommandError.hpp"
+#include "chips/ToolError.hpp"
 
-using switchctl::ChipCatalogue;
-using switchctl::CommandError;
-using switchctl::ExitStatus;
-using switchctl::RegisterAssignment;
+using chips::ChipCatalogue;
+using chips::ExitStatus;
+using chips::RegisterAssignment;
+using chips::ToolError;
 
 namespace {
 
 class RegisterAssignmentTest : public testing::Test {
 protected:
-    RegisterAssignment parse(std::string const& text) const {
-        return RegisterAssignment::parse(catalogue, text, false);
+    chips::RegisterAssignment parse(std::string const& text) const {
+        return chips::RegisterAssignment::parse(catalogue, text, false);
     }
 
-    ChipCatalogue const catalogue{"88e6096"};
+    chips::ChipCatalogue const catalogue{"88e6096"};
 };
 
 TEST_F(RegisterAssignmentTest, ReplacesTheWholeRegister) {
-    RegisterAssignment const assignment = parse("port3/PortControl=0x7f");
+    chips::RegisterAssignment const assignment = parse("port3/PortControl=0x7f");
     EXPECT_FALSE(assignment.isPartial());
     EXPECT_EQ(assignment.apply(0xFFFF), 0x7FU);
     EXPECT_EQ(assignment.getText(), "port 3/PortControl (0x13/0x04) = 0x007f");
@@ -31,7 +31,7 @@ TEST_F(RegisterAssignmentTest, ReplacesTheWholeRegister) {
 }
 
 TEST_F(RegisterAssignmentTest, ReplacesFields) {
-    RegisterAssignment const assignment = parse("port3/PortControl:PortState=1,egress-mode=0x2");
+    chips::RegisterAssignment const assignment = parse("port3/PortControl:PortState=1,egress-mode=0x2");
     EXPECT_TRUE(assignment.isPartial());
     EXPECT_EQ(assignment.apply(0x007F), 0x207DU);
     EXPECT_EQ(assignment.apply(0xFFFF), 0xEFFDU);
@@ -39,11 +39,11 @@ TEST_F(RegisterAssignmentTest, ReplacesFields) {
 }
 
 TEST_F(RegisterAssignmentTest, OfAVsc7390Has32Bits) {
-    ChipCatalogue const vitesse("vsc7390");
-    EXPECT_EQ(RegisterAssignment::parse(vitesse, "7.0.0x14=0xFFFFFFFF", false).apply(0), 0xFFFFFFFFU);
-    EXPECT_EQ(RegisterAssignment::parse(vitesse, "system/GLORESET:Other=0x7FFFFFFF", false).apply(1),
+    chips::ChipCatalogue const vitesse("vsc7390");
+    EXPECT_EQ(chips::RegisterAssignment::parse(vitesse, "7.0.0x14=0xFFFFFFFF", false).apply(0), 0xFFFFFFFFU);
+    EXPECT_EQ(chips::RegisterAssignment::parse(vitesse, "system/GLORESET:Other=0x7FFFFFFF", false).apply(1),
               0xFFFFFFFFU);
-    EXPECT_EQ(RegisterAssignment::parse(vitesse, "3/0=0x8000", true).getText(),
+    EXPECT_EQ(chips::RegisterAssignment::parse(vitesse, "3/0=0x8000", true).getText(),
               "phy 3/Control (phy3/0x00) = 0x8000");
 }
 
@@ -66,9 +66,9 @@ TEST_F(RegisterAssignmentTest, SaysWhatIsWrong) {
     for (auto const& [text, reason] : reasons) {
         try {
             ADD_FAILURE() << "took " << text << " for " << parse(text).getText();
-        } catch (CommandError const& error) {
+        } catch (chips::ToolError const& error) {
             EXPECT_EQ(error.what(), "\"" + text + "\": " + reason);
-            EXPECT_EQ(error.getStatus(), ExitStatus::usage);
+            EXPECT_EQ(error.getStatus(), chips::ExitStatus::usage);
         }
     }
 }

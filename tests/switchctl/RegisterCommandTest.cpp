@@ -5,15 +5,15 @@
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SerialController.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/registers/RegisterCommand.hpp"
+#include "switchctl/register/RegisterCommand.hpp"
 #include "tests/support/TemporaryFile.hpp"
 #include "tests/switchctl/RegisterFixture.hpp"
 
+using chips::ExitStatus;
 using nlohmann::json;
 using reference_host::XmlDocument;
 using simulation::SerialController;
 using simulation::VirtualClock;
-using switchctl::ExitStatus;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 
@@ -32,7 +32,7 @@ protected:
 
 TEST_F(RegisterCommandTest, IsOnlyChosenWhenItIsNamed) {
     CLI::App program;
-    switchctl::RegisterCommand const command(program);
+    switchctl::registers::RegisterCommand const command(program);
     program.parse("");
     EXPECT_FALSE(command.isChosen());
 }
@@ -87,7 +87,7 @@ TEST_F(RegisterCommandTest, WritesAPhyOverALine) {
 TEST_F(RegisterCommandTest, RefusesToWriteWithoutConsent) {
     EXPECT_EQ(run({"write", "serial", "--device", device, "analyser/VLANTIDX=10",
                    "port3/CAT_PORT_VLAN:VID=1,CFI=1"}),
-              ExitStatus::notConfirmed);
+              chips::ExitStatus::notConfirmed);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(errors.str(), "switchctl: nothing was written, since --yes is missing; it would have been\n"
                             "  analyser/VLANTIDX (2.0/0xe0) = 0x0000000a\n"
@@ -97,12 +97,13 @@ TEST_F(RegisterCommandTest, RefusesToWriteWithoutConsent) {
 
 TEST_F(RegisterCommandTest, LooksAtAllArgumentsFirst) {
     EXPECT_EQ(run({"write", "serial", "--device", device, "--yes", "analyser/VLANTIDX=10", "port99/0=1"}),
-              ExitStatus::usage);
+              chips::ExitStatus::usage);
     EXPECT_EQ(errors.str(), "switchctl: \"port99/0\": a vsc7390 has no unit \"port99\"\n");
-    EXPECT_EQ(run({"read", "serial", "--device", device, "system/CHIPID", "system/None"}), ExitStatus::usage);
+    EXPECT_EQ(run({"read", "serial", "--device", device, "system/CHIPID", "system/None"}),
+              chips::ExitStatus::usage);
     EXPECT_EQ(errors.str(), "switchctl: \"system/None\": system of a vsc7390 has no register \"None\"\n");
     EXPECT_EQ(run({"write", "serial", "--device", device, "--yes", "2.0.0=1", "--then-read", "2.0"}),
-              ExitStatus::usage);
+              chips::ExitStatus::usage);
     EXPECT_EQ(controller.getReceived(), "");
 }
 
@@ -115,7 +116,8 @@ TEST_F(RegisterCommandTest, AReadThatFailsIsReported) {
         // In vain when the first look at the line found them already.
         controller.getTerminal().waitUntilReadable(9);
     });
-    EXPECT_EQ(run({"read", "serial", "--device", device, "system/CHIPID"}), ExitStatus::registerFailed);
+    EXPECT_EQ(run({"read", "serial", "--device", device, "system/CHIPID"}),
+              chips::ExitStatus::registerFailed);
     EXPECT_EQ(out.str(), "");
     EXPECT_THAT(errors.str(),
                 HasSubstr("switchctl: system/CHIPID could not be read: VitesseSerialCommunications::"
@@ -124,11 +126,11 @@ TEST_F(RegisterCommandTest, AReadThatFailsIsReported) {
 
 TEST_F(RegisterCommandTest, ALineThatIsNoneIsOutOfReach) {
     EXPECT_EQ(run({"read", "serial", "--device", "/nonexistent/ttyS7", "system/CHIPID"}),
-              ExitStatus::noHardware);
+              chips::ExitStatus::noHardware);
     EXPECT_THAT(errors.str(), HasSubstr("switchctl: /nonexistent/ttyS7: VitesseSerialCommunications::"
                                         "VitesseSerialCommunications Failed to open Serail Port; "));
     TemporaryFile const file("text");
-    EXPECT_EQ(run({"dump", "serial", "--device", file.path()}), ExitStatus::noHardware);
+    EXPECT_EQ(run({"dump", "serial", "--device", file.path()}), chips::ExitStatus::noHardware);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(file.content(), "text");
 }
@@ -139,7 +141,7 @@ TEST_F(RegisterCommandTest, HardwareNeedsItsMemory) {
         std::vector<std::string> arguments = {"read"};
         arguments.insert(arguments.end(), transport.begin(), transport.end());
         arguments.push_back("phy3/2");
-        EXPECT_EQ(run(arguments), ExitStatus::noHardware);
+        EXPECT_EQ(run(arguments), chips::ExitStatus::noHardware);
         EXPECT_EQ(errors.str(), "switchctl: /nonexistent/mem: No such file or directory (the chip is "
                                 "reached through this device; see --simulate)\n");
     }
@@ -152,7 +154,7 @@ TEST_F(RegisterCommandTest, AnAccessThroughTheMemoryDeviceCanFail) {
     memoryDevice = memory.path();
     VirtualClock clock;
     VirtualClock::adopt(&clock);
-    EXPECT_EQ(run({"read", "smi", "--switch", "2", "0x10/3"}), ExitStatus::registerFailed);
+    EXPECT_EQ(run({"read", "smi", "--switch", "2", "0x10/3"}), chips::ExitStatus::registerFailed);
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(errors.str(), "switchctl: port 0/SwitchIdentifier could not be read\n");
 }

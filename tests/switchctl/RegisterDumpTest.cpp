@@ -1,4 +1,4 @@
-#include "switchctl/registers/RegisterDump.hpp"
+#include "switchctl/register/RegisterDump.hpp"
 
 #include <gmock/gmock.h>
 
@@ -12,9 +12,9 @@
 #include "tests/support/TemporaryFile.hpp"
 #include "tests/switchctl/RegisterFixture.hpp"
 
+using chips::ExitStatus;
 using nlohmann::json;
 using reference_host::XmlDocument;
-using switchctl::ExitStatus;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 using testing::Not;
@@ -26,7 +26,7 @@ using Arguments = std::vector<std::string>;
 
 class RegisterDumpTest : public RegisterFixture {
 protected:
-    std::string diff(std::string const& first, std::string const& second, ExitStatus expected) {
+    std::string diff(std::string const& first, std::string const& second, chips::ExitStatus expected) {
         TemporaryFile const firstFile(first);
         TemporaryFile const secondFile(second);
         EXPECT_EQ(run({"diff", firstFile.path(), secondFile.path()}), expected) << errors.str();
@@ -36,7 +36,7 @@ protected:
     /// The reason for which a file is no dump, without the file's name.
     std::string refusalOf(std::string const& content) {
         TemporaryFile const file(content);
-        EXPECT_EQ(run({"diff", file.path(), file.path()}), ExitStatus::badDocument) << content;
+        EXPECT_EQ(run({"diff", file.path(), file.path()}), chips::ExitStatus::badDocument) << content;
         std::string const start = "switchctl: " + file.path();
         EXPECT_THAT(errors.str(), StartsWith(start));
         return errors.str().substr(start.size());
@@ -97,11 +97,11 @@ TEST_F(RegisterDumpTest, DoesNotChangeTheChip) {
 TEST_F(RegisterDumpTest, BothWaysToAChipShowTheSame) {
     std::string const serial = outputOf({"dump", "serial", "--simulate"});
     // The parallel driver sets the bus up.
-    EXPECT_EQ(diff(serial, outputOf({"dump", "parallel", "--simulate"}), ExitStatus::registersDiffer),
+    EXPECT_EQ(diff(serial, outputOf({"dump", "parallel", "--simulate"}), chips::ExitStatus::registersDiffer),
               "system/BusSetUp (7.0/0x02): 0x00000000 -> 0x0000000c\n"
               "    SetUp: 0x0 -> 0xc\n");
     diff(outputOf({"dump", "phy", "--serial", "--simulate"}),
-         outputOf({"dump", "phy", "--parallel", "--simulate"}), ExitStatus::success);
+         outputOf({"dump", "phy", "--parallel", "--simulate"}), chips::ExitStatus::success);
 }
 
 TEST_F(RegisterDumpTest, TextAndJsonAreTheSameDump) {
@@ -109,8 +109,8 @@ TEST_F(RegisterDumpTest, TextAndJsonAreTheSameDump) {
         std::string const text = outputOf(arguments);
         arguments.emplace_back("--json");
         std::string const asJson = outputOf(arguments);
-        EXPECT_EQ(diff(text, asJson, ExitStatus::success), "");
-        EXPECT_EQ(diff(asJson, text, ExitStatus::success), "");
+        EXPECT_EQ(diff(text, asJson, chips::ExitStatus::success), "");
+        EXPECT_EQ(diff(asJson, text, chips::ExitStatus::success), "");
     }
 }
 
@@ -132,7 +132,7 @@ TEST_F(RegisterDumpTest, DifferencesAreNamed) {
     std::string const second = "chip 88e6096\n"
                                "PORT 3\n  port_control 0x13/0x04 0x847f\n  DefaultVLAN 0x13/0x07 1\n"
                                "global 1\n  ATUControl 0x1b/0x0a 0x0141\n  VTUSID 0x1b/0x03 5\n";
-    EXPECT_EQ(diff(first, second, ExitStatus::registersDiffer),
+    EXPECT_EQ(diff(first, second, chips::ExitStatus::registersDiffer),
               "port 3/PortControl (0x13/0x04): 0x007c -> 0x847f\n"
               "    PortState: 0x0 -> 0x3\n"
               "    bits without a name: 0x0 -> 0x8400\n"
@@ -140,20 +140,20 @@ TEST_F(RegisterDumpTest, DifferencesAreNamed) {
               "    Other: 0x0 -> 0x1\n"
               "global 1/VTUFID (0x1b/0x02): 0x0005 -> absent\n"
               "global 1/VTUSID (0x1b/0x03): absent -> 0x0005\n");
-    EXPECT_EQ(diff(first, first, ExitStatus::success), "");
+    EXPECT_EQ(diff(first, first, chips::ExitStatus::success), "");
 }
 
 TEST_F(RegisterDumpTest, DifferencesAsJson) {
     TemporaryFile const first("chip 88e6096\nport 3\n  PortControl 0x13/0x04 0x007c\n");
     TemporaryFile const second("chip 88e6096\nport 3\n  PortControl 0x13/0x04 0x007f\n"
                                "  DefaultVLAN 0x13/0x07 1\n");
-    EXPECT_EQ(run({"diff", "--json", first.path(), second.path()}), ExitStatus::registersDiffer);
+    EXPECT_EQ(run({"diff", "--json", first.path(), second.path()}), chips::ExitStatus::registersDiffer);
     EXPECT_EQ(json::parse(out.str()), json::parse(R"([
         {"unit": "port 3", "register": "PortControl", "address": "0x13/0x04", "first": 124, "second": 127,
          "fields": [{"name": "PortState", "first": 0, "second": 3}]},
         {"unit": "port 3", "register": "DefaultVLAN", "address": "0x13/0x07", "first": null, "second": 1,
          "fields": []}])"));
-    EXPECT_EQ(run({"diff", "--json", first.path(), first.path()}), ExitStatus::success);
+    EXPECT_EQ(run({"diff", "--json", first.path(), first.path()}), chips::ExitStatus::success);
     EXPECT_EQ(out.str(), "[]\n");
 }
 
@@ -211,16 +211,16 @@ TEST_F(RegisterDumpTest, NumbersThatAreNoneAreRefused) {
 
 TEST_F(RegisterDumpTest, UnreadableFilesAreRefused) {
     TemporaryFile const good("chip 88e6096\n");
-    EXPECT_EQ(run({"diff", good.path(), "/nonexistent/dump"}), ExitStatus::badDocument);
+    EXPECT_EQ(run({"diff", good.path(), "/nonexistent/dump"}), chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/dump: No such file or directory\n");
-    EXPECT_EQ(run({"diff", "/tmp", good.path()}), ExitStatus::badDocument);
+    EXPECT_EQ(run({"diff", "/tmp", good.path()}), chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: /tmp: Is a directory\n");
 }
 
 TEST_F(RegisterDumpTest, OnlyDumpsOfTheSameChipCanBeCompared) {
     TemporaryFile const first("chip 88e6096\n");
     TemporaryFile const second("chip vsc7390\n");
-    EXPECT_EQ(run({"diff", first.path(), second.path()}), ExitStatus::badDocument);
+    EXPECT_EQ(run({"diff", first.path(), second.path()}), chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: " + second.path() + ": a dump of a vsc7390, but " + first.path() +
                                 " is one of a 88e6096\n");
 }

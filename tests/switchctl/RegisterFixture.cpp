@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "switchctl/registers/RegisterCommand.hpp"
+#include "switchctl/register/RegisterCommand.hpp"
 
-switchctl::ExitStatus RegisterFixture::run(std::vector<std::string> arguments) {
+chips::ExitStatus RegisterFixture::run(std::vector<std::string> arguments) {
     out.str("");
     errors.str("");
     CLI::App program;
-    switchctl::RegisterCommand const command(program, memoryDevice);
+    switchctl::registers::RegisterCommand const command(program, memoryDevice);
     arguments.insert(arguments.begin(), "register");
     std::reverse(arguments.begin(), arguments.end());
     program.parse(arguments);
@@ -17,6 +17,6 @@ switchctl::ExitStatus RegisterFixture::run(std::vector<std::string> arguments) {
 }
 
 std::string RegisterFixture::outputOf(std::vector<std::string> const& arguments) {
-    EXPECT_EQ(run(arguments), switchctl::ExitStatus::success) << errors.str();
+    EXPECT_EQ(run(arguments), chips::ExitStatus::success) << errors.str();
     return out.str();
 }

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/ExitStatus.hpp"
+#include "chips/ExitStatus.hpp"
 
 /// Runs `switchctl register` in this process.
 class RegisterFixture : public testing::Test {
 protected:
     /// \param arguments what follows "register"; parse errors are thrown on.
-    switchctl::ExitStatus run(std::vector<std::string> arguments);
+    chips::ExitStatus run(std::vector<std::string> arguments);
 
     /// As run(), and returns what was printed; expects success.
     std::string outputOf(std::vector<std::string> const& arguments);

@@ -3,7 +3,7 @@
 #include "tests/support/TemporaryFile.hpp"
 #include "tests/switchctl/RegisterFixture.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 using test_support::TemporaryFile;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -107,27 +107,28 @@ TEST_F(RegisterSimulationTest, ABoardIsBroughtUpFirst) {
 
 TEST_F(RegisterSimulationTest, ABoardMayLackTheChip) {
     std::string const simulate = "--simulate=" + marvellBoard.path();
-    EXPECT_EQ(run({"read", "smi", "--switch", "5", simulate, "port0/3"}), ExitStatus::registerFailed);
+    EXPECT_EQ(run({"read", "smi", "--switch", "5", simulate, "port0/3"}), chips::ExitStatus::registerFailed);
     EXPECT_THAT(errors.str(), StartsWith("switchctl: port 0/SwitchIdentifier could not be read"));
-    EXPECT_EQ(run({"read", "parallel", simulate, "7.0.0x18"}), ExitStatus::noHardware);
+    EXPECT_EQ(run({"read", "parallel", simulate, "7.0.0x18"}), chips::ExitStatus::noHardware);
     EXPECT_THAT(errors.str(), HasSubstr("nothing on the simulated board answers there\n"));
-    EXPECT_EQ(run({"read", "serial", simulate, "7.0.0x18"}), ExitStatus::noHardware);
+    EXPECT_EQ(run({"read", "serial", simulate, "7.0.0x18"}), chips::ExitStatus::noHardware);
     EXPECT_EQ(errors.str(), "switchctl: " + marvellBoard.path() + ": the board has no VSC7390\n");
 }
 
 TEST_F(RegisterSimulationTest, ABoardMustBeADocumentAndComeUp) {
     EXPECT_EQ(run({"read", "serial", "--simulate=/nonexistent/board.xml", "7.0.0x18"}),
-              ExitStatus::badDocument);
+              chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/board.xml:0: No such file or directory\n");
     TemporaryFile const twice("<switches><switch id='0' switchModel='88e6096'/>"
                               "<switch id='0' switchModel='88e6096'/></switches>");
-    EXPECT_EQ(run({"dump", "smi", "--switch", "0", "--simulate=" + twice.path()}), ExitStatus::startUpFailed);
+    EXPECT_EQ(run({"dump", "smi", "--switch", "0", "--simulate=" + twice.path()}),
+              chips::ExitStatus::startUpFailed);
     EXPECT_EQ(errors.str(),
               "switchctl: " + twice.path() + ": start-up failed: Roting xml or other catastrophic error\n");
 }
 
 TEST_F(RegisterSimulationTest, AnAbsentPhyIsAFailureOnTheParallelBus) {
-    EXPECT_EQ(run({"read", "phy", "--parallel", "--simulate", "31/2"}), ExitStatus::registerFailed);
+    EXPECT_EQ(run({"read", "phy", "--parallel", "--simulate", "31/2"}), chips::ExitStatus::registerFailed);
     EXPECT_EQ(out.str(), "");
     EXPECT_THAT(errors.str(), StartsWith("switchctl: phy31/0x02 could not be read: "));
 }

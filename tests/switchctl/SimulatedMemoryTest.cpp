@@ -1,4 +1,4 @@
-#include "switchctl/SimulatedMemory.hpp"
+#include "board/SimulatedMemory.hpp"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 #include "tests/support/RecordingLog.hpp"
 #include "tests/support/TestDocument.hpp"
 
+using board::SimulatedMemory;
 using reference_host::PhysicalMemory;
-using switchctl::SimulatedMemory;
 
 namespace {
 
@@ -19,7 +19,7 @@ class SimulatedMemoryTest : public testing::Test {
 protected:
     test_support::TestDocument document{"<switches/>"};
     simulation::SimulatedBoard board{document};
-    SimulatedMemory memory{board};
+    board::SimulatedMemory memory{board};
     PhysicalMemory::Mapping mapping;
     std::string reason;
 };

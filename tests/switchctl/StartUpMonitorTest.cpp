@@ -1,12 +1,12 @@
-#include "switchctl/StartUpMonitor.hpp"
+#include "board/StartUpMonitor.hpp"
 
 #include <gtest/gtest.h>
 
 #include <future>
 #include <string>
 
+using board::StartUpMonitor;
 using reference_host::LogMessage;
-using switchctl::StartUpMonitor;
 
 namespace {
 
@@ -17,29 +17,29 @@ LogMessage message(std::string const& text) {
 }
 
 TEST(StartUpMonitorTest, EndsWhenTheSwitchesAreReady) {
-    StartUpMonitor monitor;
+    board::StartUpMonitor monitor;
     monitor.reportPopulated();
-    StartUpMonitor::Outcome const outcome = monitor.wait();
+    board::StartUpMonitor::Outcome const outcome = monitor.wait();
     EXPECT_TRUE(outcome.populated);
     EXPECT_EQ(outcome.reason, "");
 }
 
 TEST(StartUpMonitorTest, EndsWhenAnEventThrew) {
-    StartUpMonitor monitor;
+    board::StartUpMonitor monitor;
     monitor.inspect(message("SwitchManagementThread::processEvent. Caught \"Duplicate \"x\" switch\"\n"));
-    StartUpMonitor::Outcome const outcome = monitor.wait();
+    board::StartUpMonitor::Outcome const outcome = monitor.wait();
     EXPECT_FALSE(outcome.populated);
     EXPECT_EQ(outcome.reason, "Duplicate \"x\" switch");
 }
 
 TEST(StartUpMonitorTest, EndsWhenTheThreadGaveUp) {
-    StartUpMonitor monitor;
+    board::StartUpMonitor monitor;
     monitor.inspect(message("SwitchManagementThread::run [0000beef] caught out of memory\n"));
     EXPECT_EQ(monitor.wait().reason, "out of memory");
 }
 
 TEST(StartUpMonitorTest, OtherMessagesDoNotEndIt) {
-    StartUpMonitor monitor;
+    board::StartUpMonitor monitor;
     monitor.inspect(message("SwitchManagementThread::run [0000beef]\n"));
     monitor.inspect(message("Unknown port type SwitchManagementThread::processEvent. Caught \"x\"\n"));
     monitor.inspect(message(""));
@@ -48,11 +48,11 @@ TEST(StartUpMonitorTest, OtherMessagesDoNotEndIt) {
 }
 
 TEST(StartUpMonitorTest, TheFirstEndCounts) {
-    StartUpMonitor ready;
+    board::StartUpMonitor ready;
     ready.reportPopulated();
     ready.inspect(message("SwitchManagementThread::processEvent. Caught \"late\"\n"));
     EXPECT_TRUE(ready.wait().populated);
-    StartUpMonitor failed;
+    board::StartUpMonitor failed;
     failed.inspect(message("SwitchManagementThread::processEvent. Caught \"first\"\n"));
     failed.inspect(message("SwitchManagementThread::processEvent. Caught \"second\"\n"));
     failed.reportPopulated();
@@ -60,7 +60,7 @@ TEST(StartUpMonitorTest, TheFirstEndCounts) {
 }
 
 TEST(StartUpMonitorTest, WakesWhoeverWaits) {
-    StartUpMonitor monitor;
+    board::StartUpMonitor monitor;
     auto waiting = std::async(std::launch::async, [&monitor] { return monitor.wait().populated; });
     monitor.reportPopulated();
     EXPECT_TRUE(waiting.get());

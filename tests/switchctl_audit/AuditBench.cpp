@@ -1,28 +1,28 @@
 #include "AuditBench.hpp"
 
-using switchctl::audit::AuditedBoard;
+using board::BoardAccess;
+using board::ModelBringUp;
 using switchctl::audit::AuditRun;
 using switchctl::audit::Deviation;
-using switchctl::plan::ModelBringUp;
 
 AuditBench::AuditBench(std::string const& example)
-    : _path(pathOf(example)), _chips(std::make_unique<ModelBringUp>(_path)) {}
+    : _path(pathOf(example)), _chips(std::make_unique<board::ModelBringUp>(_path)) {}
 
 simulation::SimulatedBoard& AuditBench::getBoard() {
     return _chips->getBoard();
 }
 
-switchctl::plan::ModelBringUp& AuditBench::getBringUp() {
+board::ModelBringUp& AuditBench::getBringUp() {
     return *_chips;
 }
 
 std::vector<std::string> AuditBench::audit() {
     std::unique_ptr<AuditRun> run;
     {
-        ModelBringUp expected(_path);
+        board::ModelBringUp expected(_path);
         run = std::make_unique<AuditRun>(expected);
     }
-    AuditedBoard board(_chips->getBoard());
+    board::BoardAccess board(_chips->getBoard());
     run->compare(board);
     _unread = run->getUnread();
     std::vector<std::string> lines;

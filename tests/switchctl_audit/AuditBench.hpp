@@ -15,7 +15,7 @@ public:
     explicit AuditBench(std::string const& example);
 
     simulation::SimulatedBoard& getBoard();
-    switchctl::plan::ModelBringUp& getBringUp();
+    board::ModelBringUp& getBringUp();
 
     /// The deviations, one line each.
     std::vector<std::string> audit();
@@ -27,6 +27,6 @@ public:
 
 private:
     std::string _path;
-    std::unique_ptr<switchctl::plan::ModelBringUp> _chips;
+    std::unique_ptr<board::ModelBringUp> _chips;
     std::vector<std::string> _unread;
 };

@@ -13,7 +13,7 @@
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 using switchctl::audit::AuditCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
@@ -42,7 +42,7 @@ class CleanAuditTest : public testing::TestWithParam<char const*> {};
 
 TEST_P(CleanAuditTest, FindsNothing) {
     CommandRun const run = audit({AuditBench::pathOf(GetParam()), "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::success) << run.out << run.errors;
+    EXPECT_EQ(run.status, chips::ExitStatus::success) << run.out << run.errors;
     EXPECT_THAT(run.out, StartsWith("the models of "));
     EXPECT_THAT(run.out, HasSubstr(", 0 deviations\n"));
 }
@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, CleanAuditTest,
 
 TEST(AuditCommandTest, ASeededDeviationIsReported) {
     CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/port8/PortControl:PortState=0"});
-    EXPECT_EQ(run.status, ExitStatus::chipsDeviate);
+    EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
     EXPECT_THAT(run.out,
                 StartsWith("switch 0  port 8  PortControl  PortState  expected 0x3, found 0x0\nthe models"));
     EXPECT_THAT(run.out, HasSubstr(", 1 deviation\n"));
@@ -63,7 +63,7 @@ TEST(AuditCommandTest, AVlanThatIsPurgedOverTheBusIsMissing) {
     // The key of VLAN 5 without its valid bit, and the operation that loads an entry.
     CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/global1/VTUVID=5", "--deviate",
                                   "0/global1/VTUOperation=0xB000"});
-    EXPECT_EQ(run.status, ExitStatus::chipsDeviate);
+    EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
     EXPECT_THAT(run.out, StartsWith("switch 0  VTU  VID 5  expected the entry, found none\nthe models"));
 }
 
@@ -75,14 +75,14 @@ TEST(AuditCommandTest, AnotherDocumentsModelsDeviate) {
                  "<port id=\"8\" connectedTo=\"switchInterlink\" portStatus=\"disabled\"/>");
     TemporaryFile const other(text);
     CommandRun const run = audit({minimal, "--simulate=" + other.path()});
-    EXPECT_EQ(run.status, ExitStatus::chipsDeviate);
+    EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
     EXPECT_THAT(run.out, HasSubstr("switch 0  port 8  PortControl  PortState  expected 0x3, found 0x0\n"));
 }
 
 TEST(AuditCommandTest, JsonHasTheSame) {
     CommandRun const run =
         audit({minimal, "--simulate", "--json", "--deviate", "0/port8/PortControl:PortState=0"});
-    EXPECT_EQ(run.status, ExitStatus::chipsDeviate);
+    EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
     auto const json = nlohmann::json::parse(run.out);
     ASSERT_EQ(json["deviations"].size(), 1U);
     EXPECT_EQ(json["deviations"][0], nlohmann::json({{"chip", "switch 0"},
@@ -98,20 +98,20 @@ TEST(AuditCommandTest, JsonHasTheSame) {
 TEST(AuditCommandTest, AChipThatIsNotThereIsUnread) {
     TemporaryFile const other("<switches><switch id='9' switchModel='88e6096'/></switches>");
     CommandRun const run = audit({minimal, "--simulate=" + other.path()});
-    EXPECT_EQ(run.status, ExitStatus::registerFailed);
+    EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
     EXPECT_THAT(run.errors, HasSubstr("switchctl: switch 0"));
 }
 
 TEST(AuditCommandTest, RefusesWhatItCannotDo) {
-    EXPECT_EQ(audit({minimal}).status, ExitStatus::noHardware);
+    EXPECT_EQ(audit({minimal}).status, chips::ExitStatus::noHardware);
     EXPECT_THAT(audit({minimal}).errors, HasSubstr("/nonexistent/mem"));
-    EXPECT_EQ(audit({"/nonexistent.xml", "--simulate"}).status, ExitStatus::badDocument);
-    EXPECT_EQ(audit({minimal, "--simulate=/nonexistent.xml"}).status, ExitStatus::badDocument);
+    EXPECT_EQ(audit({"/nonexistent.xml", "--simulate"}).status, chips::ExitStatus::badDocument);
+    EXPECT_EQ(audit({minimal, "--simulate=/nonexistent.xml"}).status, chips::ExitStatus::badDocument);
     TemporaryFile const unknown("<switches><switch id='1' switchModel='abacus'/></switches>");
-    EXPECT_EQ(audit({unknown.path(), "--simulate"}).status, ExitStatus::startUpFailed);
+    EXPECT_EQ(audit({unknown.path(), "--simulate"}).status, chips::ExitStatus::startUpFailed);
     for (char const* const text : {"port1/PortControl=1", "1/port1/PortControl=1", "0/port1/Nonsense=1",
                                    "0/port1/PortControl=0x10000", "0/port1/PortControl"}) {
-        EXPECT_EQ(audit({minimal, "--simulate", "--deviate", text}).status, ExitStatus::usage) << text;
+        EXPECT_EQ(audit({minimal, "--simulate", "--deviate", text}).status, chips::ExitStatus::usage) << text;
     }
     EXPECT_THROW(audit({minimal, "--deviate", "0/port1/PortControl=1"}), CLI::ParseError);
     EXPECT_THROW(audit({}), CLI::ParseError);

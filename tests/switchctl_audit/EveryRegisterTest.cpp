@@ -9,15 +9,15 @@
 #include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/ChipScope.hpp"
 
+using chips::RegisterLocation;
 using simulation::ChipTestSide;
-using switchctl::RegisterLocation;
 using switchctl::audit::AuditSelection;
 using switchctl::audit::ChipScope;
 
 namespace {
 
 /// Turns the lowest bit of a compared field over; returns how the line for it begins.
-std::string disturb(ChipTestSide& chip, std::string const& name, RegisterLocation const& location) {
+std::string disturb(ChipTestSide& chip, std::string const& name, chips::RegisterLocation const& location) {
     auto const& fields = location.description->getFields();
     auto const field = std::find_if(fields.begin(), fields.end(), [&](auto const& candidate) {
         return AuditSelection::contains(location, candidate);
@@ -40,7 +40,7 @@ TEST_P(EveryRegisterTest, IsReportedWhenItDeviatesAndNothingElseIs) {
     std::vector<std::string> expected;
     for (unsigned const id : bench.getBoard().getSwitchIds()) {
         ChipScope const scope(bench.getBringUp(), id);
-        for (RegisterLocation const& location : scope.getRegisters()) {
+        for (chips::RegisterLocation const& location : scope.getRegisters()) {
             std::string const line = disturb(bench.getBoard().getChip(id), scope.getChip(), location);
             if (!line.empty()) {
                 expected.push_back(line);

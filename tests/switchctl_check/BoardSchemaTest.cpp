@@ -44,13 +44,14 @@ TEST_F(BoardSchemaTest, IsTheFileThatShips) {
 TEST_F(BoardSchemaTest, AllowsAnyRoot) {
     EXPECT_THAT(validate("<switches>" + marvell("0") + "</switches>"), IsEmpty());
     EXPECT_THAT(validate(tagBased("5", "")), IsEmpty());
-    EXPECT_THAT(validate("<a><b><c>" + board(marvell("0"), tagBased("5", member("0", "1"))) + "</c></b></a>"),
-                IsEmpty());
+    EXPECT_THAT(
+        validate("<a><b><c>" + boardOf(marvell("0"), tagBased("5", member("0", "1"))) + "</c></b></a>"),
+        IsEmpty());
 }
 
 TEST_F(BoardSchemaTest, AllowsElementsOfOthersAround) {
     EXPECT_THAT(validate("<host mode='x'>text<phys><port number='7'><id>3</id></port></phys>" +
-                         board(marvell("0")) + "</host>"),
+                         boardOf(marvell("0")) + "</host>"),
                 IsEmpty());
 }
 
@@ -64,8 +65,8 @@ TEST_F(BoardSchemaTest, RefusesTheLibrarysElementsElsewhere) {
     EXPECT_THAT(validate("<board>" + marvell("0") + "</board>"), Not(IsEmpty()));
     EXPECT_THAT(validate("<board><trunk id='1'/></board>"), Not(IsEmpty()));
     EXPECT_THAT(validate("<board>" + group("239.1.1.1") + "</board>"), Not(IsEmpty()));
-    EXPECT_THAT(validate(board(marvell("0", tagBased("5", "")))), Not(IsEmpty()));
-    EXPECT_THAT(validate(board(marvell("0", "<prot/>"))), Not(IsEmpty()));
+    EXPECT_THAT(validate(boardOf(marvell("0", tagBased("5", "")))), Not(IsEmpty()));
+    EXPECT_THAT(validate(boardOf(marvell("0", "<prot/>"))), Not(IsEmpty()));
 }
 
 TEST_F(BoardSchemaTest, NamesAttributesAtFault) {
@@ -92,8 +93,8 @@ TEST_F(BoardSchemaTest, LooksAtGroupAddresses) {
 }
 
 TEST_F(BoardSchemaTest, FindsNoFaultInGoodElements) {
-    EXPECT_THAT(validate(board(marvell("0")), "//switch", "switch"), IsEmpty());
-    EXPECT_THAT(validate(board(marvell("0")), "//switch/port", "switchPort"), IsEmpty());
+    EXPECT_THAT(validate(boardOf(marvell("0")), "//switch", "switch"), IsEmpty());
+    EXPECT_THAT(validate(boardOf(marvell("0")), "//switch/port", "switchPort"), IsEmpty());
 }
 
 } // namespace

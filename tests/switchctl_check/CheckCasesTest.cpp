@@ -91,7 +91,7 @@ TEST(CheckTableTest, NamesAreOfSmallLettersDigitsAndDashes) {
 
 TEST(DocumentCheckTest, OrdersFindingsByLine) {
     auto const document = XmlDocument::fromText(
-        board(marvell("0", port("11")), "<vlan id='5'/><vlan id='0' typeOfVlan='tagBasedVlan'/>"),
+        boardOf(marvell("0", port("11")), "<vlan id='5'/><vlan id='0' typeOfVlan='tagBasedVlan'/>"),
         "board.xml");
     std::vector<Finding> const findings = DocumentCheck(*document).getFindings();
     ASSERT_GT(findings.size(), 3U);
@@ -101,7 +101,7 @@ TEST(DocumentCheckTest, OrdersFindingsByLine) {
 
 TEST(DocumentCheckTest, SaysWhatTheLibraryWillDo) {
     std::vector<Finding> const findings = findingsOf(
-        board(marvell("0"), tagBased("0x20", member("0", "1") + member("0", "2"))), "vlan-members-lost");
+        boardOf(marvell("0"), tagBased("0x20", member("0", "1") + member("0", "2"))), "vlan-members-lost");
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings.front().element, "<vlan id=\"0x20\" typeOfVlan=\"tagBasedVlan\">");
     EXPECT_EQ(findings.front().effect, "The library looks for the members with //vlan[@id=20]/port, which "

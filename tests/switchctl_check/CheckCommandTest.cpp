@@ -13,8 +13,8 @@
 #include "tests/support/TemporaryFile.hpp"
 #include "tests/switchctl_check/Documents.hpp"
 
+using chips::ExitStatus;
 using nlohmann::json;
-using switchctl::ExitStatus;
 using switchctl::check::CheckCommand;
 using test_support::TemporaryFile;
 using testing::EndsWith;
@@ -39,7 +39,7 @@ std::string good() {
 
 class CheckCommandTest : public testing::Test {
 protected:
-    ExitStatus run(std::vector<std::string> arguments) {
+    chips::ExitStatus run(std::vector<std::string> arguments) {
         CLI::App program;
         CheckCommand const command(program);
         std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -49,13 +49,13 @@ protected:
         return command.run(out, errors);
     }
 
-    ExitStatus check(std::string const& text) {
+    chips::ExitStatus check(std::string const& text) {
         TemporaryFile const file(text);
         path = file.path();
         return run({path});
     }
 
-    json checkAsJson(std::string const& text, ExitStatus expected) {
+    json checkAsJson(std::string const& text, chips::ExitStatus expected) {
         TemporaryFile const file(text);
         path = file.path();
         EXPECT_EQ(run({path, "--json"}), expected);
@@ -68,7 +68,7 @@ protected:
 };
 
 TEST_F(CheckCommandTest, AGoodDocumentHasNoFindings) {
-    EXPECT_EQ(check(good()), ExitStatus::success);
+    EXPECT_EQ(check(good()), chips::ExitStatus::success);
     EXPECT_EQ(out.str(), path + ": 0 errors, 0 warnings, 0 notes\n");
     EXPECT_EQ(errors.str(), "");
 }
@@ -76,20 +76,21 @@ TEST_F(CheckCommandTest, AGoodDocumentHasNoFindings) {
 TEST_F(CheckCommandTest, NotesAreNoReasonToFail) {
     std::string text = good();
     text.replace(text.find("<switch "), 8, "<switch atuAgeTime='40' ");
-    EXPECT_EQ(check(text), ExitStatus::success);
+    EXPECT_EQ(check(text), chips::ExitStatus::success);
     EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 0 warnings, 1 note\n"));
 }
 
 TEST_F(CheckCommandTest, WarningsHaveAStatusOfTheirOwn) {
     EXPECT_EQ(check(good().substr(0, good().size() - 8) + portBased("6", "") + "</board>"),
-              ExitStatus::documentWarnings);
+              chips::ExitStatus::documentWarnings);
     EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 1 warning, 0 notes\n"));
-    EXPECT_EQ(static_cast<int>(ExitStatus::documentWarnings), 10);
+    EXPECT_EQ(static_cast<int>(chips::ExitStatus::documentWarnings), 10);
 }
 
 TEST_F(CheckCommandTest, ErrorsAreThoseOfABadDocument) {
-    EXPECT_EQ(check(good().substr(0, good().size() - 8) + "<vlan id='6'/></board>"), ExitStatus::badDocument);
-    EXPECT_EQ(static_cast<int>(ExitStatus::badDocument), 3);
+    EXPECT_EQ(check(good().substr(0, good().size() - 8) + "<vlan id='6'/></board>"),
+              chips::ExitStatus::badDocument);
+    EXPECT_EQ(static_cast<int>(chips::ExitStatus::badDocument), 3);
 }
 
 TEST_F(CheckCommandTest, PrintsFileLineSeverityElementAndName) {
@@ -103,7 +104,7 @@ TEST_F(CheckCommandTest, PrintsFileLineSeverityElementAndName) {
 }
 
 TEST_F(CheckCommandTest, PrintsJson) {
-    json const result = checkAsJson("<board>\n\n<vlan id='6'/>\n</board>", ExitStatus::badDocument);
+    json const result = checkAsJson("<board>\n\n<vlan id='6'/>\n</board>", chips::ExitStatus::badDocument);
     EXPECT_EQ(result["file"], path);
     EXPECT_EQ(result["errors"], 2);
     EXPECT_EQ(result["warnings"], 1);
@@ -119,28 +120,28 @@ TEST_F(CheckCommandTest, PrintsJson) {
 }
 
 TEST_F(CheckCommandTest, PrintsJsonOfADocumentWithoutFindings) {
-    EXPECT_EQ(checkAsJson(good(), ExitStatus::success)["findings"], json::array());
+    EXPECT_EQ(checkAsJson(good(), chips::ExitStatus::success)["findings"], json::array());
 }
 
 TEST_F(CheckCommandTest, RefusesWhatIsNotWellFormedWithFileLineAndReason) {
-    EXPECT_EQ(check("<board>\n<switches>\n</board>"), ExitStatus::badDocument);
+    EXPECT_EQ(check("<board>\n<switches>\n</board>"), chips::ExitStatus::badDocument);
     EXPECT_EQ(out.str(), "");
     EXPECT_THAT(errors.str(), StartsWith("switchctl: " + path + ":3: Opening and ending tag mismatch"));
 }
 
 TEST_F(CheckCommandTest, RefusesInJsonToo) {
-    json const result = checkAsJson("<board>\n<switches>\n</board>", ExitStatus::badDocument);
+    json const result = checkAsJson("<board>\n<switches>\n</board>", chips::ExitStatus::badDocument);
     EXPECT_EQ(result["file"], path);
     EXPECT_THAT(std::string(result["reason"]), StartsWith(path + ":3: "));
 }
 
 TEST_F(CheckCommandTest, RefusesAFileThatIsNotThere) {
-    EXPECT_EQ(run({"/nonexistent/board.xml"}), ExitStatus::badDocument);
+    EXPECT_EQ(run({"/nonexistent/board.xml"}), chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/board.xml:0: No such file or directory\n");
 }
 
 TEST_F(CheckCommandTest, ListsAllChecks) {
-    EXPECT_EQ(run({"--list"}), ExitStatus::success);
+    EXPECT_EQ(run({"--list"}), chips::ExitStatus::success);
     std::string const text = "\n" + out.str();
     for (auto const& entry : switchctl::check::allChecks()) {
         EXPECT_THAT(text, HasSubstr(std::string("\n") + entry.name + " "));
@@ -149,7 +150,7 @@ TEST_F(CheckCommandTest, ListsAllChecks) {
 }
 
 TEST_F(CheckCommandTest, ListsAllChecksAsJson) {
-    EXPECT_EQ(run({"--list", "--json"}), ExitStatus::success);
+    EXPECT_EQ(run({"--list", "--json"}), chips::ExitStatus::success);
     json const result = json::parse(out.str());
     ASSERT_EQ(result.size(), switchctl::check::allChecks().size());
     EXPECT_EQ(result[0]["check"], "schema");
@@ -158,7 +159,7 @@ TEST_F(CheckCommandTest, ListsAllChecksAsJson) {
 }
 
 TEST_F(CheckCommandTest, PrintsTheSchema) {
-    EXPECT_EQ(run({"--schema"}), ExitStatus::success);
+    EXPECT_EQ(run({"--schema"}), chips::ExitStatus::success);
     EXPECT_EQ(out.str(), switchctl::check::BoardSchema::text());
 }
 

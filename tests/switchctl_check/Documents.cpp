@@ -39,6 +39,6 @@ std::string group(std::string const& address) {
     return "<forwardedMulticastGroup>" + address + "</forwardedMulticastGroup>";
 }
 
-std::string board(std::string const& switches, std::string const& more) {
+std::string boardOf(std::string const& switches, std::string const& more) {
     return "<board>\n<switches>\n" + switches + "</switches>\n" + more + "</board>\n";
 }

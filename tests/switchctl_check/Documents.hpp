@@ -29,5 +29,5 @@ std::string member(std::string const& switchId, std::string const& portId, std::
 std::string group(std::string const& address);
 
 /// A whole document.
-std::string board(std::string const& switches, std::string const& more = "");
+std::string boardOf(std::string const& switches, std::string const& more = "");
 /// @}

@@ -8,7 +8,7 @@ std::string marvells() {
 }
 
 std::string groups(std::string const& text) {
-    return board(marvells(), tagBased("5", text));
+    return boardOf(marvells(), tagBased("5", text));
 }
 
 /// A group under port `portId` of the VSC7390.
@@ -17,14 +17,14 @@ std::string on(std::string const& portId, std::string const& address, std::strin
 }
 
 std::string vitesseGroups(std::string const& five, std::string const& more = "") {
-    return board(vitesse("3"), tagBased("5", five) + more);
+    return boardOf(vitesse("3"), tagBased("5", five) + more);
 }
 
 /// Ports 0, 5, 6 and 7, which the library takes for the first four.
 std::string gaps(std::string const& text) {
-    return board("<switch id='3' switchModel='vsc7390'>" + port("0") + port("5") + port("6") + port("7") +
-                     "</switch>",
-                 tagBased("5", text));
+    return boardOf("<switch id='3' switchModel='vsc7390'>" + port("0") + port("5") + port("6") + port("7") +
+                       "</switch>",
+                   tagBased("5", text));
 }
 
 // The row is the XOR of the address bits 10:0, 21:11 and 22 with what all groups share.
@@ -44,12 +44,12 @@ std::vector<CheckCase> groupCases() {
          groups(member("0", "1", group("239.1.2.3")))},
         {"group-blanks-in-address", groups(member("0", "1", "\n" + group(" 239.1.2.3 ") + here)),
          groups(member("0", "1", group("239.1.2.3")))},
-        {"group-misplaced", board(marvells(), group("239.1.2.3") + here),
+        {"group-misplaced", boardOf(marvells(), group("239.1.2.3") + here),
          groups(member("0", "1", group("239.1.2.3")))},
         {"group-member-unknown", groups(member("2", "1", "\n" + group("239.1.2.3") + here)),
          groups(member("1", "1", group("239.1.2.3")))},
         {"group-member-unknown", groups(member("0", "11", "\n" + group("239.1.2.3") + here)),
-         board(
+         boardOf(
              "<switch id='0' switchModel='88e6096'><port id='1' connectedTo='cpu' portStatus='forwarding'>" +
              group("239.1.2.3") + "</port></switch>")},
         {"group-number-taken",
@@ -60,9 +60,9 @@ std::vector<CheckCase> groupCases() {
         {"group-unsupported", groups(member("0", "1", "\n" + group("239.1.2.3") + here)),
          vitesseGroups(on("1", "239.1.2.3"))},
         {"group-without-vlan",
-         board("<switch id='3' switchModel='vsc7390'><port id='1' connectedTo='cpu' "
-               "portStatus='forwarding'>\n" +
-               group("239.1.2.3") + here + "</port></switch>"),
+         boardOf("<switch id='3' switchModel='vsc7390'><port id='1' connectedTo='cpu' "
+                 "portStatus='forwarding'>\n" +
+                 group("239.1.2.3") + here + "</port></switch>"),
          vitesseGroups(on("1", "239.1.2.3"))},
         {"group-same-entry", vitesseGroups(on("1", "239.129.1.2") + on("2", "239.1.1.2", here)),
          vitesseGroups(on("1", "239.1.1.2") + on("2", "239.1.1.3"))},

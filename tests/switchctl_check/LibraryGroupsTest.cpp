@@ -15,11 +15,11 @@ std::string on(std::string const& portId, std::string const& address) {
 }
 
 std::string groups(std::string const& text) {
-    return board(vitesse("3"), tagBased("5", text));
+    return boardOf(vitesse("3"), tagBased("5", text));
 }
 
 TEST(LibraryGroupsTest, RowsAreThoseOfTheChip) {
-    LibraryRun run(board(vitesse("3")));
+    LibraryRun run(boardOf(vitesse("3")));
     for (char const* const text :
          {"224.0.0.1", "239.129.1.2", "239.255.255.255", "230.1.8.0", "224.64.8.1"}) {
         GroupAddress const address = *GroupAddress::fromText(text);
@@ -39,7 +39,7 @@ TEST(LibraryGroupsTest, TheTopBitOfTheSecondNumberIsNotPartOfAGroup) {
 
 TEST(LibraryGroupsTest, VlansThatAgreeInSixBitsShareAnEntry) {
     LibraryRun run(
-        board(vitesse("3"), tagBased("5", on("1", "239.1.1.2")) + tagBased("69", on("2", "239.1.1.2"))));
+        boardOf(vitesse("3"), tagBased("5", on("1", "239.1.1.2")) + tagBased("69", on("2", "239.1.1.2"))));
     auto const table = run.getBoard().getVitesse(3).getMacTable();
     ASSERT_EQ(table.size(), 1U);
     EXPECT_EQ(table.begin()->second.getPorts(), 0x6U);
@@ -47,7 +47,7 @@ TEST(LibraryGroupsTest, VlansThatAgreeInSixBitsShareAnEntry) {
 }
 
 TEST(LibraryGroupsTest, TheVlanOfAGroupIsDecimal) {
-    LibraryRun run(board(vitesse("3"), tagBased("10", on("1", "239.1.1.2"))));
+    LibraryRun run(boardOf(vitesse("3"), tagBased("10", on("1", "239.1.1.2"))));
     EXPECT_EQ(run.getBoard().getVitesse(3).getMacTable().begin()->second.vid, 10U);
     EXPECT_EQ(run.getBoard().getVitesse(3).getVlans().count(16), 1U);
 }
@@ -62,22 +62,22 @@ TEST(LibraryGroupsTest, TheFifthGroupOfARowOverwrites) {
 
 TEST(LibraryGroupsTest, PortsBeyondTheCountAreForgotten) {
     LibraryRun run(
-        board("<switch id='3' switchModel='vsc7390'>" + port("0") + port("5") + port("6") + "</switch>",
-              tagBased("5", on("0", "239.1.1.2") + on("5", "239.1.1.2") + on("6", "239.1.1.2"))));
+        boardOf("<switch id='3' switchModel='vsc7390'>" + port("0") + port("5") + port("6") + "</switch>",
+                tagBased("5", on("0", "239.1.1.2") + on("5", "239.1.1.2") + on("6", "239.1.1.2"))));
     EXPECT_EQ(run.getBoard().getVitesse(3).getMacTable().begin()->second.getPorts(), 0x41U);
 }
 
 TEST(LibraryGroupsTest, AGroupUnderASwitchPortMeetsNoFrameOfVlan1) {
-    LibraryRun run(board("<switch id='3' switchModel='vsc7390'><port id='1' connectedTo='cpu' "
-                         "portStatus='forwarding'>" +
-                         group("239.1.2.3") + "</port></switch>"));
+    LibraryRun run(boardOf("<switch id='3' switchModel='vsc7390'><port id='1' connectedTo='cpu' "
+                           "portStatus='forwarding'>" +
+                           group("239.1.2.3") + "</port></switch>"));
     std::uint64_t const mac = GroupAddress::fromText("239.1.2.3")->getMac();
     EXPECT_EQ(run.getBoard().getVitesse(3).getMulticastPorts(mac, 0), 0x2U);
     EXPECT_FALSE(run.getBoard().getVitesse(3).getMulticastPorts(mac, 1));
 }
 
 TEST(LibraryGroupsTest, An88E6096FiltersNoGroups) {
-    LibraryRun run(board(marvell("0"), tagBased("5", member("0", "1", group("239.1.1.2")))));
+    LibraryRun run(boardOf(marvell("0"), tagBased("5", member("0", "1", group("239.1.1.2")))));
     EXPECT_TRUE(run.says("addPortToMulticastFilter Unimplemented Function for Marvell"));
 }
 
@@ -95,8 +95,8 @@ TEST(LibraryGroupsTest, AddressesAreComparedAsTexts) {
 
 TEST(LibraryGroupsTest, PortsAreToldApartByNumberAlone) {
     LibraryRun run(
-        board(marvell("0") + marvell("1"),
-              tagBased("5", member("0", "1", group("239.1.1.2")) + member("1", "1", group("239.1.1.2")))));
+        boardOf(marvell("0") + marvell("1"),
+                tagBased("5", member("0", "1", group("239.1.1.2")) + member("1", "1", group("239.1.1.2")))));
     EXPECT_EQ(run.saysAfter("ManagedSwitchPort::addMulticastFilterPort. Add MulticastFilter:"),
               std::set<std::string>{"239.1.1.2 to port 0.1.\n"});
 }

@@ -12,7 +12,7 @@ using PortType = ManagedSwitchPort::PortType;
 namespace {
 
 std::string one(std::string const& ports) {
-    return board("<switch id='0' switchModel='88e6096'>" + ports + "</switch>");
+    return boardOf("<switch id='0' switchModel='88e6096'>" + ports + "</switch>");
 }
 
 PortType typeOf(LibraryRun& run, unsigned int switchId, unsigned int portId) {
@@ -70,9 +70,9 @@ TEST(LibraryPortsTest, APortBeyondAn88E6096WritesToGlobal1) {
 }
 
 TEST(LibraryPortsTest, ThereIsOneCpuPort) {
-    LibraryRun run(board("<switch id='0' switchModel='88e6096'>" + port("3", "cpu") + "</switch>" +
-                         "<switch id='1' switchModel='88e6096'>" + port("6", "cpu") + port("4", "cpu") +
-                         "</switch>"));
+    LibraryRun run(boardOf("<switch id='0' switchModel='88e6096'>" + port("3", "cpu") + "</switch>" +
+                           "<switch id='1' switchModel='88e6096'>" + port("6", "cpu") + port("4", "cpu") +
+                           "</switch>"));
     EXPECT_EQ(run.getManager().getCpuPort(), run.getManager().getManagedSwitch(1)->getPort(4));
 }
 
@@ -81,8 +81,8 @@ TEST(LibraryPortsTest, WithoutACpuPortTheLibraryWarns) {
 }
 
 TEST(LibraryPortsTest, PortsBeyondTheCountAreNotKeptOutOfAVlan) {
-    LibraryRun run(board("<switch id='0' switchModel='88e6096'>" + port("0") + port("8") + "</switch>",
-                         tagBased("5", member("0", "0"))));
+    LibraryRun run(boardOf("<switch id='0' switchModel='88e6096'>" + port("0") + port("8") + "</switch>",
+                           tagBased("5", member("0", "0"))));
     auto const tags = run.getBoard().getMarvell(0).getVtuEntry(5)->memberTags;
     EXPECT_EQ(tags[1], 3U);
     EXPECT_NE(tags[8], 3U);
@@ -90,9 +90,9 @@ TEST(LibraryPortsTest, PortsBeyondTheCountAreNotKeptOutOfAVlan) {
 }
 
 TEST(LibraryPortsTest, AVsc7390TakesOtherSwitchesPorts) {
-    LibraryRun run(board("<switch id='0' switchModel='88e6096'>" + port("5", "dsp") + port("6") +
-                         "</switch>" + "<switch id='3' switchModel='vsc7390'>" + port("5", "smac") +
-                         "</switch>"));
+    LibraryRun run(boardOf("<switch id='0' switchModel='88e6096'>" + port("5", "dsp") + port("6") +
+                           "</switch>" + "<switch id='3' switchModel='vsc7390'>" + port("5", "smac") +
+                           "</switch>"));
     EXPECT_EQ(typeOf(run, 3, 5), PortType::dspPortType);
     EXPECT_NE(run.getManager().getManagedSwitch(3)->getPort(6), nullptr);
     EXPECT_FALSE(run.getBoard().getVitesse(3).getPortMac(5).receives);
@@ -100,12 +100,12 @@ TEST(LibraryPortsTest, AVsc7390TakesOtherSwitchesPorts) {
 
 TEST(LibraryPortsTest, MoreEntriesThanMasksClearTheMaskOfTheCpuPort) {
     constexpr unsigned maskOfCpuPort = 0x80 + 24;
-    EXPECT_EQ(LibraryRun(board(vitesse("3", "<trunk id='1'/>")))
+    EXPECT_EQ(LibraryRun(boardOf(vitesse("3", "<trunk id='1'/>")))
                   .getBoard()
                   .getVitesse(3)
                   .peek("analyser", maskOfCpuPort),
               0U);
-    EXPECT_NE(LibraryRun(board(vitesse("3"))).getBoard().getVitesse(3).peek("analyser", maskOfCpuPort), 0U);
+    EXPECT_NE(LibraryRun(boardOf(vitesse("3"))).getBoard().getVitesse(3).peek("analyser", maskOfCpuPort), 0U);
 }
 
 } // namespace

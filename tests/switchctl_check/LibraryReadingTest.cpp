@@ -7,14 +7,14 @@
 #include <fstream>
 #include <iterator>
 
+#include "board/Wording.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/TrunkGroup.hpp"
 #include "switchctl/check/SourceMasks.hpp"
-#include "switchctl/check/Wording.hpp"
 #include "tests/switchctl_check/AllCases.hpp"
 #include "tests/switchctl_check/LibraryRun.hpp"
 
-using switchctl::check::BoardReading;
+using board::BoardReading;
 using switchctl::check::SourceMasks;
 using Texts = std::set<std::string>;
 
@@ -36,14 +36,14 @@ std::vector<std::string> allDocuments() {
 }
 
 /// Whether the reading finds what ends start-up.
-bool givesUp(BoardReading const& reading) {
+bool givesUp(board::BoardReading const& reading) {
     for (auto const& [id, entry] : reading.getSwitches()) {
         if (entry.found.size() > 1) {
             return true;
         }
         for (xmlNodePtr const element : reading.find("//switches/switch")) {
-            std::optional<BoardReading::Chip> const chip = BoardReading::chipOf(element);
-            if (BoardReading::switchIdOf(element) == id && chip && *chip != entry.chip) {
+            std::optional<board::BoardReading::Chip> const chip = board::BoardReading::chipOf(element);
+            if (board::BoardReading::switchIdOf(element) == id && chip && *chip != entry.chip) {
                 return true;
             }
         }
@@ -51,27 +51,27 @@ bool givesUp(BoardReading const& reading) {
     return false;
 }
 
-std::string on(BoardReading::Member const& member) {
-    return " to port " + switchctl::check::portAddress(member.switchId, member.portId) + ".\n";
+std::string on(board::BoardReading::Member const& member) {
+    return " to port " + board::portAddress(member.switchId, member.portId) + ".\n";
 }
 
-Texts vlanMembers(BoardReading const& reading) {
+Texts vlanMembers(board::BoardReading const& reading) {
     Texts texts;
     for (auto const& [id, vlan] : reading.getVlans()) {
-        for (BoardReading::Member const& member : vlan.members) {
-            if (member.outcome == BoardReading::Outcome::added) {
-                texts.insert((id == 0 ? "0" : switchctl::check::hexadecimal(id)) + on(member));
+        for (board::BoardReading::Member const& member : vlan.members) {
+            if (member.outcome == board::BoardReading::Outcome::added) {
+                texts.insert((id == 0 ? "0" : board::hexadecimal(id)) + on(member));
             }
         }
     }
     return texts;
 }
 
-Texts groupMembers(BoardReading const& reading) {
+Texts groupMembers(board::BoardReading const& reading) {
     Texts texts;
-    for (BoardReading::Group const& group : reading.getGroups()) {
-        for (BoardReading::Member const& member : group.members) {
-            if (member.outcome == BoardReading::Outcome::added) {
+    for (board::BoardReading::Group const& group : reading.getGroups()) {
+        for (board::BoardReading::Member const& member : group.members) {
+            if (member.outcome == board::BoardReading::Outcome::added) {
                 texts.insert(group.address + on(member));
             }
         }
@@ -79,7 +79,8 @@ Texts groupMembers(BoardReading const& reading) {
     return texts;
 }
 
-std::set<unsigned int> trunkMembers(BoardReading::Switch const& owner, BoardReading::Trunk const& trunk) {
+std::set<unsigned int> trunkMembers(board::BoardReading::Switch const& owner,
+                                    board::BoardReading::Trunk const& trunk) {
     std::set<unsigned int> members;
     for (xmlNodePtr const element : trunk.members) {
         for (auto const& [id, port] : owner.ports) {
@@ -103,7 +104,7 @@ class LibraryReadingTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(LibraryReadingTest, HasTheSwitchesPortsAndTrunksOfTheLibrary) {
     LibraryRun run(GetParam(), LibraryRun::Chips::none);
-    BoardReading const reading = run.getReading();
+    board::BoardReading const reading = run.getReading();
     ASSERT_EQ(run.isUp(), !givesUp(reading)) << run.getReason() << GetParam();
     if (!run.isUp()) {
         return;
@@ -133,7 +134,7 @@ TEST_P(LibraryReadingTest, HasTheMembersOfTheLibrary) {
     if (!run.isUp()) {
         return;
     }
-    BoardReading const reading = run.getReading();
+    board::BoardReading const reading = run.getReading();
     EXPECT_EQ(run.saysAfter("ManagedSwitchPort::addVlanPort. Add vlan:"), vlanMembers(reading)) << GetParam();
     EXPECT_EQ(run.saysAfter("ManagedSwitchPort::addMulticastFilterPort. Add MulticastFilter:"),
               groupMembers(reading))
@@ -145,7 +146,7 @@ TEST_P(LibraryReadingTest, HasTheSourceMasksThatTheLibraryLeaves) {
     if (!run.isUp()) {
         return;
     }
-    BoardReading const reading = run.getReading();
+    board::BoardReading const reading = run.getReading();
     for (auto const& [id, owner] : reading.getSwitches()) {
         std::vector<unsigned> const present = run.getBoard().getSwitchIds();
         bool const onBoard = std::find(present.begin(), present.end(), id) != present.end();

@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
+using board::BoardSession;
 using reference_host::XmlDocument;
-using switchctl::BoardSession;
 
 LibraryRun::LibraryRun(std::string const& text, Chips chips)
     : _document(XmlDocument::fromText(text, "board.xml")) {
-    BoardSession::Options options;
+    board::BoardSession::Options options;
     options.simulate = true;
     options.noHardwareAccess = chips == Chips::none;
     options.log = this;
-    _session = std::make_unique<BoardSession>(*_document, options);
+    _session = std::make_unique<board::BoardSession>(*_document, options);
     _outcome = _session->bringUp();
 }
 

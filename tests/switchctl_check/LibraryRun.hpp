@@ -5,9 +5,9 @@
 #include <set>
 #include <string>
 
+#include "board/BoardReading.hpp"
+#include "board/BoardSession.hpp"
 #include "reference_host/LogSink.hpp"
-#include "switchctl/BoardSession.hpp"
-#include "switchctl/check/BoardReading.hpp"
 
 /// The library itself, started up on a document, to compare with what the checks say about it.
 class LibraryRun : private reference_host::LogSink {
@@ -31,7 +31,7 @@ public:
 
     SwitchManager& getManager() { return _session->getManager(); }
     simulation::SimulatedBoard& getBoard() { return *_session->getBoard(); }
-    switchctl::check::BoardReading getReading() { return switchctl::check::BoardReading(*_document); }
+    board::BoardReading getReading() { return board::BoardReading(*_document); }
 
 private:
     void write(reference_host::LogMessage const& message) override;
@@ -39,6 +39,6 @@ private:
     mutable std::mutex _mutex;
     std::vector<std::string> _messages;
     std::unique_ptr<reference_host::XmlDocument> _document;
-    std::unique_ptr<switchctl::BoardSession> _session;
-    switchctl::StartUpMonitor::Outcome _outcome;
+    std::unique_ptr<board::BoardSession> _session;
+    board::StartUpMonitor::Outcome _outcome;
 };

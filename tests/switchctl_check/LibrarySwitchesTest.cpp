@@ -9,36 +9,36 @@
 namespace {
 
 std::string ageing(std::string const& seconds) {
-    return board("<switch id='0' switchModel='88e6096' atuAgeTime='" + seconds + "'>" + ports(0, 10) +
-                 "</switch>");
+    return boardOf("<switch id='0' switchModel='88e6096' atuAgeTime='" + seconds + "'>" + ports(0, 10) +
+                   "</switch>");
 }
 
 TEST(LibrarySwitchesTest, SharedIdsEndStartUp) {
-    LibraryRun run(board(marvell("1") + marvell("01")));
+    LibraryRun run(boardOf(marvell("1") + marvell("01")));
     EXPECT_FALSE(run.isUp());
     EXPECT_TRUE(run.says("Roting xml or other catastrophic error"));
 }
 
 TEST(LibrarySwitchesTest, TheNumberOfAnotherModelEndsStartUp) {
-    LibraryRun run(board(marvell("1") + vitesse("65537")), LibraryRun::Chips::none);
+    LibraryRun run(boardOf(marvell("1") + vitesse("65537")), LibraryRun::Chips::none);
     EXPECT_FALSE(run.isUp());
     EXPECT_TRUE(run.says("Duplicate switch response"));
 }
 
 TEST(LibrarySwitchesTest, TheNumberOfTheSameModelIsIgnored) {
-    LibraryRun run(board(marvell("1") + marvell("1x")));
+    LibraryRun run(boardOf(marvell("1") + marvell("1x")));
     EXPECT_TRUE(run.isUp());
     EXPECT_EQ(run.getManager().getManagedSwitchesCount(), 1U);
 }
 
 TEST(LibrarySwitchesTest, APrefixedIdComesUpWithoutPorts) {
-    LibraryRun run(board(marvell("0x1")));
+    LibraryRun run(boardOf(marvell("0x1")));
     ASSERT_EQ(run.getManager().getManagedSwitchesCount(), 1U);
     EXPECT_TRUE(run.getManager().getManagedSwitch(0)->getPorts().empty());
 }
 
 TEST(LibrarySwitchesTest, AnUnknownModelIsSkippedInSilenceAndAnAbsentOneReported) {
-    LibraryRun run(board("<switch id='4' switchModel='88E6096'/><switch id='6'/>"));
+    LibraryRun run(boardOf("<switch id='4' switchModel='88E6096'/><switch id='6'/>"));
     EXPECT_EQ(run.getManager().getManagedSwitchesCount(), 0U);
     EXPECT_TRUE(run.says("switch 6 has no attribute switchModel"));
     EXPECT_FALSE(run.says("switch 4"));
@@ -50,12 +50,12 @@ TEST(LibrarySwitchesTest, ASwitchElsewhereIsNotLookedFor) {
 }
 
 TEST(LibrarySwitchesTest, AnIdOfMoreThanFiveBitsIsNotFound) {
-    LibraryRun run(board(marvell("32")));
+    LibraryRun run(boardOf(marvell("32")));
     EXPECT_EQ(run.getManager().getManagedSwitchesCount(), 0U);
 }
 
 TEST(LibrarySwitchesTest, TwoVsc7390AreOneChip) {
-    LibraryRun run(board(vitesse("1") + "<switch id='2' switchModel='vsc7390'/>"));
+    LibraryRun run(boardOf(vitesse("1") + "<switch id='2' switchModel='vsc7390'/>"));
     EXPECT_EQ(run.getManager().getManagedSwitchesCount(), 2U);
     EXPECT_EQ(run.getBoard().getSwitchIds().size(), 1U);
 }

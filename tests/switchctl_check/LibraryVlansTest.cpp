@@ -13,7 +13,7 @@ constexpr unsigned defaultVlanRegister = 0x07;
 constexpr unsigned routesRegister = 0x06;
 
 std::string vlans(std::string const& text) {
-    return board(marvell("0") + marvell("1"), text);
+    return boardOf(marvell("0") + marvell("1"), text);
 }
 
 std::string at(std::string const& switchId, std::string const& portId, std::string const& ingress,
@@ -123,10 +123,10 @@ TEST(LibraryVlansTest, ALaterVlanUndoesAddTag) {
 
 TEST(LibraryVlansTest, TheHighestVlanDecidesAboutTheEgressOfAVsc7390) {
     constexpr unsigned egressRegister = 0x24;
-    LibraryRun run(board(vitesse("3"), tagBased("5", at("3", "1", "validateTag", "stripTag") +
-                                                         at("3", "2", "validateTag", "validateTag")) +
-                                           tagBased("6", at("3", "1", "validateTag", "validateTag") +
-                                                             at("3", "2", "validateTag", "stripTag"))));
+    LibraryRun run(boardOf(vitesse("3"), tagBased("5", at("3", "1", "validateTag", "stripTag") +
+                                                           at("3", "2", "validateTag", "validateTag")) +
+                                             tagBased("6", at("3", "1", "validateTag", "validateTag") +
+                                                               at("3", "2", "validateTag", "stripTag"))));
     EXPECT_EQ(run.getBoard().getVitesse(3).peek("port 1", egressRegister) & 1U, 1U);
     EXPECT_EQ(run.getBoard().getVitesse(3).peek("port 2", egressRegister) & 1U, 0U);
 }
@@ -135,11 +135,11 @@ TEST(LibraryVlansTest, ATagBasedVlanOpensNoPathOnAVsc7390) {
     constexpr std::uint64_t somebody = 0x020000000001;
     constexpr std::uint64_t somebodyElse = 0x020000000002;
     std::string const both = tagBased("5", member("3", "1") + member("3", "2"));
-    LibraryRun closed(board(vitesse("3"), both));
+    LibraryRun closed(boardOf(vitesse("3"), both));
     EXPECT_EQ(closed.getBoard().getVitesse(3).getEgressPorts(1, somebody, somebodyElse, 5), 0U);
     LibraryRun open(
-        board(vitesse("3"),
-              both + portBased("15", "<port switchId='3' portId='1'/><port switchId='3' portId='2'/>")));
+        boardOf(vitesse("3"),
+                both + portBased("15", "<port switchId='3' portId='1'/><port switchId='3' portId='2'/>")));
     EXPECT_EQ(open.getBoard().getVitesse(3).getEgressPorts(1, somebody, somebodyElse, 5), 0x4U);
 }
 

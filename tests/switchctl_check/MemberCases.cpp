@@ -8,11 +8,11 @@ std::string boards() {
 }
 
 std::string vlan5(std::string const& members) {
-    return board(boards(), tagBased("5", "\n" + members));
+    return boardOf(boards(), tagBased("5", "\n" + members));
 }
 
 std::string routes(std::string const& members) {
-    return board(boards(), portBased("5", "\n" + members));
+    return boardOf(boards(), portBased("5", "\n" + members));
 }
 
 } // namespace
@@ -30,9 +30,9 @@ std::vector<CheckCase> memberCases() {
         {"member-twice", vlan5(member("0", "1") + "\n" + member("0", "1") + here),
          vlan5(member("0", "1") + member("1", "1"))},
         {"port-based-across-switches",
-         board(boards(),
-               portBased("5", here + std::string("<port switchId='0' portId='1'/><port switchId='1' "
-                                                 "portId='2'/>"))),
+         boardOf(boards(),
+                 portBased("5", here + std::string("<port switchId='0' portId='1'/><port switchId='1' "
+                                                   "portId='2'/>"))),
          routes("<port switchId='0' portId='1'/><port switchId='0' portId='2'/>")},
         {"tag-attribute-ignored",
          routes("<port switchId='0' portId='1' egress='stripTag'/>" + std::string(here)),

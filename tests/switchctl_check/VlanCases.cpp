@@ -16,7 +16,7 @@ std::string marked() {
 }
 
 std::string vlans(std::string const& text) {
-    return board(marvell("0"), text);
+    return boardOf(marvell("0"), text);
 }
 
 } // namespace

@@ -4,8 +4,8 @@
 
 #include "reference_host/XmlDocument.hpp"
 
+using board::BoardReading;
 using reference_host::XmlDocument;
-using switchctl::check::BoardReading;
 using switchctl::draw::BoardDrawing;
 using testing::HasSubstr;
 using testing::Not;
@@ -14,7 +14,7 @@ namespace {
 
 std::string drawingOf(std::string const& content, std::string const& title = "board") {
     auto const document = XmlDocument::fromText("<board>" + content + "</board>", "test");
-    BoardReading const board(*document);
+    board::BoardReading const board(*document);
     return BoardDrawing(board, title).getDot();
 }
 

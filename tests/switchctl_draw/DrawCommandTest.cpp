@@ -7,8 +7,8 @@
 #include "reference_host/XmlDocument.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using chips::ExitStatus;
 using reference_host::XmlDocument;
-using switchctl::ExitStatus;
 using switchctl::draw::DrawCommand;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
@@ -18,7 +18,7 @@ namespace {
 
 class DrawCommandTest : public testing::Test {
 protected:
-    ExitStatus run(std::string const& arguments) {
+    chips::ExitStatus run(std::string const& arguments) {
         CLI::App program;
         DrawCommand const command(program);
         program.parse("draw " + arguments);
@@ -37,7 +37,7 @@ TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
     for (std::string const name : {"minimal", "access-point", "three-switches", "video-switch", "mixed"}) {
         TemporaryFile const picture;
         EXPECT_EQ(run(EXAMPLES_FOLDER "/" + name + ".xml --graphviz " DOT_PROGRAM " -o " + picture.path()),
-                  ExitStatus::success)
+                  chips::ExitStatus::success)
             << errors.str();
         auto const drawn = XmlDocument::fromFile(picture.path());
         auto const board = XmlDocument::fromFile(EXAMPLES_FOLDER "/" + name + ".xml");
@@ -48,11 +48,11 @@ TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
 }
 
 TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
-    EXPECT_EQ(run(mixed + " --format dot"), ExitStatus::success);
+    EXPECT_EQ(run(mixed + " --format dot"), chips::ExitStatus::success);
     EXPECT_THAT(out.str(), StartsWith("graph board {\n  graph [label=<<B>mixed.xml</B>>"));
     std::string const text = out.str();
     TemporaryFile const file;
-    EXPECT_EQ(run(mixed + " --format dot -o " + file.path()), ExitStatus::success);
+    EXPECT_EQ(run(mixed + " --format dot -o " + file.path()), chips::ExitStatus::success);
     EXPECT_EQ(file.content(), text);
     EXPECT_EQ(out.str(), "");
 }
@@ -63,14 +63,14 @@ TEST_F(DrawCommandTest, APictureNeedsAFile) {
 }
 
 TEST_F(DrawCommandTest, FailuresHaveReasons) {
-    EXPECT_EQ(run("/nonexistent/board.xml --format dot"), ExitStatus::badDocument);
+    EXPECT_EQ(run("/nonexistent/board.xml --format dot"), chips::ExitStatus::badDocument);
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/board.xml:0: No such file or directory\n");
     TemporaryFile const empty("<board/>");
-    EXPECT_EQ(run(empty.path() + " --format dot"), ExitStatus::badDocument);
+    EXPECT_EQ(run(empty.path() + " --format dot"), chips::ExitStatus::badDocument);
     EXPECT_THAT(errors.str(), HasSubstr("no switch to draw"));
-    EXPECT_EQ(run(mixed + " --format dot -o /nonexistent/x"), ExitStatus::noPicture);
+    EXPECT_EQ(run(mixed + " --format dot -o /nonexistent/x"), chips::ExitStatus::noPicture);
     EXPECT_EQ(errors.str(), "switchctl: /nonexistent/x: No such file or directory\n");
-    EXPECT_EQ(run(mixed + " --graphviz /nonexistent/dot -o /tmp/x.svg"), ExitStatus::noPicture);
+    EXPECT_EQ(run(mixed + " --graphviz /nonexistent/dot -o /tmp/x.svg"), chips::ExitStatus::noPicture);
     EXPECT_THAT(errors.str(), StartsWith("switchctl: /nonexistent/dot: "));
 }
 

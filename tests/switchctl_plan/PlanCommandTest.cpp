@@ -7,13 +7,13 @@
 
 #include <nlohmann/json.hpp>
 
-#include "switchctl/plan/ModelBringUp.hpp"
+#include "board/ModelBringUp.hpp"
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using board::ModelBringUp;
+using chips::ExitStatus;
 using simulation::AccessLog;
-using switchctl::ExitStatus;
-using switchctl::plan::ModelBringUp;
 using switchctl::plan::PlanCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
@@ -34,7 +34,7 @@ CommandRun plan(std::vector<std::string> arguments) {
 
 nlohmann::json jsonOf(std::string const& example) {
     CommandRun const run = plan({pathOf(example), "--json"});
-    EXPECT_EQ(run.status, ExitStatus::success) << run.errors;
+    EXPECT_EQ(run.status, chips::ExitStatus::success) << run.errors;
     return nlohmann::json::parse(run.out);
 }
 
@@ -44,7 +44,7 @@ class PlanOfExampleTest : public testing::TestWithParam<char const*> {};
 
 TEST(PlanCommandTest, SaysWhatIsWrittenByChipAndUnit) {
     CommandRun const run = plan({pathOf("minimal")});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(run.out, StartsWith("switch 0 (88e6096)\n  global 1\n"));
     EXPECT_THAT(run.out, ContainsRegex(" ms  ATUControl +0x0a  0x0140\n")) << "300 s, 20 steps of 15";
     EXPECT_THAT(run.out, ContainsRegex("\n  port 9\n +[0-9.]+ ms  PortControl +0x04  0x007f\n"));
@@ -73,7 +73,7 @@ TEST_P(PlanOfExampleTest, HasTheWritesThatABringUpMakes) {
             last = write["nanoseconds"].get<std::uint64_t>();
         }
     }
-    ModelBringUp bringUp(pathOf(GetParam()));
+    board::ModelBringUp bringUp(pathOf(GetParam()));
     std::vector<std::string> made;
     unsigned reads = 0;
     for (AccessLog::Entry const& entry : bringUp.getBoard().getLog().getEntries()) {
@@ -111,14 +111,14 @@ INSTANTIATE_TEST_SUITE_P(Examples, PlanOfExampleTest,
                                          "mixed"));
 
 TEST(PlanCommandTest, RefusesWhatCannotBeBroughtUp) {
-    EXPECT_EQ(plan({"/nonexistent.xml"}).status, ExitStatus::badDocument);
+    EXPECT_EQ(plan({"/nonexistent.xml"}).status, chips::ExitStatus::badDocument);
     TemporaryFile const malformed("<switches>");
-    EXPECT_EQ(plan({malformed.path()}).status, ExitStatus::badDocument);
+    EXPECT_EQ(plan({malformed.path()}).status, chips::ExitStatus::badDocument);
     TemporaryFile const empty("<board/>");
-    EXPECT_EQ(plan({empty.path()}).status, ExitStatus::startUpFailed);
+    EXPECT_EQ(plan({empty.path()}).status, chips::ExitStatus::startUpFailed);
     TemporaryFile const unknown("<switches><switch id='1' switchModel='abacus'/></switches>");
     CommandRun const run = plan({unknown.path()});
-    EXPECT_EQ(run.status, ExitStatus::startUpFailed);
+    EXPECT_EQ(run.status, chips::ExitStatus::startUpFailed);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.errors, "switchctl: " + unknown.path() +
                               ": not every switch would come up\n  switch 1: no model of a \"abacus\"\n");

@@ -9,7 +9,7 @@
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 using switchctl::plan::PlanCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
@@ -38,7 +38,7 @@ TEST(PlanDifferenceTest, EqualPlansPrintNothing) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second("<!-- the same in other words -->" + boardOf("forwarding"));
     CommandRun const run = plan({first.path(), second.path()});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_EQ(run.out, "");
 }
 
@@ -46,7 +46,7 @@ TEST(PlanDifferenceTest, NamesTheWritesThatOnlyOneHas) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second(boardOf("disabled"));
     CommandRun const run = plan({first.path(), second.path()});
-    EXPECT_EQ(run.status, ExitStatus::plansDiffer);
+    EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     EXPECT_THAT(run.out, HasSubstr("- only in " + first.path() + ": "));
     EXPECT_THAT(run.out, HasSubstr("+ only in " + second.path() + ": "));
     EXPECT_THAT(run.out, ContainsRegex("\nswitch 0\n  port 9\n"));
@@ -59,7 +59,7 @@ TEST(PlanDifferenceTest, JsonHasTheSame) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second(boardOf("disabled"));
     CommandRun const run = plan({first.path(), second.path(), "--json"});
-    EXPECT_EQ(run.status, ExitStatus::plansDiffer);
+    EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     auto const json = nlohmann::json::parse(run.out);
     ASSERT_FALSE(json["differences"].empty());
     auto const& unit = json["differences"][0];
@@ -82,7 +82,7 @@ TEST(PlanDifferenceTest, AChipThatOnlyOneHasIsInItAltogether) {
         "forwarding", "<switch id='1' switchModel='88e6096'>"
                       "<port id='10' connectedTo='switchInterlink' portStatus='disabled'/></switch>"));
     CommandRun const run = plan({first.path(), second.path()});
-    EXPECT_EQ(run.status, ExitStatus::plansDiffer);
+    EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     EXPECT_THAT(run.out, HasSubstr("\nswitch 1\n"));
     EXPECT_THAT(run.out, Not(HasSubstr("\nswitch 0\n")));
     EXPECT_THAT(run.out, ContainsRegex("  [+] PortControl +0x04  0x007c"));
@@ -91,6 +91,6 @@ TEST(PlanDifferenceTest, AChipThatOnlyOneHasIsInItAltogether) {
 
 TEST(PlanDifferenceTest, ADocumentThatCannotBeReadIsRefused) {
     TemporaryFile const first(boardOf("forwarding"));
-    EXPECT_EQ(plan({first.path(), "/nonexistent.xml"}).status, ExitStatus::badDocument);
-    EXPECT_EQ(plan({"/nonexistent.xml", first.path()}).status, ExitStatus::badDocument);
+    EXPECT_EQ(plan({first.path(), "/nonexistent.xml"}).status, chips::ExitStatus::badDocument);
+    EXPECT_EQ(plan({"/nonexistent.xml", first.path()}).status, chips::ExitStatus::badDocument);
 }

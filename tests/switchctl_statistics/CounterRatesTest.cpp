@@ -5,15 +5,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using switchctl::statistics::Counter;
+using chips::Counter;
+using chips::PortCounters;
 using switchctl::statistics::CounterRates;
-using switchctl::statistics::PortCounters;
 
 namespace {
 
-Counter const& counterNamed(std::string const& name) {
+chips::Counter const& counterNamed(std::string const& name) {
     for (char const* const model : {"88e6096", "vsc7390"}) {
-        for (Counter const& counter : Counter::ofChip(model)) {
+        for (chips::Counter const& counter : chips::Counter::ofChip(model)) {
             if (name == counter.name) {
                 return counter;
             }
@@ -64,9 +64,9 @@ TEST(CounterRatesTest, InALongTimeALineBringsACounterRound) {
 }
 
 TEST(CounterRatesTest, WithoutOneOfTheReadingsThereIsNone) {
-    PortCounters before{{0, 1}, "vsc7390", {}};
+    chips::PortCounters before{{0, 1}, "vsc7390", {}};
     before.values.resize(12);
-    PortCounters after = before;
+    chips::PortCounters after = before;
     before.values[0] = 5;
     after.values[0] = 7;
     before.values[1] = 5;

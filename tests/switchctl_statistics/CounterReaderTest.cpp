@@ -7,8 +7,8 @@
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
-using switchctl::statistics::CounterSample;
-using switchctl::statistics::PortCounters;
+using chips::CounterSample;
+using chips::PortCounters;
 using testing::IsEmpty;
 
 TEST(CounterReaderTest, Each88E6096CounterComesFromItsPlace) {
@@ -21,10 +21,10 @@ TEST(CounterReaderTest, Each88E6096CounterComesFromItsPlace) {
     chip.setInDiscards(8, 0x00020003);
     chip.setInFiltered(8, 0x1234);
     chip.setOutFiltered(8, 0x4321);
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     ASSERT_EQ(sample.ports.size(), 1U);
-    PortCounters const& port = sample.ports[0];
+    chips::PortCounters const& port = sample.ports[0];
     EXPECT_EQ(port.port.switchId, 0U);
     EXPECT_EQ(port.port.portId, 8U);
     EXPECT_EQ(port.model, "88e6096");
@@ -45,10 +45,10 @@ TEST(CounterReaderTest, EachVsc7390CounterComesFromItsRegister) {
     for (unsigned address = 0x50; address <= 0x5B; ++address) {
         chip.setCounter(20, address, 0xF0000000 + address);
     }
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     ASSERT_EQ(sample.ports.size(), 1U);
-    PortCounters const& port = sample.ports[0];
+    chips::PortCounters const& port = sample.ports[0];
     EXPECT_EQ(port.model, "vsc7390");
     EXPECT_EQ(StatisticsBench::valueOf(port, "inGoodandBadOctets"), 0xF0000050U);
     EXPECT_EQ(StatisticsBench::valueOf(port, "outGoodandBadOctets"), 0xF0000051U);
@@ -60,11 +60,11 @@ TEST(CounterReaderTest, EachVsc7390CounterComesFromItsRegister) {
 
 TEST(CounterReaderTest, WithoutAPortAllPortsOfTheDocumentAreRead) {
     StatisticsBench bench("mixed", {});
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     // Three of 11 ports and one of 24.
     ASSERT_EQ(sample.ports.size(), 57U);
-    for (PortCounters const& port : sample.ports) {
+    for (chips::PortCounters const& port : sample.ports) {
         EXPECT_TRUE(port.isComplete()) << port.port;
     }
 }
@@ -74,7 +74,7 @@ TEST(CounterReaderTest, AUnitThatTakesItsTimeIsWaitedFor) {
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setBusyTime(simulation::Marvell88E6096TestSide::CommandUnit::statistics, 2000000);
     chip.setCounter(8, 4, 99);
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     EXPECT_EQ(StatisticsBench::valueOf(sample.ports[0], "inUnicast"), 99U);
 }

@@ -6,9 +6,9 @@
 #include <set>
 #include <stdexcept>
 
-#include "switchctl/statistics/Counter.hpp"
+#include "chips/Counter.hpp"
 
-using switchctl::statistics::Counter;
+using chips::Counter;
 
 namespace {
 
@@ -75,15 +75,15 @@ constexpr Row rowsOfVsc7390[] = {
 };
 
 template <std::size_t size> void compare(std::string const& model, Row const (&rows)[size]) {
-    std::vector<Counter> const& counters = Counter::ofChip(model);
+    std::vector<chips::Counter> const& counters = chips::Counter::ofChip(model);
     ASSERT_EQ(counters.size(), size);
     for (std::size_t index = 0; index < size; ++index) {
-        Counter const& counter = counters[index];
+        chips::Counter const& counter = counters[index];
         Row const& row = rows[index];
         SCOPED_TRACE(row.name);
         EXPECT_STREQ(counter.name, row.name);
         EXPECT_EQ(counter.getFamily(), row.family);
-        EXPECT_EQ(counter.place == Counter::Place::statisticsUnit, row.isInUnit);
+        EXPECT_EQ(counter.place == chips::Counter::Place::statisticsUnit, row.isInUnit);
         EXPECT_EQ(counter.low, row.low);
         EXPECT_EQ(counter.high ? static_cast<int>(*counter.high) : none, row.high);
         EXPECT_EQ(counter.getBits(), row.bits);
@@ -102,8 +102,8 @@ TEST(CounterTableTest, HasThoseOfTheVsc7390) {
 
 TEST(CounterTableTest, EachOfThe32CountersOfTheStatisticsUnitIsThereOnce) {
     std::multiset<unsigned> numbers;
-    for (Counter const& counter : Counter::ofChip("88e6096")) {
-        if (counter.place == Counter::Place::statisticsUnit) {
+    for (chips::Counter const& counter : chips::Counter::ofChip("88e6096")) {
+        if (counter.place == chips::Counter::Place::statisticsUnit) {
             numbers.insert(counter.low);
             if (counter.high) {
                 numbers.insert(*counter.high);
@@ -120,18 +120,18 @@ TEST(CounterTableTest, EachOfThe32CountersOfTheStatisticsUnitIsThereOnce) {
 TEST(CounterTableTest, FamiliesAreUnique) {
     std::set<std::string> families;
     for (char const* const model : {"88e6096", "vsc7390"}) {
-        for (Counter const& counter : Counter::ofChip(model)) {
+        for (chips::Counter const& counter : chips::Counter::ofChip(model)) {
             EXPECT_TRUE(families.insert(counter.getFamily()).second) << counter.getFamily();
         }
     }
 }
 
 TEST(CounterTableTest, LargestValuesAreThoseOfTheBits) {
-    EXPECT_EQ(Counter::ofChip("88e6096")[0].getLargest(), 0xFFFFFFFFFFFFFFFFU);
-    EXPECT_EQ(Counter::ofChip("88e6096")[1].getLargest(), 0xFFFFFFFFU);
-    EXPECT_EQ(Counter::ofChip("88e6096")[13].getLargest(), 0xFFFFU);
+    EXPECT_EQ(chips::Counter::ofChip("88e6096")[0].getLargest(), 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(chips::Counter::ofChip("88e6096")[1].getLargest(), 0xFFFFFFFFU);
+    EXPECT_EQ(chips::Counter::ofChip("88e6096")[13].getLargest(), 0xFFFFU);
 }
 
 TEST(CounterTableTest, OtherChipsHaveNone) {
-    EXPECT_THROW(Counter::ofChip("88e6095"), std::out_of_range);
+    EXPECT_THROW(chips::Counter::ofChip("88e6095"), std::out_of_range);
 }

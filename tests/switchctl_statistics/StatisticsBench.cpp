@@ -4,15 +4,15 @@
 
 #include "reference_host/XmlDocument.hpp"
 
-using switchctl::statistics::CounterSample;
-using switchctl::statistics::PortCounters;
+using chips::CounterSample;
+using chips::PortCounters;
 using switchctl::statistics::PortSelection;
 
 namespace {
 
 PortSelection select(std::string const& path, std::vector<std::string> const& ports) {
     auto const document = reference_host::XmlDocument::fromFile(path);
-    return {switchctl::check::BoardReading(*document), path, ports};
+    return {board::BoardReading(*document), path, ports};
 }
 
 } // namespace
@@ -27,7 +27,7 @@ simulation::SimulatedBoard& StatisticsBench::getBoard() {
     return _models.getBoard();
 }
 
-switchctl::audit::AuditedBoard& StatisticsBench::getChips() {
+board::BoardAccess& StatisticsBench::getChips() {
     return _chips;
 }
 
@@ -35,7 +35,7 @@ PortSelection const& StatisticsBench::getSelection() const {
     return _selection;
 }
 
-CounterSample StatisticsBench::sample() {
+chips::CounterSample StatisticsBench::sample() {
     return _sampler.sample();
 }
 
@@ -47,7 +47,8 @@ void StatisticsBench::loseVitesseRead() {
     getBoard().getVitesse(3).loseReads(attempts);
 }
 
-std::optional<std::uint64_t> StatisticsBench::valueOf(PortCounters const& port, std::string const& name) {
+std::optional<std::uint64_t> StatisticsBench::valueOf(chips::PortCounters const& port,
+                                                      std::string const& name) {
     for (std::size_t index = 0; index < port.values.size(); ++index) {
         if (name == port.getCounters()[index].name) {
             return port.values[index];

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/audit/AuditedBoard.hpp"
-#include "switchctl/plan/ModelBringUp.hpp"
+#include "board/BoardAccess.hpp"
+#include "board/ModelBringUp.hpp"
 #include "switchctl/statistics/BoardSampler.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
 
@@ -18,9 +18,9 @@ public:
     StatisticsBench(std::string const& example, std::vector<std::string> const& ports);
 
     simulation::SimulatedBoard& getBoard();
-    switchctl::audit::AuditedBoard& getChips();
+    board::BoardAccess& getChips();
     switchctl::statistics::PortSelection const& getSelection() const;
-    switchctl::statistics::CounterSample sample();
+    chips::CounterSample sample();
 
     /// Has one read of a register of the VSC7390, switch 3, never be ready: that of the first counter, once
     /// a sample was read before. The bus becomes slow, so that waiting for it takes few looks.
@@ -28,14 +28,13 @@ public:
 
     /// The value of a counter by name; nothing when it has none. Fails the test when there is no such
     /// counter.
-    static std::optional<std::uint64_t> valueOf(switchctl::statistics::PortCounters const& port,
-                                                std::string const& name);
+    static std::optional<std::uint64_t> valueOf(chips::PortCounters const& port, std::string const& name);
 
     static std::string pathOf(std::string const& example);
 
 private:
-    switchctl::plan::ModelBringUp _models;
-    switchctl::audit::AuditedBoard _chips;
+    board::ModelBringUp _models;
+    board::BoardAccess _chips;
     switchctl::statistics::PortSelection _selection;
     switchctl::statistics::BoardSampler _sampler;
 };

@@ -8,10 +8,10 @@
 #include <nlohmann/json.hpp>
 
 #include "StatisticsBench.hpp"
-#include "switchctl/BringUpCommand.hpp"
+#include "switchctl/bringup/BringUpCommand.hpp"
 #include "tests/support/CommandRun.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 using switchctl::statistics::StatisticsCommand;
 using test_support::CommandRun;
 using testing::EndsWith;
@@ -31,10 +31,10 @@ CommandRun statistics(std::vector<std::string> arguments) {
 } // namespace
 
 TEST(StatisticsCommandTest, TheTextIsTheLibrarysOwn) {
-    CommandRun const bringUp = CommandRun::of<switchctl::BringUpCommand>(
+    CommandRun const bringUp = CommandRun::of<switchctl::bringup::BringUpCommand>(
         {"bring-up", mixed, "--simulate", "--statistics", "0.1", "--statistics", "3.1"});
     CommandRun const run = statistics({mixed, "0.1", "3.1", "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_EQ(run.errors, "");
     EXPECT_THAT(run.out, StartsWith("statistics of port 0.1\ninGoodOctets\t0000000000000000\tinBadOctets\t"));
     EXPECT_THAT(run.out, HasSubstr("\nstatistics of port 3.1\ninGoodandBadOctets\t000000\t"));
@@ -44,14 +44,14 @@ TEST(StatisticsCommandTest, TheTextIsTheLibrarysOwn) {
 TEST(StatisticsCommandTest, SeedsAreInTheText) {
     CommandRun const run = statistics({mixed, "0.1", "3.1", "--simulate", "--seed", "0.1/inUnicast=26",
                                        "--seed", "3.1/outTotalDrops=305419896"});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(run.out, HasSubstr("inUnicast\t\t0000001a\t"));
     EXPECT_THAT(run.out, HasSubstr("\toutTotalDrops\t\t12345678\n"));
 }
 
 TEST(StatisticsCommandTest, AllPortsInTheOrderOfSwitchesAndPorts) {
     CommandRun const run = statistics({StatisticsBench::pathOf("minimal"), "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(run.out, StartsWith("statistics of port 0.0\n"));
     EXPECT_LT(run.out.find("statistics of port 0.8\n"), run.out.find("statistics of port 0.9\n"));
 }
@@ -61,7 +61,7 @@ TEST(StatisticsCommandTest, JsonHasValuesAndUnits) {
         statistics({mixed, "3.1", "0.1", "--simulate", "--format", "json", "--seed",
                     "0.1/inGoodOctets=18446744073709551615", "--seed", "3.1/outErrorPackets=9", "--seed",
                     "0.1/inDiscards=65537", "--seed", "0.1/outFiltered=65535", "--seed", "0.1/late=4"});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     auto const json = nlohmann::json::parse(run.out);
     EXPECT_EQ(json["file"], mixed);
     EXPECT_EQ(json["read"], "the models of " + std::string(mixed));
@@ -86,7 +86,7 @@ TEST(StatisticsCommandTest, JsonHasValuesAndUnits) {
 TEST(StatisticsCommandTest, OpenMetricsHasAFamilyForEachCounter) {
     CommandRun const run = statistics(
         {mixed, "0.1", "0.2", "--simulate", "--format", "openmetrics", "--seed", "0.2/inUnicast=12"});
-    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(
         run.out,
         HasSubstr("# TYPE switch_port_in_unicast_frames counter\n"
@@ -101,17 +101,17 @@ TEST(StatisticsCommandTest, OpenMetricsHasAFamilyForEachCounter) {
 TEST(StatisticsCommandTest, AChipThatIsNotThereIsAStatusOfItsOwn) {
     std::string const other = "--simulate=" + StatisticsBench::pathOf("minimal");
     CommandRun const text = statistics({mixed, "0.1", "1.3", other});
-    EXPECT_EQ(text.status, ExitStatus::noStatistics);
+    EXPECT_EQ(text.status, chips::ExitStatus::noStatistics);
     EXPECT_EQ(static_cast<int>(text.status), 6);
     EXPECT_THAT(text.out, HasSubstr("outFiltered\t\t00000000\nstatistics of port 1.3\n  not available\n"));
     EXPECT_THAT(text.errors, StartsWith("switchctl: port 1.3: switch 1: no 88e6096 answers"));
     CommandRun const metrics = statistics({mixed, "0.1", "1.3", other, "--format", "openmetrics"});
-    EXPECT_EQ(metrics.status, ExitStatus::noStatistics);
+    EXPECT_EQ(metrics.status, chips::ExitStatus::noStatistics);
     EXPECT_THAT(metrics.out, HasSubstr("{switch=\"0\",port=\"1\","));
     EXPECT_THAT(metrics.out, Not(HasSubstr("switch=\"1\"")));
     EXPECT_THAT(metrics.errors, StartsWith("switchctl: switch 1: no 88e6096 answers"));
     CommandRun const json = statistics({mixed, "1.3", other, "--format", "json"});
-    EXPECT_EQ(json.status, ExitStatus::noStatistics);
+    EXPECT_EQ(json.status, chips::ExitStatus::noStatistics);
     EXPECT_EQ(nlohmann::json::parse(json.out)["ports"][0]["counters"], nlohmann::json::object());
 }
 

@@ -11,7 +11,7 @@
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
-using switchctl::ExitStatus;
+using chips::ExitStatus;
 using switchctl::statistics::StatisticsCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
@@ -49,7 +49,7 @@ class RefusedByParserTest : public testing::TestWithParam<Refusal> {};
 
 TEST_P(RefusedArgumentTest, IsNamedWithTheReason) {
     CommandRun const run = statistics(GetParam().arguments);
-    EXPECT_EQ(run.status, ExitStatus::usage);
+    EXPECT_EQ(run.status, chips::ExitStatus::usage);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.errors, "switchctl: " + GetParam().reason + "\n");
 }
@@ -99,33 +99,33 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(StatisticsRefusalTest, HardwareThatIsNotThere) {
     CommandRun const run = statistics({mixed, "0.1"});
-    EXPECT_EQ(run.status, ExitStatus::noHardware);
+    EXPECT_EQ(run.status, chips::ExitStatus::noHardware);
     EXPECT_THAT(run.errors, StartsWith("switchctl: /nonexistent/mem: No such file or directory"));
 }
 
 TEST(StatisticsRefusalTest, ADocumentThatIsNotThere) {
     CommandRun const run = statistics({"/nonexistent/board.xml", "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::badDocument);
+    EXPECT_EQ(run.status, chips::ExitStatus::badDocument);
     EXPECT_THAT(run.errors, HasSubstr("/nonexistent/board.xml"));
 }
 
 TEST(StatisticsRefusalTest, ADocumentWithoutPorts) {
     TemporaryFile const board("<switches/>");
     CommandRun const run = statistics({board.path(), "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::badDocument);
+    EXPECT_EQ(run.status, chips::ExitStatus::badDocument);
     EXPECT_EQ(run.errors, "switchctl: " + board.path() + ": the document has no port of a known switch\n");
 }
 
 TEST(StatisticsRefusalTest, ABoardThatDoesNotComeUp) {
     TemporaryFile const other("<switches/>");
     CommandRun const run = statistics({mixed, "0.1", "--simulate=" + other.path()});
-    EXPECT_EQ(run.status, ExitStatus::startUpFailed);
+    EXPECT_EQ(run.status, chips::ExitStatus::startUpFailed);
     EXPECT_THAT(run.errors, HasSubstr(other.path()));
 }
 
 TEST(StatisticsRefusalTest, ASeedForAChipThatTheOtherBoardHasNot) {
     CommandRun const run =
         statistics({mixed, "1.3", "--simulate=" + std::string(minimal), "--seed", "1.3/inUnicast=1"});
-    EXPECT_EQ(run.status, ExitStatus::usage);
+    EXPECT_EQ(run.status, chips::ExitStatus::usage);
     EXPECT_EQ(run.errors, "switchctl: \"1.3/inUnicast=1\": the simulated board has no such port\n");
 }

@@ -7,19 +7,19 @@
 #include <sstream>
 
 #include "StatisticsBench.hpp"
+#include "chips/ToolError.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
-#include "switchctl/registers/CommandError.hpp"
 #include "switchctl/statistics/LibraryText.hpp"
 #include "switchctl/statistics/OpenMetrics.hpp"
 #include "switchctl/statistics/SampleJson.hpp"
 
+using chips::CounterSample;
+using chips::PortCounters;
+using chips::ToolError;
 using simulation::Marvell88E6096TestSide;
-using switchctl::CommandError;
-using switchctl::statistics::CounterSample;
 using switchctl::statistics::LibraryText;
 using switchctl::statistics::OpenMetrics;
-using switchctl::statistics::PortCounters;
 using switchctl::statistics::SampleJson;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -31,7 +31,7 @@ namespace {
 
 using MarvellUnit = Marvell88E6096TestSide::CommandUnit;
 
-std::size_t valuesOf(PortCounters const& port) {
+std::size_t valuesOf(chips::PortCounters const& port) {
     std::size_t count = 0;
     for (auto const& value : port.values) {
         count += value.has_value() ? 1 : 0;
@@ -39,13 +39,13 @@ std::size_t valuesOf(PortCounters const& port) {
     return count;
 }
 
-std::string openMetricsOf(CounterSample const& sample) {
+std::string openMetricsOf(chips::CounterSample const& sample) {
     std::ostringstream out;
     OpenMetrics::print(sample, out);
     return out.str();
 }
 
-nlohmann::json jsonOf(CounterSample const& sample) {
+nlohmann::json jsonOf(chips::CounterSample const& sample) {
     std::ostringstream out;
     SampleJson::print(sample, "board.xml", "models", out);
     return nlohmann::json::parse(out.str());
@@ -56,8 +56,8 @@ std::string libraryText(StatisticsBench& bench) {
     std::ostringstream out;
     try {
         LibraryText(bench.getChips()).write(bench.getSelection().getPorts().front(), out);
-    } catch (CommandError const& error) {
-        EXPECT_EQ(error.getStatus(), switchctl::ExitStatus::noStatistics);
+    } catch (chips::ToolError const& error) {
+        EXPECT_EQ(error.getStatus(), chips::ExitStatus::noStatistics);
         EXPECT_EQ(out.str(), "");
         return std::string("!") + error.what();
     }
@@ -76,7 +76,7 @@ TEST(UnreadableCounterTest, ARegisterOfAVsc7390ThatIsNeverReadyIsLeftOut) {
         chip.setCounter(1, address, 5);
     }
     bench.loseVitesseRead();
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     ASSERT_EQ(sample.unread.size(), 1U);
     EXPECT_THAT(sample.unread[0], StartsWith("port 3.1: inGoodandBadOctets: "));
     EXPECT_EQ(StatisticsBench::valueOf(sample.ports[0], "inGoodandBadOctets"), std::nullopt);
@@ -108,7 +108,7 @@ TEST(UnreadableCounterTest, AStatisticsUnitThatStaysBusyLeavesThePortsOwnRegiste
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setInFiltered(8, 3);
     chip.hang(MarvellUnit::statistics);
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread,
                 ElementsAre("port 0.8: the counters could not be captured: the statistics unit "
                             "stays busy"));
@@ -124,7 +124,7 @@ TEST(UnreadableCounterTest, WhatAnEarlierCaptureLeftIsNotTaken) {
     ASSERT_EQ(StatisticsBench::valueOf(bench.sample().ports[0], "inUnicast"), 1U);
     // The capture is lost on its way to the statistics unit.
     chip.failAccess(3);
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     ASSERT_EQ(sample.unread.size(), 1U);
     EXPECT_THAT(sample.unread[0], StartsWith("port 0.8: the counters could not be captured: "));
     EXPECT_EQ(StatisticsBench::valueOf(sample.ports[0], "inUnicast"), std::nullopt);
@@ -137,7 +137,7 @@ TEST_P(FailedAccessTest, CostsTheCounterThatItBelongsTo) {
         chip.setCounter(8, number, 1 + number);
     }
     chip.failAccess(GetParam());
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     ASSERT_EQ(sample.unread.size(), 1U);
     EXPECT_THAT(sample.unread[0], HasSubstr("could not be"));
     EXPECT_EQ(valuesOf(sample.ports[0]), 32U);
@@ -157,7 +157,7 @@ TEST(UnreadableCounterTest, AChipThatIsGoneHasNoCounters) {
     StatisticsBench bench("mixed", {"0.1", "1.3", "3.1"});
     bench.getBoard().getMarvell(0).unplug();
     bench.getBoard().getVitesse(3).unplug();
-    CounterSample const sample = bench.sample();
+    chips::CounterSample const sample = bench.sample();
     ASSERT_EQ(sample.unread.size(), 2U);
     EXPECT_THAT(sample.unread[0], StartsWith("switch 0: no 88e6096 answers"));
     EXPECT_THAT(sample.unread[1], StartsWith("switch 3: no vsc7390 answers"));

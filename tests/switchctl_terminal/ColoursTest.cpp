@@ -1,6 +1,6 @@
 // Colours, in a terminal and elsewhere.
 
-#include "switchctl/Colours.hpp"
+#include "switchctl/terminal/Colours.hpp"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "TerminalWindow.hpp"
-#include "switchctl/Terminal.hpp"
+#include "switchctl/terminal/Terminal.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
 using switchctl::Colours;
@@ -27,7 +27,9 @@ protected:
         unsetenv("NO_COLOR");
     }
 
-    std::string paint() const { return Colours(_window.getDevice()).paint(Colours::Colour::red, "text"); }
+    std::string paint() const {
+        return switchctl::Colours(_window.getDevice()).paint(switchctl::Colours::Colour::red, "text");
+    }
 
     TerminalWindow _window;
 };
@@ -53,26 +55,26 @@ TEST_F(ColoursTest, NotOnADumbTerminal) {
 TEST_F(ColoursTest, NotInPipesFilesAndStreamsOfTheProgram) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
-    EXPECT_EQ(Colours(ends[1]).paint(Colours::Colour::bold, "text"), "text");
+    EXPECT_EQ(switchctl::Colours(ends[1]).paint(switchctl::Colours::Colour::bold, "text"), "text");
     close(ends[0]);
     close(ends[1]);
     test_support::TemporaryFile const file;
     int const descriptor = open(file.path().c_str(), O_WRONLY);
-    EXPECT_EQ(Colours(descriptor).paint(Colours::Colour::green, "text"), "text");
+    EXPECT_EQ(switchctl::Colours(descriptor).paint(switchctl::Colours::Colour::green, "text"), "text");
     close(descriptor);
     std::ostringstream stream;
-    EXPECT_EQ(Colours(stream).paint(Colours::Colour::yellow, "text"), "text");
+    EXPECT_EQ(switchctl::Colours(stream).paint(switchctl::Colours::Colour::yellow, "text"), "text");
 }
 
 TEST_F(ColoursTest, StandardStreamsAreKnownByTheirDescriptors) {
     std::ostringstream other;
-    EXPECT_EQ(Terminal::descriptorOf(std::cout), STDOUT_FILENO);
-    EXPECT_EQ(Terminal::descriptorOf(std::cerr), STDERR_FILENO);
-    EXPECT_EQ(Terminal::descriptorOf(other), -1);
+    EXPECT_EQ(switchctl::Terminal::descriptorOf(std::cout), STDOUT_FILENO);
+    EXPECT_EQ(switchctl::Terminal::descriptorOf(std::cerr), STDERR_FILENO);
+    EXPECT_EQ(switchctl::Terminal::descriptorOf(other), -1);
 }
 
 TEST_F(ColoursTest, TheTerminalsSizeIsKnown) {
-    EXPECT_EQ(Terminal::getSize(_window.getDevice()).rows, 24U);
-    EXPECT_EQ(Terminal::getSize(_window.getDevice()).columns, 80U);
-    EXPECT_EQ(Terminal::getSize(-1).rows, 24U);
+    EXPECT_EQ(switchctl::Terminal::getSize(_window.getDevice()).rows, 24U);
+    EXPECT_EQ(switchctl::Terminal::getSize(_window.getDevice()).columns, 80U);
+    EXPECT_EQ(switchctl::Terminal::getSize(-1).rows, 24U);
 }

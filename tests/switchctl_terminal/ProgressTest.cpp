@@ -1,6 +1,6 @@
 // The line that says what takes so long.
 
-#include "switchctl/Progress.hpp"
+#include "switchctl/terminal/Progress.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -30,14 +30,14 @@ protected:
 
 TEST_F(ProgressTest, IsALineThatIsErasedAtTheEnd) {
     {
-        Progress const progress(_window.getDevice(), "reading switch 0", milliseconds(0));
+        switchctl::Progress const progress(_window.getDevice(), "reading switch 0", milliseconds(0));
         EXPECT_THAT(_window.readUntil(" s\r"), StartsWith("\r\033[Kreading switch 0 ... 0 s\r"));
     }
     EXPECT_THAT(_window.readAvailable(), EndsWith(" s\r\r\033[K"));
 }
 
 TEST_F(ProgressTest, SaysHowMuchIsDone) {
-    Progress progress(_window.getDevice(), "reading", milliseconds(0));
+    switchctl::Progress progress(_window.getDevice(), "reading", milliseconds(0));
     progress.update(3, 57);
     _window.readUntil("\r\033[Kreading ... 3 of 57, ");
     progress.update(4, 57);
@@ -45,19 +45,19 @@ TEST_F(ProgressTest, SaysHowMuchIsDone) {
 }
 
 TEST_F(ProgressTest, StaysOnOneLine) {
-    Progress const progress(_window.getDevice(), std::string(200, 'x'), milliseconds(0));
+    switchctl::Progress const progress(_window.getDevice(), std::string(200, 'x'), milliseconds(0));
     std::string const text = _window.readUntil("\r\033[K" + std::string(79, 'x') + "\r");
     EXPECT_THAT(text, StartsWith("\r\033[K" + std::string(79, 'x') + "\r"));
 }
 
 TEST_F(ProgressTest, NothingIsSaidOfWhatIsDoneSooner) {
-    { Progress const progress(_window.getDevice(), "reading", hours(1)); }
+    { switchctl::Progress const progress(_window.getDevice(), "reading", hours(1)); }
     EXPECT_EQ(_window.readAvailable(), "");
 }
 
 TEST_F(ProgressTest, NothingIsSaidOnADumbTerminal) {
     setenv("TERM", "dumb", 1);
-    { Progress const progress(_window.getDevice(), "reading", milliseconds(0)); }
+    { switchctl::Progress const progress(_window.getDevice(), "reading", milliseconds(0)); }
     EXPECT_EQ(_window.readAvailable(), "");
 }
 
@@ -65,7 +65,7 @@ TEST_F(ProgressTest, NothingGoesIntoAPipe) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     {
-        Progress progress(ends[1], "reading", milliseconds(0));
+        switchctl::Progress progress(ends[1], "reading", milliseconds(0));
         progress.update(1, 2);
     }
     close(ends[1]);
@@ -76,6 +76,6 @@ TEST_F(ProgressTest, NothingGoesIntoAPipe) {
 
 TEST_F(ProgressTest, NothingGoesIntoAStreamThatIsNotStandardError) {
     std::ostringstream errors;
-    { Progress const progress(errors, "reading"); }
+    { switchctl::Progress const progress(errors, "reading"); }
     EXPECT_EQ(errors.str(), "");
 }

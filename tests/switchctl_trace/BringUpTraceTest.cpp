@@ -6,16 +6,16 @@
 #include <sstream>
 
 #include "TracedSession.hpp"
+#include "board/BoardSession.hpp"
+#include "board/trace/TraceReader.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/AccessLog.hpp"
-#include "switchctl/BoardSession.hpp"
-#include "switchctl/trace/TraceReader.hpp"
 
+using board::BoardSession;
+using board::TraceReader;
 using simulation::AccessLog;
 using simulation::BusFaults;
 using simulation::SimulatedBoard;
-using switchctl::BoardSession;
-using switchctl::trace::TraceReader;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
@@ -26,9 +26,9 @@ namespace {
 /// What the chips themselves have seen, without the registers of PHYs, which they reach by themselves.
 std::vector<std::string> seenByChips(std::string const& document) {
     auto const xml = reference_host::XmlDocument::fromText(document, "board");
-    BoardSession::Options options;
+    board::BoardSession::Options options;
     options.simulate = true;
-    BoardSession session(*xml, options);
+    board::BoardSession session(*xml, options);
     session.bringUp();
     std::vector<std::string> lines;
     for (AccessLog::Entry const& entry : session.getBoard()->getLog().getEntries()) {
@@ -42,9 +42,9 @@ std::vector<std::string> seenByChips(std::string const& document) {
 
 std::vector<std::string> tracedAccesses(std::string const& text) {
     std::istringstream in(text);
-    TraceReader const trace(in, "trace");
+    board::TraceReader const trace(in, "trace");
     std::vector<std::string> lines;
-    for (TraceReader::Line const& line : trace.getLines()) {
+    for (board::TraceReader::Line const& line : trace.getLines()) {
         EXPECT_TRUE(line.access.succeeded);
         lines.push_back("switch " + std::to_string(line.access.switchId) +
                         (line.access.isWrite ? " W " : " R ") + std::to_string(line.access.address->address) +

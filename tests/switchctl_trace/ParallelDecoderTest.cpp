@@ -1,6 +1,6 @@
 // Accesses to a VSC7390's window that become register accesses.
 
-#include "switchctl/trace/ParallelDecoder.hpp"
+#include "chips/vsc7390/ParallelDecoder.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/trace/TraceFormat.hpp"
+#include "board/trace/TraceFormat.hpp"
 
-using switchctl::trace::ParallelDecoder;
-using switchctl::trace::TraceAccess;
-using switchctl::trace::TraceChips;
-using switchctl::trace::TraceFormat;
-using switchctl::trace::TraceSink;
+using board::TraceChips;
+using board::TraceFormat;
+using chips::ParallelDecoder;
+using chips::TraceAccess;
+using chips::TraceSink;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -24,7 +24,7 @@ constexpr unsigned offsetOf(unsigned block, unsigned subBlock, unsigned address)
     return block << 14 | subBlock << 10 | address << 2;
 }
 
-class ParallelDecoderTest : public testing::Test, private TraceSink {
+class ParallelDecoderTest : public testing::Test, private chips::TraceSink {
 protected:
     ParallelDecoderTest() { chips.add(3, "vsc7390"); }
 
@@ -41,13 +41,15 @@ protected:
         decoder.accessed({time += 100, offset, true, value, succeeded});
     }
 
-    TraceChips chips;
+    board::TraceChips chips;
     std::vector<std::string> lines;
     std::uint64_t time = 0;
-    ParallelDecoder decoder{3, *this};
+    chips::ParallelDecoder decoder{3, *this};
 
 private:
-    void add(TraceAccess const& access) override { lines.push_back(TraceFormat::line(chips, access)); }
+    void add(chips::TraceAccess const& access) override {
+        lines.push_back(board::TraceFormat::line(chips, access));
+    }
 };
 
 } // namespace

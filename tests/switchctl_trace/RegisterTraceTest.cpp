@@ -6,14 +6,14 @@
 #include <fstream>
 #include <sstream>
 
-#include "switchctl/registers/RegisterCommand.hpp"
-#include "switchctl/trace/ReplayCommand.hpp"
+#include "switchctl/register/RegisterCommand.hpp"
+#include "switchctl/replay/ReplayCommand.hpp"
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
-using switchctl::ExitStatus;
-using switchctl::RegisterCommand;
-using switchctl::trace::ReplayCommand;
+using chips::ExitStatus;
+using switchctl::registers::RegisterCommand;
+using switchctl::replay::ReplayCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
 using testing::ContainsRegex;
@@ -24,7 +24,7 @@ namespace {
 CommandRun runRegister(std::vector<std::string> arguments, std::string const& trace) {
     arguments.insert(arguments.begin(), "register");
     arguments.insert(arguments.end(), {"--trace", trace});
-    return CommandRun::of<RegisterCommand>(arguments);
+    return CommandRun::of<switchctl::registers::RegisterCommand>(arguments);
 }
 
 struct Case {
@@ -39,10 +39,10 @@ class RegisterTraceTest : public testing::TestWithParam<Case> {};
 TEST_P(RegisterTraceTest, HasTheAccessesAndCanBeReplayed) {
     TemporaryFile const trace;
     CommandRun const run = runRegister(GetParam().arguments, trace.path());
-    EXPECT_EQ(run.status, ExitStatus::success) << run.errors;
+    EXPECT_EQ(run.status, chips::ExitStatus::success) << run.errors;
     EXPECT_THAT(trace.content(), ContainsRegex(GetParam().trace));
-    CommandRun const replay = CommandRun::of<ReplayCommand>({"replay", trace.path()});
-    EXPECT_EQ(replay.status, ExitStatus::success) << replay.out << replay.errors;
+    CommandRun const replay = CommandRun::of<switchctl::replay::ReplayCommand>({"replay", trace.path()});
+    EXPECT_EQ(replay.status, chips::ExitStatus::success) << replay.out << replay.errors;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -62,18 +62,18 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(RegisterTraceTest, HasAnAccessThatFailed) {
     TemporaryFile const trace;
     CommandRun const run = runRegister({"read", "phy", "--parallel", "--simulate", "31/0x02"}, trace.path());
-    EXPECT_EQ(run.status, ExitStatus::registerFailed);
+    EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
     EXPECT_THAT(trace.content(), ContainsRegex(" 0 parallel R phy31/0x02 - - failed\n$"));
 }
 
 TEST(RegisterTraceTest, AFileThatCannotBeWrittenIsRefused) {
     CommandRun const run =
         runRegister({"read", "smi", "--switch", "0", "--simulate", "port0/PortStatus"}, "/nonexistent/t");
-    EXPECT_EQ(run.status, ExitStatus::noTrace);
+    EXPECT_EQ(run.status, chips::ExitStatus::noTrace);
     EXPECT_THAT(run.errors, HasSubstr("/nonexistent/t: No such file or directory"));
     EXPECT_EQ(
         runRegister({"read", "smi", "--switch", "0", "--simulate", "port0/PortStatus"}, "/dev/full").status,
-        ExitStatus::noTrace);
+        chips::ExitStatus::noTrace);
 }
 
 TEST(RegisterTraceTest, TheExamplesOfTheFormatsDescriptionAreTraces) {
@@ -86,8 +86,8 @@ TEST(RegisterTraceTest, TheExamplesOfTheFormatsDescriptionAreTraces) {
          start = text.find("```trace\n", start + 1)) {
         std::size_t const begin = text.find('\n', start) + 1;
         TemporaryFile const trace(text.substr(begin, text.find("```", begin) - begin));
-        CommandRun const run = CommandRun::of<ReplayCommand>({"replay", trace.path()});
-        EXPECT_NE(run.status, ExitStatus::badDocument) << run.errors;
+        CommandRun const run = CommandRun::of<switchctl::replay::ReplayCommand>({"replay", trace.path()});
+        EXPECT_NE(run.status, chips::ExitStatus::badDocument) << run.errors;
         ++examples;
     }
     EXPECT_GE(examples, 2U);

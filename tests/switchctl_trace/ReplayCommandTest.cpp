@@ -1,6 +1,6 @@
 // `switchctl replay` as it is typed.
 
-#include "switchctl/trace/ReplayCommand.hpp"
+#include "switchctl/replay/ReplayCommand.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using chips::ExitStatus;
 using simulation::SimulatedBoard;
-using switchctl::ExitStatus;
-using switchctl::trace::ReplayCommand;
+using switchctl::replay::ReplayCommand;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
@@ -20,7 +20,7 @@ using testing::StartsWith;
 namespace {
 
 CommandRun replay(std::string const& path) {
-    return CommandRun::of<ReplayCommand>({"replay", path});
+    return CommandRun::of<switchctl::replay::ReplayCommand>({"replay", path});
 }
 
 /// Number of the first line with that text, from 1.
@@ -38,7 +38,7 @@ TEST_P(ReplayOfExampleTest, TheModelsDoTheSame) {
     TracedSession const session(TracedSession::exampleText(GetParam()));
     TemporaryFile const trace(session.getText());
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::success) << run.out << run.errors;
+    EXPECT_EQ(run.status, chips::ExitStatus::success) << run.out << run.errors;
     EXPECT_EQ(run.out, trace.path() + ": the models do the same in all " +
                            std::to_string(session.getAccesses().size()) + " accesses\n");
 }
@@ -58,7 +58,7 @@ TEST(ReplayCommandTest, TheFirstDivergenceIsReported) {
     text.replace(text.rfind(second), second.size(), "failed\n");
     TemporaryFile const trace(text);
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::traceDiverges);
+    EXPECT_EQ(run.status, chips::ExitStatus::traceDiverges);
     EXPECT_THAT(run.out, StartsWith(trace.path() + ":" + std::to_string(line) +
                                     ": switch 0, read of port 0/SwitchIdentifier (0x10/0x03): expected "
                                     "0x097"));
@@ -70,7 +70,7 @@ TEST(ReplayCommandTest, AnAccessThatFailedOnTheBoardDiverges) {
                                 [](SimulatedBoard& board) { board.getMarvell(0).unplug(); });
     TemporaryFile const trace(session.getText());
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::traceDiverges);
+    EXPECT_EQ(run.status, chips::ExitStatus::traceDiverges);
     EXPECT_THAT(run.out, HasSubstr(trace.path() + ":3: switch 0, read of SMICommand: expected a failed read, "
                                                   "found "));
 }
@@ -82,7 +82,7 @@ TEST(ReplayCommandTest, AChipThatDidDifferentlyDiverges) {
     });
     TemporaryFile const trace(session.getText());
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::traceDiverges);
+    EXPECT_EQ(run.status, chips::ExitStatus::traceDiverges);
     EXPECT_THAT(run.out, HasSubstr("read of port 8/PhysicalControl (0x18/0x01): expected "));
     EXPECT_THAT(run.out, HasSubstr("    FCValue  expected 0x1, found 0x0\n"));
 }
@@ -93,26 +93,26 @@ TEST(ReplayCommandTest, WaitsOfTheTraceAreKept) {
                               "0.000001000 3 parallel W 2.0/0xd0 analyser/VLANACCESS 0x00000003 ok\n"
                               "1.000000000 3 parallel R 2.0/0xd0 analyser/VLANACCESS 0x00000000 ok\n");
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::success) << run.out;
+    EXPECT_EQ(run.status, chips::ExitStatus::success) << run.out;
     TemporaryFile const early("switchctl trace 1\nchip 3 vsc7390\n"
                               "0.000001000 3 parallel W 2.0/0xd0 analyser/VLANACCESS 0x00000003 ok\n"
                               "0.000002000 3 parallel R 2.0/0xd0 analyser/VLANACCESS 0x00000003 ok\n");
-    EXPECT_EQ(replay(early.path()).status, ExitStatus::success) << replay(early.path()).out;
+    EXPECT_EQ(replay(early.path()).status, chips::ExitStatus::success) << replay(early.path()).out;
 }
 
 TEST(ReplayCommandTest, WhatIsNoTraceIsRefused) {
     TemporaryFile const trace("switchctl trace 1\nnonsense\n");
     CommandRun const run = replay(trace.path());
-    EXPECT_EQ(run.status, ExitStatus::badDocument);
+    EXPECT_EQ(run.status, chips::ExitStatus::badDocument);
     EXPECT_EQ(run.errors, "switchctl: " + trace.path() + ":2: an access has 8 words, not 1\n");
-    EXPECT_EQ(replay("/nonexistent").status, ExitStatus::badDocument);
+    EXPECT_EQ(replay("/nonexistent").status, chips::ExitStatus::badDocument);
     EXPECT_EQ(replay("/nonexistent").errors, "switchctl: /nonexistent: No such file or directory\n");
-    EXPECT_EQ(replay("/tmp").status, ExitStatus::badDocument);
+    EXPECT_EQ(replay("/tmp").status, chips::ExitStatus::badDocument);
 }
 
 TEST(ReplayCommandTest, HelpHasExamplesAndExitStatuses) {
     CLI::App program;
-    ReplayCommand const command(program);
+    switchctl::replay::ReplayCommand const command(program);
     std::string const help = program.get_subcommand("replay")->help();
     EXPECT_THAT(help, HasSubstr("switchctl replay board.txt"));
     EXPECT_THAT(help, HasSubstr("Exit status:"));

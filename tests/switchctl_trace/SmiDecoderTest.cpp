@@ -1,6 +1,6 @@
 // MDIO frames of an 88E6096 that become register accesses.
 
-#include "switchctl/trace/SmiDecoder.hpp"
+#include "chips/88e6096/SmiDecoder.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,19 +8,19 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/trace/TraceFormat.hpp"
+#include "board/trace/TraceFormat.hpp"
 
-using switchctl::trace::SmiDecoder;
-using switchctl::trace::TraceAccess;
-using switchctl::trace::TraceChips;
-using switchctl::trace::TraceFormat;
-using switchctl::trace::TraceSink;
+using board::TraceChips;
+using board::TraceFormat;
+using chips::SmiDecoder;
+using chips::TraceAccess;
+using chips::TraceSink;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
 
-class SmiDecoderTest : public testing::Test, private TraceSink {
+class SmiDecoderTest : public testing::Test, private chips::TraceSink {
 protected:
     SmiDecoderTest() { chips.add(4, "88e6096"); }
 
@@ -31,12 +31,14 @@ protected:
     static constexpr std::uint16_t readPort3 = 0x9A64;
     static constexpr std::uint16_t writePort3 = 0x9664;
 
-    TraceChips chips;
+    board::TraceChips chips;
     std::vector<std::string> lines;
-    SmiDecoder decoder{4, *this};
+    chips::SmiDecoder decoder{4, *this};
 
 private:
-    void add(TraceAccess const& access) override { lines.push_back(TraceFormat::line(chips, access)); }
+    void add(chips::TraceAccess const& access) override {
+        lines.push_back(board::TraceFormat::line(chips, access));
+    }
 };
 
 } // namespace

@@ -1,26 +1,26 @@
 // Reading traces back, and refusing what is none.
 
-#include "switchctl/trace/TraceReader.hpp"
+#include "board/trace/TraceReader.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "switchctl/registers/CommandError.hpp"
-#include "switchctl/trace/TraceFormat.hpp"
+#include "board/trace/TraceFormat.hpp"
+#include "chips/ToolError.hpp"
 
-using switchctl::CommandError;
-using switchctl::ExitStatus;
-using switchctl::trace::TraceAccess;
-using switchctl::trace::TraceFormat;
-using switchctl::trace::TraceReader;
+using board::TraceFormat;
+using board::TraceReader;
+using chips::ExitStatus;
+using chips::ToolError;
+using chips::TraceAccess;
 
 namespace {
 
 std::string const header = "switchctl trace 1\nchip 0 88e6096\nchip 3 vsc7390\n";
 
-TraceReader read(std::string const& text) {
+board::TraceReader read(std::string const& text) {
     std::istringstream in(text);
     return {in, "t.txt"};
 }
@@ -28,8 +28,8 @@ TraceReader read(std::string const& text) {
 std::string refusalOf(std::string const& text) {
     try {
         read(text);
-    } catch (CommandError const& error) {
-        EXPECT_EQ(error.getStatus(), ExitStatus::badDocument);
+    } catch (chips::ToolError const& error) {
+        EXPECT_EQ(error.getStatus(), chips::ExitStatus::badDocument);
         return error.what();
     }
     return "accepted";
@@ -58,13 +58,13 @@ TEST(TraceReaderTest, ReadsWhatIsWritten) {
     for (std::string const& line : lines) {
         text += line + "\n";
     }
-    TraceReader const trace = read(text);
+    board::TraceReader const trace = read(text);
     ASSERT_EQ(trace.getLines().size(), std::size(lines));
     for (std::size_t index = 0; index < std::size(lines); ++index) {
         EXPECT_EQ(trace.getLines()[index].number, index + 4);
-        EXPECT_EQ(TraceFormat::line(trace.getChips(), trace.getLines()[index].access), lines[index]);
+        EXPECT_EQ(board::TraceFormat::line(trace.getChips(), trace.getLines()[index].access), lines[index]);
     }
-    TraceAccess const& third = trace.getLines()[2].access;
+    chips::TraceAccess const& third = trace.getLines()[2].access;
     EXPECT_EQ(third.nanoseconds, 256'100U);
     EXPECT_EQ(third.switchId, 3U);
     EXPECT_TRUE(third.isWrite);
@@ -73,7 +73,7 @@ TEST(TraceReaderTest, ReadsWhatIsWritten) {
 }
 
 TEST(TraceReaderTest, CommentsAndEmptyLinesAreNothing) {
-    TraceReader const trace = read(header + "\n# a comment\n  # another\n");
+    board::TraceReader const trace = read(header + "\n# a comment\n  # another\n");
     EXPECT_TRUE(trace.getLines().empty());
     EXPECT_EQ(trace.getChips().getAll().size(), 2U);
 }

@@ -3,24 +3,24 @@
 #include <fstream>
 #include <sstream>
 
+#include "board/BoardSession.hpp"
+#include "board/trace/BringUpTrace.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "switchctl/BoardSession.hpp"
-#include "switchctl/trace/BringUpTrace.hpp"
 
+using board::BoardDocument;
+using board::BoardSession;
+using board::BringUpTrace;
 using reference_host::XmlDocument;
-using switchctl::BoardDocument;
-using switchctl::BoardSession;
-using switchctl::trace::BringUpTrace;
 
 TracedSession::TracedSession(std::string const& document, Disturb const& disturb) {
     auto const xml = XmlDocument::fromText(document, "board");
     std::ostringstream out;
-    BringUpTrace trace(out, BoardDocument(*xml));
-    BoardSession::Options options;
+    board::BringUpTrace trace(out, board::BoardDocument(*xml));
+    board::BoardSession::Options options;
     options.simulate = true;
     options.wrapMemory = [&](auto memory) { return trace.wrap(std::move(memory)); };
     {
-        BoardSession session(*xml, options);
+        board::BoardSession session(*xml, options);
         if (disturb) {
             disturb(*session.getBoard());
         }

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "chips/AccessErrors.hpp"
+#include "chips/RegisterTransport.hpp"
+#include "reference_host/HostApplication.hpp"
+#include "reference_host/PhysicalMemory.hpp"
+#include "simulation/SimulatedBoard.hpp"
+
+namespace board {
+
+/// The chips of a board within reach: in hardware, or models that were brought up before.
+///
+/// Belongs to the thread that constructs it.
+class BoardAccess {
+public:
+    /// `board` must outlive the object; the thread lives by its clock.
+    explicit BoardAccess(simulation::SimulatedBoard& board);
+
+    /// The hardware behind a memory device; throws CommandError (noHardware) when it cannot be reached.
+    explicit BoardAccess(std::string const& memoryDevice);
+
+    /// The way to a chip: MDIO to an 88E6096, the parallel bus to a VSC7390. Must not outlive the object.
+    /// Throws CommandError (noHardware).
+    /// \param model as in configuration documents.
+    std::unique_ptr<chips::RegisterTransport> connect(unsigned switchId, std::string const& model);
+
+    /// For the library's own objects: what they belong to, and what they complain of.
+    Application& getApplication();
+    chips::AccessErrors& getErrors();
+
+private:
+    std::unique_ptr<reference_host::PhysicalMemory> _memory;
+    chips::AccessErrors _errors;
+    reference_host::HostApplication _application;
+};
+
+} // namespace board

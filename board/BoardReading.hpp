@@ -1,0 +1,137 @@
+#pragma once
+
+#include <libxml/tree.h>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "reference_host/XmlDocument.hpp"
+
+namespace board {
+
+/// What the library makes of a document before it touches a chip: the switches with their ports and
+/// trunks, the VLANs and groups with their members. Found by the library's own queries and number
+/// formats, so that whatever these find or miss is found or missed here. All chips count as present.
+class BoardReading {
+public:
+    enum class Chip { marvell88E6096, vitesse7390 };
+
+    struct Port {
+        xmlNodePtr element = nullptr;
+        unsigned int id = 0;
+        std::string connectedTo;
+        std::string portStatus;
+        /// smac, hmac or switchInterlink: the library sets the link up.
+        bool hasLinkSettings() const;
+        /// The library starts the link itself.
+        bool comesUp() const;
+    };
+
+    struct Trunk {
+        xmlNodePtr element = nullptr;
+        int id = 0;
+        /// In the order of the query; may be elements of other switches.
+        std::vector<xmlNodePtr> members;
+    };
+
+    struct Switch {
+        xmlNodePtr element = nullptr;
+        unsigned int id = 0;
+        Chip chip = Chip::marvell88E6096;
+        /// All elements that the switch finds when it looks itself up; it needs exactly one.
+        std::vector<xmlNodePtr> found;
+        std::map<unsigned int, Port> ports;
+        /// Elements whose number was taken already.
+        std::vector<xmlNodePtr> droppedPorts;
+        std::vector<Trunk> trunks;
+        /// What the library takes for the number of ports: every port element and every trunk.
+        unsigned int entryCount = 0;
+
+        unsigned int portsOfChip() const;
+        char const* chipName() const;
+        bool isVitesse() const { return chip == Chip::vitesse7390; }
+    };
+
+    enum class Outcome {
+        added,
+        unknownSwitch,
+        unknownPort,
+        /// Another switch's port of that number is a member.
+        numberTaken,
+        /// The port itself is a member.
+        twice,
+    };
+
+    struct Member {
+        xmlNodePtr element = nullptr;
+        int switchId = -1;
+        int portId = -1;
+        Outcome outcome = Outcome::added;
+    };
+
+    struct Vlan {
+        /// The element that made it, the first of the id.
+        xmlNodePtr element = nullptr;
+        unsigned int id = 0;
+        bool tagBased = false;
+        std::vector<Member> members;
+    };
+
+    struct Group {
+        std::string address;
+        unsigned int vlanId = 0;
+        std::vector<Member> members;
+    };
+
+    /// The document must outlive the reading.
+    explicit BoardReading(reference_host::XmlDocument& document);
+
+    std::map<unsigned int, Switch> const& getSwitches() const { return _switches; }
+    std::map<unsigned int, Vlan> const& getVlans() const { return _vlans; }
+    std::vector<Group> const& getGroups() const { return _groups; }
+
+    /// What the query selects; empty when it is none that libxml2 can evaluate.
+    std::vector<xmlNodePtr> find(std::string const& query) const;
+
+    /// Null when there is none.
+    Switch const* getSwitch(int id) const;
+
+    /// "88e6096", "vsc7390" or nothing when no driver knows the element's model.
+    static std::optional<Chip> chipOf(xmlNodePtr switchElement);
+
+    /// The id that discovery gives a switch element.
+    static unsigned int switchIdOf(xmlNodePtr switchElement);
+
+    /// The id under which the library keeps a VLAN element.
+    static unsigned int vlanIdOf(xmlNodePtr vlanElement);
+
+    /// The query for the members of a VLAN.
+    static std::string memberQuery(unsigned int vlanId);
+
+    /// The memberships of a port, by VLAN id: as it gets them.
+    std::map<unsigned int, Member const*> membershipsOf(unsigned int switchId, unsigned int portId) const;
+
+    /// Members on that switch that are one.
+    static std::vector<Member const*> addedMembers(std::vector<Member> const& members, unsigned int switchId);
+
+    /// The highest VLAN id of IEEE 802.1Q.
+    static constexpr unsigned int highestVlanId = 4094;
+
+private:
+    void readSwitches();
+    void readPorts(Switch& owner) const;
+    void readTrunks(Switch& owner) const;
+    void readVlans();
+    void readGroups();
+    Group& groupFor(std::string const& address, unsigned int vlanId);
+    Outcome outcomeOf(Member const& candidate, std::vector<Member> const& members) const;
+
+    reference_host::XmlDocument& _document;
+    std::map<unsigned int, Switch> _switches;
+    std::map<unsigned int, Vlan> _vlans;
+    std::vector<Group> _groups;
+};
+
+} // namespace board

@@ -1,0 +1,74 @@
+#include "board/ModelBringUp.hpp"
+
+#include "chips/ToolError.hpp"
+
+namespace board {
+
+using reference_host::XmlDocument;
+
+namespace {
+
+std::unique_ptr<XmlDocument> load(std::string const& path) {
+    try {
+        return XmlDocument::fromFile(path);
+    } catch (reference_host::XmlError const& error) {
+        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
+    }
+}
+
+} // namespace
+
+ModelBringUp::ModelBringUp(std::string const& path)
+    : _path(path), _xml(load(path)), _document(std::make_unique<BoardDocument>(*_xml)) {
+    BoardSession::Options options;
+    options.simulate = true;
+    _session = std::make_unique<BoardSession>(*_xml, options);
+    bringUp();
+}
+
+ModelBringUp::~ModelBringUp() = default;
+
+void ModelBringUp::bringUp() {
+    StartUpMonitor::Outcome const outcome = _session->bringUp();
+    if (!outcome.populated) {
+        throw chips::ToolError(chips::ExitStatus::startUpFailed,
+                               _path + ": start-up failed: " + outcome.reason);
+    }
+    if (_document->getSwitches().empty()) {
+        throw chips::ToolError(chips::ExitStatus::startUpFailed, _path + ": no switch in the document");
+    }
+    if (!_session->isComplete(*_document)) {
+        std::string text = _path + ": not every switch would come up";
+        for (std::string const& skipped : getBoard().getSkippedSwitches()) {
+            text += "\n  " + skipped;
+        }
+        throw chips::ToolError(chips::ExitStatus::startUpFailed, text);
+    }
+}
+
+std::string const& ModelBringUp::getPath() const {
+    return _path;
+}
+
+BoardDocument const& ModelBringUp::getDocument() const {
+    return *_document;
+}
+
+simulation::SimulatedBoard& ModelBringUp::getBoard() {
+    return *_session->getBoard();
+}
+
+BoardSession::Effort const& ModelBringUp::getEffort() const {
+    return _session->getEffort();
+}
+
+std::string ModelBringUp::getModel(unsigned switchId) const {
+    for (BoardDocument::Switch const& entry : _document->getSwitches()) {
+        if (entry.id == switchId) {
+            return entry.model;
+        }
+    }
+    return "";
+}
+
+} // namespace board

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "board/BoardDocument.hpp"
+#include "board/BoardSession.hpp"
+#include "reference_host/XmlDocument.hpp"
+
+namespace board {
+
+/// The board of a document, built of chip models in this process and brought up by the library.
+///
+/// Belongs to the thread that constructs it, like a BoardSession; of several, the last made goes first.
+class ModelBringUp {
+public:
+    /// Throws CommandError: badDocument when the document cannot be read, startUpFailed when start-up
+    /// gives up or a switch of the document does not come up.
+    /// \param path of the document.
+    explicit ModelBringUp(std::string const& path);
+    ~ModelBringUp();
+    ModelBringUp(ModelBringUp const&) = delete;
+    ModelBringUp& operator=(ModelBringUp const&) = delete;
+
+    std::string const& getPath() const;
+    BoardDocument const& getDocument() const;
+    simulation::SimulatedBoard& getBoard();
+    BoardSession::Effort const& getEffort() const;
+
+    /// The text of the document's switchModel attribute; empty when it has no such switch.
+    std::string getModel(unsigned switchId) const;
+
+private:
+    void bringUp();
+
+    std::string _path;
+    std::unique_ptr<reference_host::XmlDocument> _xml;
+    std::unique_ptr<BoardDocument> _document;
+    std::unique_ptr<BoardSession> _session;
+};
+
+} // namespace board

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <mutex>
+#include <vector>
+
+#include "reference_host/LogSink.hpp"
+
+namespace board {
+
+class StartUpMonitor;
+
+/// The messages of one session: keeps the warnings and errors for the end, shows them to the
+/// monitor, and passes all of them on to another sink if there is one.
+class SessionLog : public reference_host::LogSink {
+public:
+    /// \param next may be null; like the monitor, it must outlive the log.
+    SessionLog(StartUpMonitor& monitor, reference_host::LogSink* next);
+
+    void write(reference_host::LogMessage const& message) override;
+
+    /// The warnings and errors so far, in order. Any thread.
+    std::vector<reference_host::LogMessage> getComplaints() const;
+
+private:
+    void keep(reference_host::LogMessage const& message);
+
+    StartUpMonitor& _monitor;
+    reference_host::LogSink* _next;
+    mutable std::mutex _mutex;
+    std::vector<reference_host::LogMessage> _complaints;
+};
+
+} // namespace board

@@ -1,0 +1,111 @@
+#include "board/trace/TraceFormat.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "chips/NumberText.hpp"
+
+namespace board {
+
+namespace {
+
+using Transport = chips::TraceAccess::Transport;
+
+constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+constexpr std::size_t decimals = 9;
+/// Some thirty years.
+constexpr std::size_t mostDigitsOfSeconds = 9;
+constexpr unsigned digitsOfSmiWord = 4;
+
+struct TransportName {
+    Transport transport;
+    char const* name;
+};
+
+constexpr std::array<TransportName, 3> transportNames = {
+    {{Transport::smi, "smi"}, {Transport::parallel, "parallel"}, {Transport::serial, "serial"}}};
+
+bool isDigits(std::string const& text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+} // namespace
+
+char const* TraceFormat::nameOf(Transport transport) {
+    auto const* const found =
+        std::find_if(transportNames.begin(), transportNames.end(),
+                     [transport](TransportName const& entry) { return entry.transport == transport; });
+    return found->name;
+}
+
+std::optional<Transport> TraceFormat::transportOf(std::string const& name) {
+    for (TransportName const& entry : transportNames) {
+        if (name == entry.name) {
+            return entry.transport;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string TraceFormat::timeText(std::uint64_t nanoseconds) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%llu.%09llu",
+                  static_cast<unsigned long long>(nanoseconds / nanosecondsPerSecond),
+                  static_cast<unsigned long long>(nanoseconds % nanosecondsPerSecond));
+    return text;
+}
+
+std::optional<std::uint64_t> TraceFormat::timeOf(std::string const& text) {
+    std::size_t const dot = text.find('.');
+    std::string const seconds = text.substr(0, dot);
+    std::string const fraction = dot == std::string::npos ? "" : text.substr(dot + 1);
+    if (!isDigits(seconds) || seconds.size() > mostDigitsOfSeconds || !isDigits(fraction) ||
+        fraction.size() != decimals) {
+        return std::nullopt;
+    }
+    return std::stoull(seconds) * nanosecondsPerSecond + std::stoull(fraction);
+}
+
+std::string TraceFormat::nameOf(chips::RegisterLocation const& location) {
+    if (location.description == nullptr) {
+        return none;
+    }
+    std::string name = location.getText();
+    name.erase(std::remove(name.begin(), name.end(), ' '), name.end());
+    return name;
+}
+
+chips::RegisterLocation TraceFormat::locate(chips::ChipCatalogue const& chip,
+                                            chips::RegisterAddress const& address) {
+    return find(chip, address.getText());
+}
+
+// A chip has PHYs, by number, that its catalogue has no names for.
+chips::RegisterLocation TraceFormat::find(chips::ChipCatalogue const& chip, std::string const& number) {
+    std::string const phy = "phy";
+    bool const isPhy = number.compare(0, phy.size(), phy) == 0;
+    return chip.find(isPhy ? number.substr(phy.size()) : number, isPhy);
+}
+
+std::string TraceFormat::line(TraceChips const& chips, chips::TraceAccess const& access) {
+    std::string number = none;
+    std::string name = busyChip;
+    unsigned digits = digitsOfSmiWord;
+    if (access.address) {
+        chips::RegisterLocation const location = locate(*chips.find(access.switchId), *access.address);
+        number = location.address.getText();
+        name = nameOf(location);
+        digits = location.getDigits();
+    }
+    std::string const value = access.value ? chips::NumberText::hexadecimal(*access.value, digits) : none;
+    return timeText(access.nanoseconds) + ' ' + std::to_string(access.switchId) + ' ' +
+           nameOf(access.transport) + ' ' + (access.isWrite ? write : read) + ' ' + number + ' ' + name +
+           ' ' + value + ' ' + (access.succeeded ? ok : failed);
+}
+
+std::string TraceFormat::chipLine(unsigned switchId, std::string const& model) {
+    return "chip " + std::to_string(switchId) + ' ' + model;
+}
+
+} // namespace board

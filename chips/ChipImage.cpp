@@ -1,0 +1,54 @@
+#include "chips/ChipImage.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace chips {
+
+void ChipImage::addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields) {
+    _index.emplace(std::make_pair(unit, name), _items.size());
+    _items.push_back({unit, name, std::move(fields)});
+    ++_registers;
+}
+
+void ChipImage::addEntry(std::string const& table, std::string const& name, std::vector<Field> fields) {
+    _index.emplace(std::make_pair(table, name), _items.size());
+    _items.push_back({table, name, std::move(fields)});
+    ++_entries;
+}
+
+void ChipImage::addUnread(std::string const& unit, std::string const& reason) {
+    _unread.push_back({unit, reason});
+}
+
+std::vector<ChipImage::Item> const& ChipImage::getItems() const {
+    return _items;
+}
+
+ChipImage::Item const* ChipImage::find(std::string const& unit, std::string const& name) const {
+    auto const found = _index.find({unit, name});
+    return found == _index.end() ? nullptr : &_items[found->second];
+}
+
+bool ChipImage::isUnread(std::string const& unit) const {
+    return std::any_of(_unread.begin(), _unread.end(),
+                       [&](Unread const& unread) { return unread.unit == unit; });
+}
+
+std::vector<std::string> ChipImage::getUnread() const {
+    std::vector<std::string> lines;
+    for (Unread const& unread : _unread) {
+        lines.push_back(unread.unit + ": " + unread.reason);
+    }
+    return lines;
+}
+
+unsigned ChipImage::getRegisters() const {
+    return _registers;
+}
+
+unsigned ChipImage::getEntries() const {
+    return _entries;
+}
+
+} // namespace chips

@@ -1,0 +1,116 @@
+#include "chips/RegisterAssignment.hpp"
+
+#include <algorithm>
+
+#include "chips/NumberText.hpp"
+#include "chips/ToolError.hpp"
+#include "simulation/Bits.hpp"
+
+namespace chips {
+
+using simulation::maskOf;
+using simulation::Register;
+
+namespace {
+
+ToolError refusal(std::string const& assignment, std::string const& reason) {
+    return {ExitStatus::usage, "\"" + assignment + "\": " + reason};
+}
+
+std::uint32_t valueFrom(std::string const& text, unsigned bits, std::string const& assignment) {
+    auto const value = NumberText::parse(text);
+    if (!value) {
+        throw refusal(assignment, "\"" + text + "\" is not a number");
+    }
+    if ((*value & ~maskOf(bits - 1, 0)) != 0) {
+        throw refusal(assignment, text + " does not fit into " + std::to_string(bits) + " bits");
+    }
+    return *value;
+}
+
+Register::Field const& fieldOf(RegisterLocation const& location, std::string const& name,
+                               std::string const& assignment) {
+    Register::Field const* found = nullptr;
+    if (location.description != nullptr) {
+        for (Register::Field const& field : location.description->getFields()) {
+            if (!ChipCatalogue::isSameName(field.name, name)) {
+                continue;
+            }
+            if (found != nullptr) {
+                throw refusal(assignment, "there are several fields \"" + name + "\"");
+            }
+            found = &field;
+        }
+    }
+    if (found == nullptr) {
+        throw refusal(assignment, location.getText() + " has no field \"" + name + "\"");
+    }
+    return *found;
+}
+
+} // namespace
+
+RegisterAssignment RegisterAssignment::parse(ChipCatalogue const& catalogue, std::string const& text,
+                                             bool physOnly) {
+    std::size_t const equals = text.find('=');
+    if (equals == std::string::npos) {
+        throw refusal(text, "not of the form LOCATION=VALUE");
+    }
+    std::size_t const colon = text.find(':');
+    RegisterAssignment assignment;
+    assignment._location = catalogue.find(text.substr(0, std::min(equals, colon)), physOnly);
+    if (colon > equals) {
+        assignment._value = valueFrom(text.substr(equals + 1), assignment._location.address.getBits(), text);
+        return assignment;
+    }
+    for (std::size_t end = colon; end != std::string::npos;) {
+        std::size_t const start = end + 1;
+        end = text.find(',', start);
+        assignment.addField(text.substr(start, end - start), text);
+    }
+    return assignment;
+}
+
+void RegisterAssignment::addField(std::string const& text, std::string const& assignment) {
+    std::size_t const equals = text.find('=');
+    if (equals == std::string::npos) {
+        throw refusal(assignment, "\"" + text + "\" is not of the form FIELD=VALUE");
+    }
+    Register::Field const& field = fieldOf(_location, text.substr(0, equals), assignment);
+    std::uint32_t const value = valueFrom(text.substr(equals + 1), field.high - field.low + 1, assignment);
+    _fields.push_back({field.name, maskOf(field.high, field.low), value, field.low});
+}
+
+RegisterLocation const& RegisterAssignment::getLocation() const {
+    return _location;
+}
+
+bool RegisterAssignment::isPartial() const {
+    return !_fields.empty();
+}
+
+std::uint32_t RegisterAssignment::apply(std::uint32_t before) const {
+    if (!isPartial()) {
+        return _value;
+    }
+    std::uint32_t value = before;
+    for (Part const& field : _fields) {
+        value = (value & ~field.mask) | (field.value << field.low);
+    }
+    return value;
+}
+
+std::string RegisterAssignment::getText() const {
+    std::string text = _location.getText() + " (" + _location.address.getText() + ")";
+    if (!isPartial()) {
+        return text + " = " + NumberText::hexadecimal(_value, _location.getDigits());
+    }
+    char const* separator = ": ";
+    for (Part const& field : _fields) {
+        text += separator + field.name + " = " + NumberText::hexadecimal(field.value, 1);
+        separator = ", ";
+    }
+    return text;
+}
+
+} // namespace chips

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "chips/AccessErrors.hpp"
+#include "chips/RegisterLocation.hpp"
+
+namespace chips {
+
+/// A way to the registers of one chip and of its PHYs.
+class RegisterTransport {
+public:
+    /// \param errors gets the library's messages; must outlive the transport.
+    explicit RegisterTransport(AccessErrors& errors);
+    virtual ~RegisterTransport();
+    RegisterTransport(RegisterTransport const&) = delete;
+    RegisterTransport& operator=(RegisterTransport const&) = delete;
+
+    /// Both throw CommandError (registerFailed) when the access fails.
+    std::uint32_t read(RegisterLocation const& location);
+    void write(RegisterLocation const& location, std::uint32_t value);
+
+    /// What sees each access once it is over; `value` of a read that failed means nothing.
+    using Observer = std::function<void(RegisterLocation const& location, bool isWrite, std::uint32_t value,
+                                        bool succeeded)>;
+    void setObserver(Observer observer);
+
+    /// Accesses so far.
+    unsigned getAccesses() const;
+
+protected:
+    /// \return here and below: false when the access failed. May throw a text (char const*).
+    virtual bool tryRead(RegisterAddress const& address, std::uint32_t& value) = 0;
+    virtual bool tryWrite(RegisterAddress const& address, std::uint32_t value) = 0;
+
+private:
+    template <typename Access>
+    void perform(RegisterLocation const& location, bool isWrite, std::uint32_t& value, Access access);
+
+    AccessErrors& _errors;
+    Observer _observer;
+    unsigned _accesses = 0;
+};
+
+} // namespace chips

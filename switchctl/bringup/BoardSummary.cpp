@@ -1,0 +1,218 @@
+#include "switchctl/bringup/BoardSummary.hpp"
+
+#include <algorithm>
+#include <array>
+#include <iomanip>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "marvell/MarvellSwitch.hpp"
+#include "model/ManagedSwitch.hpp"
+#include "model/ManagedSwitchPort.hpp"
+#include "model/TrunkGroup.hpp"
+#include "reference_host/StreamLog.hpp"
+#include "vitesse/VitesseSwitch.hpp"
+
+namespace switchctl::bringup {
+
+namespace {
+
+bool isKnownModel(std::string const& model) {
+    return model == MarvellSwitch::_xmlDescriptionString || model == VitesseSwitch::_xmlDescriptionString;
+}
+
+std::string stateName(ManagedSwitchPort::PortEnabledStatus state) {
+    static std::array<std::string, 4> const names = {"disabled", "listening", "learning", "forwarding"};
+    return names[static_cast<std::size_t>(state)];
+}
+
+chips::PortAddress addressOf(ManagedSwitchPort const& port) {
+    return {port.getSwitch().getId(), port.getId()};
+}
+
+std::string tagText(std::string const& attribute) {
+    return attribute.empty() ? "none" : attribute;
+}
+
+/// A section of the summary that may have nothing to say.
+template <typename Items> bool printHeading(std::ostream& out, char const* heading, Items const& items) {
+    bool const empty = std::begin(items) == std::end(items);
+    out << heading << (empty ? ": none\n" : "\n");
+    return !empty;
+}
+
+void printSeconds(std::ostream& out, std::uint64_t nanoseconds) {
+    constexpr std::uint64_t nanosecondsPerMicrosecond = 1000;
+    constexpr std::uint64_t microsecondsPerSecond = 1000000;
+    std::uint64_t const microseconds = nanoseconds / nanosecondsPerMicrosecond;
+    out << microseconds / microsecondsPerSecond << '.' << std::setfill('0') << std::setw(6)
+        << microseconds % microsecondsPerSecond << std::setfill(' ') << " s\n";
+}
+
+} // namespace
+
+BoardSummary::BoardSummary(board::BoardDocument const& document, board::BoardSession& session)
+    : _document(document), _session(session) {}
+
+void BoardSummary::print(std::ostream& out) const {
+    printSwitches(out);
+    printPorts(out);
+    printVlans(out);
+    printTrunks(out);
+    printMulticastGroups(out);
+    printCpuPort(out);
+    printEffort(out);
+}
+
+void BoardSummary::printComplaints(std::ostream& out) const {
+    auto const complaints = _session.getLog().getComplaints();
+    if (!printHeading(out, "warnings and errors", complaints)) {
+        return;
+    }
+    reference_host::StreamLog::Options options;
+    options.timeStamps = false;
+    reference_host::StreamLog log(out, options);
+    for (auto const& complaint : complaints) {
+        out << "  ";
+        log.write(complaint);
+    }
+}
+
+ManagedSwitchPort* BoardSummary::portOf(board::BoardDocument::Member const& member) const {
+    ManagedSwitch* const managedSwitch =
+        _session.getManager().getManagedSwitch(static_cast<unsigned int>(member.switchId));
+    if (managedSwitch == nullptr) {
+        return nullptr;
+    }
+    auto const port = managedSwitch->getPorts().find(static_cast<unsigned int>(member.portId));
+    return port == managedSwitch->getPorts().end() ? nullptr : port->second;
+}
+
+void BoardSummary::printSwitches(std::ostream& out) const {
+    auto const& switches = _document.getSwitches();
+    auto const up = std::count_if(switches.begin(), switches.end(),
+                                  [this](auto const& entry) { return _session.isUp(entry); });
+    out << "switches: " << up << " of " << switches.size() << " found\n";
+    for (auto const& entry : switches) {
+        out << "  switch " << entry.id << "  " << std::left << std::setw(8) << entry.model << std::right;
+        if (_session.isUp(entry)) {
+            out << "  found, " << _session.getManager().getManagedSwitch(entry.id)->getPorts().size()
+                << " ports\n";
+        } else {
+            out << "  missing: "
+                << (isKnownModel(entry.model) ? "the chip does not answer" : "no such driver") << '\n';
+        }
+    }
+}
+
+void BoardSummary::printPorts(std::ostream& out) const {
+    using Kind = std::pair<ManagedSwitchPort::PortType, ManagedSwitchPort::PortEnabledStatus>;
+    std::map<Kind, std::vector<ManagedSwitchPort const*>> ports;
+    for (auto const& [switchId, managedSwitch] : _session.getManager().getManagedSwitches()) {
+        for (auto const& [portId, port] : managedSwitch->getPorts()) {
+            ports[{port->getType(), port->getState()}].push_back(port);
+        }
+    }
+    if (!printHeading(out, "ports", ports)) {
+        return;
+    }
+    for (auto const& [kind, members] : ports) {
+        out << "  " << std::left << std::setw(16) << members.front()->getTypeName() << "  " << std::setw(10)
+            << stateName(kind.second) << std::right;
+        for (ManagedSwitchPort const* const port : members) {
+            out << ' ' << addressOf(*port);
+        }
+        out << '\n';
+    }
+}
+
+void BoardSummary::printVlans(std::ostream& out) const {
+    if (!printHeading(out, "VLANs", _document.getVlans())) {
+        return;
+    }
+    for (auto const& vlan : _document.getVlans()) {
+        out << "  0x" << std::hex << vlan.id << std::dec
+            << (vlan.tagBased ? "  tag-based:" : "  port-based:");
+        printMembers(out, vlan.members, vlan.tagBased);
+    }
+}
+
+/// The members that count, then the others. Members are told apart by their port number alone, so
+/// the second of two with the same number does not count, whatever its switch.
+void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardDocument::Member> const& members,
+                                bool withTags) const {
+    std::set<int> portIds;
+    std::vector<board::BoardDocument::Member> leftOut;
+    for (auto const& member : members) {
+        if (portOf(member) == nullptr || !portIds.insert(member.portId).second) {
+            leftOut.push_back(member);
+            continue;
+        }
+        out << ' ' << member.switchId << '.' << member.portId;
+        if (withTags) {
+            out << '(' << tagText(member.ingress) << '/' << tagText(member.egress) << ')';
+        }
+    }
+    for (auto const& member : leftOut) {
+        out << (&member == &leftOut.front() ? "; left out:" : "") << ' ' << member.switchId << '.'
+            << member.portId;
+    }
+    out << '\n';
+}
+
+void BoardSummary::printTrunks(std::ostream& out) const {
+    std::vector<std::pair<unsigned int, TrunkGroup const*>> trunks;
+    for (auto const& [switchId, managedSwitch] : _session.getManager().getManagedSwitches()) {
+        for (auto const& [key, trunk] : managedSwitch->getTrunkGroups()) {
+            trunks.emplace_back(switchId, trunk);
+        }
+    }
+    if (!printHeading(out, "trunks", trunks)) {
+        return;
+    }
+    for (auto const& [switchId, trunk] : trunks) {
+        out << "  switch " << switchId << " trunk " << trunk->getId() << ':';
+        for (auto const& [portId, port] : trunk->getTrunkedPorts()) {
+            out << ' ' << chips::PortAddress{switchId, portId} << (port == nullptr ? " (no such port)" : "");
+        }
+        out << '\n';
+    }
+}
+
+void BoardSummary::printMulticastGroups(std::ostream& out) const {
+    if (!printHeading(out, "multicast groups", _document.getMulticastGroups())) {
+        return;
+    }
+    for (auto const& group : _document.getMulticastGroups()) {
+        out << "  " << group.address << " in VLAN " << group.vlanId << ':';
+        printMembers(out, group.members, false);
+    }
+}
+
+void BoardSummary::printCpuPort(std::ostream& out) const {
+    out << "CPU port: ";
+    if (ManagedSwitchPort const* const port = _session.getManager().getCpuPort()) {
+        out << addressOf(*port) << '\n';
+    } else {
+        out << "none\n";
+    }
+}
+
+void BoardSummary::printEffort(std::ostream& out) const {
+    simulation::SimulatedBoard* const board = _session.getBoard();
+    if (board == nullptr) {
+        out << "register accesses: not counted on hardware\n";
+        return;
+    }
+    board::BoardSession::Effort const& effort = _session.getEffort();
+    out << "register accesses: " << effort.registerAccesses << " in chips, by " << effort.busAccesses
+        << " on the bus\n";
+    out << "predicted bus time: ";
+    printSeconds(out, effort.busNanoseconds);
+    out << "predicted start-up time: ";
+    printSeconds(out, effort.elapsedNanoseconds);
+    out << "driver misuse seen by the models: " << board->getMisuse().getSize() << '\n';
+}
+
+} // namespace switchctl::bringup

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <ostream>
+#include <vector>
+
+#include "board/BoardDocument.hpp"
+#include "board/BoardSession.hpp"
+
+class ManagedSwitchPort;
+
+namespace switchctl::bringup {
+
+/// Prints what became of a board: what the document asks for beside what is there.
+class BoardSummary {
+public:
+    /// Both must outlive the summary; the session's switches are ready.
+    BoardSummary(board::BoardDocument const& document, board::BoardSession& session);
+
+    void print(std::ostream& out) const;
+
+    /// The library's warnings and errors so far.
+    void printComplaints(std::ostream& out) const;
+
+private:
+    ManagedSwitchPort* portOf(board::BoardDocument::Member const& member) const;
+    void printSwitches(std::ostream& out) const;
+    void printPorts(std::ostream& out) const;
+    void printVlans(std::ostream& out) const;
+    void printMembers(std::ostream& out, std::vector<board::BoardDocument::Member> const& members,
+                      bool withTags) const;
+    void printTrunks(std::ostream& out) const;
+    void printMulticastGroups(std::ostream& out) const;
+    void printCpuPort(std::ostream& out) const;
+    void printEffort(std::ostream& out) const;
+
+    board::BoardDocument const& _document;
+    board::BoardSession& _session;
+};
+
+} // namespace switchctl::bringup

@@ -1,0 +1,181 @@
+#include "switchctl/bringup/BringUpCommand.hpp"
+
+#include <cerrno>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "board/BoardDocument.hpp"
+#include "board/trace/BringUpTrace.hpp"
+#include "chips/PortAddress.hpp"
+#include "reference_host/StreamLog.hpp"
+#include "reference_host/XmlDocument.hpp"
+#include "switchctl/bringup/BoardSummary.hpp"
+#include "switchctl/terminal/Progress.hpp"
+
+namespace switchctl::bringup {
+
+using reference_host::DeviceMemory;
+using reference_host::StreamLog;
+using reference_host::XmlDocument;
+
+namespace {
+
+constexpr char const* prefix = "switchctl: ";
+constexpr unsigned int highestLogLevel = 4;
+
+constexpr char const* examples =
+    "Examples:\n"
+    "  switchctl bring-up board.xml --simulate\n"
+    "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
+    "  switchctl bring-up board.xml --log-level 2\n"
+    "\n";
+
+std::string refuseOtherThanPortAddress(std::string const& text) {
+    return chips::PortAddress::fromText(text) ? "" : "\"" + text + "\" is not of the form SWITCH.PORT";
+}
+
+/// Simulated time is no time of day, so lines about it carry none.
+std::unique_ptr<StreamLog> makeLog(std::ostream& out, std::optional<unsigned int> level, bool timeStamps) {
+    if (!level) {
+        return nullptr;
+    }
+    StreamLog::Options options;
+    options.highestLevel = *level;
+    options.timeStamps = timeStamps;
+    return std::make_unique<StreamLog>(out, options);
+}
+
+} // namespace
+
+BringUpCommand::BringUpCommand(CLI::App& program, std::string memoryDevice)
+    : _command(program.add_subcommand("bring-up", "Bring up the switches of a board")),
+      _memoryDevice(std::move(memoryDevice)) {
+    _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board")->required();
+    _command->add_flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    _command->add_flag("--no-hardware-access", _noHardwareAccess,
+                       "Create the switches without accessing any chip");
+    _command->add_option("--trace", _tracePath, "Write every register access of the chips to FILE")
+        ->type_name("FILE");
+    _command
+        ->add_option("--log-level", _logLevel,
+                     "Show the library's messages, those with a level up to N (0 to 4)")
+        ->type_name("N")
+        ->check(CLI::Range(0U, highestLogLevel));
+    _command->add_option("--statistics", _statistics, "Print the counters of a port; may be repeated")
+        ->type_name("SWITCH.PORT")
+        ->allow_extra_args(false)
+        ->check(refuseOtherThanPortAddress);
+    _command->footer(examples + chips::exitStatusHelp());
+}
+
+bool BringUpCommand::isChosen() const {
+    return _command->parsed();
+}
+
+chips::ExitStatus BringUpCommand::run(std::ostream& out, std::ostream& errors) const {
+    std::unique_ptr<XmlDocument> document;
+    try {
+        document = XmlDocument::fromFile(_documentPath);
+    } catch (reference_host::XmlError const& error) {
+        errors << prefix << error.what() << '\n';
+        return chips::ExitStatus::badDocument;
+    }
+    if (!hardwareIsReachable(errors)) {
+        return chips::ExitStatus::noHardware;
+    }
+    std::ofstream trace;
+    if (!_tracePath.empty()) {
+        trace.open(_tracePath);
+        if (!trace) {
+            errors << prefix << _tracePath << ": " << std::generic_category().message(errno) << '\n';
+            return chips::ExitStatus::noTrace;
+        }
+    }
+    return bringUp(*document, trace, out, errors);
+}
+
+chips::ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
+                                          std::ostream& errors) const {
+    std::unique_ptr<StreamLog> const log = makeLog(errors, _logLevel, !_simulate);
+    board::BoardSession::Options options;
+    options.simulate = _simulate;
+    options.noHardwareAccess = _noHardwareAccess;
+    options.memoryDevice = _memoryDevice;
+    options.log = log.get();
+    std::optional<board::BringUpTrace> accesses;
+    if (trace.is_open()) {
+        accesses.emplace(trace, board::BoardDocument(document));
+        options.wrapMemory = [&](auto memory) { return accesses->wrap(std::move(memory)); };
+    }
+    board::BoardSession session(document, options);
+    chips::ExitStatus const status = report(document, session, out, errors);
+    if (accesses) {
+        accesses->finish();
+        trace.close();
+        if (!trace) {
+            errors << prefix << _tracePath << ": the trace could not be written\n";
+            return status == chips::ExitStatus::success ? chips::ExitStatus::noTrace : status;
+        }
+    }
+    return status;
+}
+
+chips::ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, std::ostream& out,
+                                         std::ostream& errors) const {
+    board::BoardDocument const boardDocument(document);
+    BoardSummary const summary(boardDocument, session);
+    board::StartUpMonitor::Outcome const outcome = bringUp(session, errors);
+    if (!outcome.populated) {
+        summary.printComplaints(out);
+        errors << prefix << "start-up failed: " << outcome.reason << '\n';
+        return chips::ExitStatus::startUpFailed;
+    }
+    summary.print(out);
+    bool const statisticsRead = printStatistics(session, out, errors);
+    summary.printComplaints(out);
+    if (!session.isComplete(boardDocument)) {
+        errors << prefix << _documentPath << ": "
+               << (boardDocument.getSwitches().empty() ? "no switch in the document"
+                                                       : "not every switch came up")
+               << '\n';
+        return chips::ExitStatus::switchMissing;
+    }
+    return statisticsRead ? chips::ExitStatus::success : chips::ExitStatus::noStatistics;
+}
+
+board::StartUpMonitor::Outcome BringUpCommand::bringUp(board::BoardSession& session,
+                                                       std::ostream& errors) const {
+    std::optional<Progress> progress;
+    // Messages tell how far it is, too.
+    if (!_logLevel) {
+        progress.emplace(errors, "bringing up the switches of " + _documentPath);
+    }
+    return session.bringUp();
+}
+
+bool BringUpCommand::printStatistics(board::BoardSession& session, std::ostream& out,
+                                     std::ostream& errors) const {
+    bool allRead = true;
+    for (std::string const& text : _statistics) {
+        chips::PortAddress const port = chips::PortAddress::fromText(text).value();
+        out << "statistics of port " << port << '\n';
+        if (!session.writeStatistics(port, out)) {
+            out << "  not available\n";
+            errors << prefix << "the statistics of port " << port << " could not be read\n";
+            allRead = false;
+        }
+    }
+    return allRead;
+}
+
+bool BringUpCommand::hardwareIsReachable(std::ostream& errors) const {
+    std::string reason;
+    if (_simulate || _noHardwareAccess || DeviceMemory::isAccessible(_memoryDevice, reason)) {
+        return true;
+    }
+    errors << prefix << reason << " (the switches are reached through this device; see --simulate)\n";
+    return false;
+}
+
+} // namespace switchctl::bringup

@@ -1,0 +1,151 @@
+#include "switchctl/register/RegisterSession.hpp"
+
+#include <stdexcept>
+
+#include "board/SimulatedMemory.hpp"
+#include "chips/88e6096/SmiTransport.hpp"
+#include "chips/ToolError.hpp"
+#include "chips/vsc7390/VitesseTransport.hpp"
+#include "reference_host/DeviceMemory.hpp"
+#include "reference_host/XmlDocument.hpp"
+#include "vitesse/VitesseParallelCommunication.hpp"
+#include "vitesse/VitesseSerialCommunications.hpp"
+
+namespace switchctl::registers {
+
+using reference_host::DeviceMemory;
+using reference_host::HostApplication;
+using reference_host::XmlDocument;
+using simulation::SerialController;
+using simulation::SimulatedBoard;
+using Way = TransportOptions::Way;
+
+namespace {
+
+/// A board with just the chip.
+std::string documentOf(TransportOptions const& options) {
+    unsigned const id = options.getSwitchId();
+    return "<switches><switch id='" + std::to_string(id) + "' switchModel='" + options.getModel() +
+           "'/></switches>";
+}
+
+std::string visible(std::string const& text) {
+    std::string result;
+    for (char const character : text) {
+        result += character == '\r' ? "\\r" : character == '\n' ? "\\n" : std::string(1, character);
+    }
+    return result;
+}
+
+} // namespace
+
+RegisterSession::RegisterSession(TransportOptions const& options, std::string const& memoryDevice,
+                                 std::ostream& errors)
+    : _options(options), _memoryDevice(memoryDevice), _errors(errors), _diversion(errors) {
+    if (_options.isSimulated()) {
+        simulate();
+    } else {
+        requireHardware();
+        _memory = std::make_unique<DeviceMemory>(_memoryDevice);
+    }
+    connect();
+}
+
+RegisterSession::~RegisterSession() {
+    if (_controller != nullptr && _options.showsTraffic()) {
+        showTraffic();
+    }
+}
+
+chips::RegisterTransport& RegisterSession::getTransport() {
+    return *_transport;
+}
+
+void RegisterSession::simulate() {
+    if (_options.getDocumentPath().empty()) {
+        _document = XmlDocument::fromText(documentOf(_options), "board");
+        _ownBoard = std::make_unique<SimulatedBoard>(*_document);
+        _board = _ownBoard.get();
+        _clock = std::make_unique<board::ClockAdoption>(_board->getClock());
+    } else {
+        bringUp();
+    }
+    _memory = std::make_unique<board::SimulatedMemory>(*_board);
+    if (_options.getWay() != Way::serial) {
+        return;
+    }
+    _realTime = std::make_unique<board::RealTime>();
+    try {
+        _controller = std::make_unique<SerialController>(*_board);
+    } catch (std::out_of_range const& error) {
+        throw chips::ToolError(chips::ExitStatus::noHardware,
+                               _options.getDocumentPath() + ": " + error.what());
+    }
+}
+
+void RegisterSession::bringUp() {
+    try {
+        _document = XmlDocument::fromFile(_options.getDocumentPath());
+    } catch (reference_host::XmlError const& error) {
+        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
+    }
+    board::BoardSession::Options options;
+    options.simulate = true;
+    _session = std::make_unique<board::BoardSession>(*_document, options);
+    board::StartUpMonitor::Outcome const outcome = _session->bringUp();
+    if (!outcome.populated) {
+        throw chips::ToolError(chips::ExitStatus::startUpFailed,
+                               _options.getDocumentPath() + ": start-up failed: " + outcome.reason);
+    }
+    _board = _session->getBoard();
+}
+
+void RegisterSession::requireHardware() const {
+    std::string reason;
+    if (_options.getWay() != Way::serial && !DeviceMemory::isAccessible(_memoryDevice, reason)) {
+        throw chips::ToolError(chips::ExitStatus::noHardware,
+                               reason + " (the chip is reached through this device; see --simulate)");
+    }
+}
+
+void RegisterSession::connect() {
+    _application = std::make_unique<HostApplication>(_accessErrors, *_memory);
+    _transport = makeTransport();
+    std::string const reason = _accessErrors.take();
+    if (!reason.empty()) {
+        std::string const where =
+            _options.getWay() == Way::serial && !_options.isSimulated() ? _options.getDevice() + ": " : "";
+        throw chips::ToolError(chips::ExitStatus::noHardware, where + reason);
+    }
+    if (!_options.getTracePath().empty()) {
+        _trace = std::make_unique<board::RegisterTrace>(_options.getTracePath(), _options.getModel(),
+                                                        _options.getSwitchId(), _options.getWay());
+        _trace->attach(*_transport);
+    }
+}
+
+std::unique_ptr<chips::RegisterTransport> RegisterSession::makeTransport() {
+    switch (_options.getWay()) {
+    case Way::smi:
+        return std::make_unique<chips::SmiTransport>(*_application, _accessErrors, _options.getSwitchId());
+    case Way::serial:
+        return std::make_unique<chips::VitesseTransport>(
+            _accessErrors,
+            std::make_unique<VitesseSerialCommunications>(
+                *_application, false, _controller ? _controller->getDevicePath() : _options.getDevice()));
+    case Way::parallel:
+        break;
+    }
+    return std::make_unique<chips::VitesseTransport>(
+        _accessErrors, std::make_unique<VitesseParallelCommunication>(*_application, false));
+}
+
+void RegisterSession::showTraffic() const {
+    if (_transport != nullptr) {
+        _controller->waitForCommands(_transport->getAccesses());
+    }
+    _errors << "to the controller:   \"" << visible(_controller->getReceived()) << "\"\n"
+            << "from the controller: \"" << visible(_controller->getSent()) << "\"\n";
+}
+
+} // namespace switchctl::registers

@@ -1,0 +1,96 @@
+#include "switchctl/register/RegisterWrite.hpp"
+
+#include <utility>
+
+#include "chips/ToolError.hpp"
+#include "switchctl/register/RegisterSession.hpp"
+
+namespace switchctl::registers {
+
+namespace {
+
+constexpr char const* examplesOfWrite =
+    "Examples:\n"
+    "  switchctl register write smi --switch 0 port3/PortControl:PortState=3 --yes\n"
+    "  switchctl register write phy --serial --simulate --yes 3/Control:PowerDown=1\n"
+    "  switchctl register write parallel --simulate --yes analyser/VLANTIDX=10 \\\n"
+    "      analyser/VLANACCESS=0x10000022 analyser/VLANACCESS=1 --then-read analyser/VLANACCESS\n"
+    "\n";
+
+} // namespace
+
+RegisterWrite::RegisterWrite(CLI::App& command, std::string memoryDevice)
+    : RegisterAction(command, "write", "Write registers, one after the other"),
+      _memoryDevice(std::move(memoryDevice)) {
+    getApp().footer(examplesOfWrite + chips::registerExitStatusHelp());
+    _transport.addTo(getApp(), [this](CLI::App& transport) {
+        transport
+            .add_option("ASSIGNMENT", _assignments,
+                        "LOCATION=VALUE, or LOCATION:FIELD=VALUE[,FIELD=VALUE]... to read the register and "
+                        "change fields of it")
+            ->required();
+        transport.add_option("--then-read", _thenRead, "Registers to read afterwards; all that follow")
+            ->type_name("LOCATION...");
+        transport.add_flag("--yes", _yes, "Do write; without it, only tell what would be written");
+        transport.add_flag("--json", _json, "Print JSON");
+    });
+}
+
+chips::ExitStatus RegisterWrite::run(std::ostream& out, std::ostream& errors) const {
+    chips::ChipCatalogue const catalogue(_transport.getModel());
+    std::vector<chips::RegisterAssignment> assignments;
+    for (std::string const& text : _assignments) {
+        assignments.push_back(chips::RegisterAssignment::parse(catalogue, text, _transport.isPhysOnly()));
+    }
+    auto const locations = find(catalogue, _thenRead, _transport.isPhysOnly());
+    requireConsent(assignments);
+    std::vector<RegisterReading> written;
+    std::vector<RegisterReading> read;
+    {
+        RegisterSession session(_transport, _memoryDevice, errors);
+        for (chips::RegisterAssignment const& assignment : assignments) {
+            written.push_back(write(session.getTransport(), assignment));
+        }
+        for (chips::RegisterLocation const& location : locations) {
+            read.push_back({location, session.getTransport().read(location)});
+        }
+    }
+    print(out, written, read);
+    return chips::ExitStatus::success;
+}
+
+void RegisterWrite::requireConsent(std::vector<chips::RegisterAssignment> const& assignments) const {
+    if (_yes) {
+        return;
+    }
+    std::string text = "nothing was written, since --yes is missing; it would have been";
+    for (chips::RegisterAssignment const& assignment : assignments) {
+        text += "\n  " + assignment.getText();
+    }
+    throw chips::ToolError(chips::ExitStatus::notConfirmed, text);
+}
+
+RegisterReading RegisterWrite::write(chips::RegisterTransport& transport,
+                                     chips::RegisterAssignment const& assignment) {
+    chips::RegisterLocation const& location = assignment.getLocation();
+    std::uint32_t const before = assignment.isPartial() ? transport.read(location) : 0;
+    std::uint32_t const value = assignment.apply(before);
+    transport.write(location, value);
+    return {location, value};
+}
+
+void RegisterWrite::print(std::ostream& out, std::vector<RegisterReading> const& written,
+                          std::vector<RegisterReading> const& read) const {
+    if (_json) {
+        nlohmann::ordered_json const result = {{"written", toJson(written)}, {"read", toJson(read)}};
+        out << result.dump(2) << '\n';
+        return;
+    }
+    for (RegisterReading const& reading : written) {
+        out << "wrote " << reading.location.getText() << " (" << reading.location.address.getText()
+            << ") = " << reading.getValueText() << '\n';
+    }
+    RegisterAction::print(out, read);
+}
+
+} // namespace switchctl::registers

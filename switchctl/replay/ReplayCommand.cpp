@@ -1,0 +1,103 @@
+#include "switchctl/replay/ReplayCommand.hpp"
+
+#include <optional>
+
+#include "board/trace/TraceFormat.hpp"
+#include "chips/NumberText.hpp"
+#include "chips/ToolError.hpp"
+#include "simulation/Bits.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
+
+namespace switchctl::replay {
+
+using simulation::bitsOf;
+
+namespace {
+
+constexpr unsigned digitsOfSmiWord = 4;
+
+std::string footer() {
+    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; docs/trace-format.md "
+           "tells\n"
+           "what is in it. Its accesses are made to fresh models of its chips, at its times.\n"
+           "\n"
+           "Examples:\n"
+           "  switchctl bring-up board.xml --trace board.txt\n"
+           "  switchctl replay board.txt\n"
+           "\n" +
+           chips::replayExitStatusHelp();
+}
+
+std::string outcomeOf(chips::TraceAccess const& access, unsigned digits) {
+    std::string value = access.value ? chips::NumberText::hexadecimal(*access.value, digits) : "";
+    if (access.succeeded) {
+        return value;
+    }
+    return access.isWrite ? value + " failed" : "a failed read";
+}
+
+void printFields(std::ostream& out, chips::RegisterLocation const& location, std::uint32_t expected,
+                 std::uint32_t found) {
+    for (simulation::Register::Field const& field : location.description->getFields()) {
+        std::uint32_t const before = bitsOf(expected, field.high, field.low);
+        std::uint32_t const after = bitsOf(found, field.high, field.low);
+        if (before != after) {
+            out << "    " << field.name << "  expected " << chips::NumberText::hexadecimal(before, 1)
+                << ", found " << chips::NumberText::hexadecimal(after, 1) << '\n';
+        }
+    }
+}
+
+} // namespace
+
+ReplayCommand::ReplayCommand(CLI::App& program)
+    : _command(program.add_subcommand("replay", "Run a trace against chip models")) {
+    _command->add_option("FILE", _path, "The trace")->required();
+    _command->footer(footer());
+}
+
+bool ReplayCommand::isChosen() const {
+    return _command->parsed();
+}
+
+chips::ExitStatus ReplayCommand::run(std::ostream& out, std::ostream& errors) const {
+    try {
+        board::TraceReader const trace = board::TraceReader::fromFile(_path);
+        OutputDiversion const diversion(errors);
+        std::optional<Progress> progress(std::in_place, errors, "replaying " + _path);
+        auto const divergence = Replay(trace).run();
+        progress.reset();
+        if (!divergence) {
+            out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
+            return chips::ExitStatus::success;
+        }
+        print(out, trace, *divergence);
+        return chips::ExitStatus::traceDiverges;
+    } catch (chips::ToolError const& error) {
+        errors << "switchctl: " << error.what() << '\n';
+        return error.getStatus();
+    }
+}
+
+void ReplayCommand::print(std::ostream& out, board::TraceReader const& trace,
+                          Replay::Divergence const& divergence) const {
+    chips::TraceAccess const& expected = divergence.line.access;
+    chips::TraceAccess const& found = divergence.found;
+    std::string name = board::TraceFormat::busyChip;
+    unsigned digits = digitsOfSmiWord;
+    chips::RegisterLocation location;
+    if (expected.address) {
+        location = board::TraceFormat::locate(*trace.getChips().find(expected.switchId), *expected.address);
+        name = location.getText() + " (" + location.address.getText() + ")";
+        digits = location.getDigits();
+    }
+    out << _path << ':' << divergence.line.number << ": switch " << expected.switchId << ", "
+        << (expected.isWrite ? "write of " : "read of ") << name << ": expected "
+        << outcomeOf(expected, digits) << ", found " << outcomeOf(found, digits) << '\n';
+    if (location.description != nullptr && !expected.isWrite && expected.value && found.value) {
+        printFields(out, location, *expected.value, *found.value);
+    }
+}
+
+} // namespace switchctl::replay
