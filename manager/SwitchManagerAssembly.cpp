@@ -1,6 +1,8 @@
 // What SwitchManager builds from the document: switches, VLANs, trunks, multicast groups.
 
+#include <charconv>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 
@@ -51,13 +53,11 @@ int numberIn(xmlNode const* element, char const* name) {
 
 // Not by a stream, which would keep it to itself when it runs out of memory halfway.
 std::string memberQuery(unsigned int vlanId) {
-    constexpr unsigned int base = 16;
-    std::string hexadecimal;
-    do {
-        hexadecimal.insert(hexadecimal.begin(), "0123456789abcdef"[vlanId % base]);
-        vlanId /= base;
-    } while (vlanId != 0);
-    return "//vlan[@id=" + hexadecimal + "]/port";
+    constexpr int hexadecimalBase = 16;
+    char hexadecimal[2 * sizeof vlanId];
+    char* const end =
+        std::to_chars(std::begin(hexadecimal), std::end(hexadecimal), vlanId, hexadecimalBase).ptr;
+    return "//vlan[@id=" + std::string(hexadecimal, end) + "]/port";
 }
 
 /// What tells multicast groups apart.
@@ -272,12 +272,8 @@ void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
         return;
     }
     auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
-    if (_multicastGroups.size() == _multicastGroups.capacity()) {
-        _multicastGroups.reserve(2 * _multicastGroups.size() + 1);
-    }
-    // What can run out of memory comes first: a group is in both or in none.
-    _multicastGroupsByKey.insert(group.get());
-    _multicastGroups.push_back(group.release());
+    addInOrder(group.get(), _multicastGroups, _multicastGroupsByKey);
+    static_cast<void>(group.release());
     getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
                          key.address.c_str());
 }
