@@ -6,6 +6,7 @@
 
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
+#include "model/OwnedMap.hpp"
 #include "model/TrunkGroup.hpp"
 
 namespace {
@@ -20,14 +21,6 @@ template <typename Map, typename Entry> void insertOwned(Map& map, Entry& entry)
     } else {
         entry.second = nullptr;
     }
-}
-
-template <typename Map> void deleteOwned(Map& map) {
-    for (auto& entry : map) {
-        delete entry.second;
-        entry.second = nullptr;
-    }
-    map.clear();
 }
 
 /// Calls an operation of every object in a map; entries without an object are passed over.
@@ -59,8 +52,9 @@ ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned
     : _id(id), _flag(flag), _application(&application) {}
 
 ManagedSwitch::~ManagedSwitch() {
-    deleteOwned(_ports);
-    deleteOwned(_trunkGroups);
+    owned_map::deleteObjects(_ports);
+    _ports.clear();
+    owned_map::deleteObjects(_trunkGroups);
 }
 
 ManagedSwitchPort* ManagedSwitch::getPort(unsigned int id) {
