@@ -60,19 +60,14 @@ std::string memberQuery(unsigned int vlanId) {
     return "//vlan[@id=" + std::string(hexadecimal, end) + "]/port";
 }
 
-/// What tells multicast groups apart.
-struct GroupKey {
-    std::string address;
-    unsigned short vlanId;
-};
-
-GroupKey keyOf(xmlNode const* groupElement) {
+/// The VLAN in which an element has a multicast group forwarded, 0 for none.
+unsigned short vlanIdOf(xmlNode const* groupElement) {
     int vlanId = 0;
     xmlNode const* const grandparent = grandparentOf(groupElement);
     if (isVlanElement(grandparent)) {
         XmlText::attribute(grandparent, "id").parseDecimal(vlanId);
     }
-    return {XmlText::content(groupElement).text(), static_cast<unsigned short>(vlanId)};
+    return static_cast<unsigned short>(vlanId);
 }
 
 } // namespace
@@ -259,23 +254,23 @@ void SwitchManager::configureMulticastFilters() {
 }
 
 MulticastGroup* SwitchManager::getMulticastGroup(_xmlNode* groupElement) const {
-    GroupKey const key = keyOf(groupElement);
-    auto const found = _multicastGroupsByKey.find(MulticastGroup::Key{key.address, key.vlanId});
+    XmlText const address = XmlText::content(groupElement);
+    auto const found =
+        _multicastGroupsByKey.find(MulticastGroup::Key{address.text(), vlanIdOf(groupElement)});
     return found == _multicastGroupsByKey.end() ? nullptr : *found;
 }
 
 void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
-    GroupKey const key = keyOf(groupElement);
+    XmlText const address = XmlText::content(groupElement);
     if (getMulticastGroup(groupElement) != nullptr) {
         getApplication().log(0, "SwitchManager::add_multicastGroup. Multicast Group already added. %s\n",
-                             key.address.c_str());
+                             address.text());
         return;
     }
-    auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
+    auto group = std::make_unique<MulticastGroup>(getApplication(), address.text(), vlanIdOf(groupElement));
     addInOrder(group.get(), _multicastGroups, _multicastGroupsByKey);
     static_cast<void>(group.release());
-    getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
-                         key.address.c_str());
+    getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n", address.text());
 }
 
 void SwitchManager::addMulticastGroupPort(MulticastGroup& group, _xmlNode* groupElement) {
