@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -130,7 +131,8 @@ private:
     bool readGlobal1(unsigned short registerNumber, unsigned short& value);
     bool writeGlobal1(unsigned short registerNumber, unsigned short value);
     bool startTableOperation(unsigned short code);
-    bool chooseDataRegister(unsigned short port, char const* outOfBounds, unsigned short& dataRegister);
+    bool chooseDataRegister(unsigned short port, char const* outOfBounds,
+                            std::optional<unsigned short>& dataRegister);
     template <typename States, typename Stage>
     bool stageStates(States const& states, char const* outOfBounds, Stage stage);
     template <typename State> std::map<unsigned short, State> everyPort(State state) const;
