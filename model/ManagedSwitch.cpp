@@ -40,16 +40,17 @@ template <typename Map> typename Map::mapped_type findIn(Map const& map, unsigne
 } // namespace
 
 ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned char const* macAddress,
-                             Xml& /*configuration*/, bool flag)
-    : _id(id), _flag(flag), _application(&application) {
+                             Xml& /*configuration*/, bool noHardwareAccess)
+    : _id(id), _noHardwareAccess(noHardwareAccess), _application(&application) {
     std::copy_n(macAddress, sizeof _macAddress, _macAddress);
     _application->logInfo("ManagedSwitch::ManagedSwitch(%d) %02x:%02x:%02x:%02x:%02x:%02x\n", _id,
                           _macAddress[0], _macAddress[1], _macAddress[2], _macAddress[3], _macAddress[4],
                           _macAddress[5]);
 }
 
-ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned short /*value*/, bool flag)
-    : _id(id), _flag(flag), _application(&application) {}
+ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned short /*value*/,
+                             bool noHardwareAccess)
+    : _id(id), _noHardwareAccess(noHardwareAccess), _application(&application) {}
 
 ManagedSwitch::~ManagedSwitch() {
     owned_map::deleteObjects(_ports);
