@@ -13,7 +13,7 @@ install(TARGETS switchmanager referencehost EXPORT SwitchManagerTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
 # Helpers and the chips' register tables are nothing that a host compiles against.
-set(no_interface "/(BitField|ElapsedTime|Polling|SwitchDocument|XmlNodes|XmlText)\\.hpp$"
+set(no_interface "/(BitField|ElapsedTime|OwnedMap|Polling|SwitchDocument|XmlNodes|XmlText)\\.hpp$"
     "/(CounterNumbers|VitessePortAccess|WatermarkFields|[A-Za-z0-9]*Registers)\\.hpp$")
 file(GLOB headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/host/*.hpp ${PROJECT_SOURCE_DIR}/model/*.hpp ${PROJECT_SOURCE_DIR}/manager/*.hpp

@@ -9,6 +9,7 @@
 #include "manager/SwitchManagerTransition.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
+#include "model/OwnedMap.hpp"
 #include "model/Vlan.hpp"
 
 namespace {
@@ -16,13 +17,6 @@ namespace {
 /// What a text's address comes to where a message has a place for a number only.
 int asNumber(std::string const& text) {
     return static_cast<int>(reinterpret_cast<std::uintptr_t>(text.c_str())); // NOLINT
-}
-
-template <typename Map> void deleteEntries(Map& map) {
-    for (auto& entry : map) {
-        delete entry.second;
-        entry.second = nullptr;
-    }
 }
 
 } // namespace
@@ -63,11 +57,11 @@ SwitchManager::~SwitchManager() {
     MutexLock const lock(_managedSwitchesMutex);
     // VLANs first: their members refer to ports of the switches.
     application.log(2, "SwitchManager::~SwitchManager deleting vlans\n");
-    deleteEntries(_vlans);
+    owned_map::deleteObjects(_vlans);
     application.log(2, "SwitchManager::~SwitchManager deleting vlans map entries\n");
     _vlans.clear();
     application.log(2, "SwitchManager::~SwitchManager deleting managedSwitches");
-    deleteEntries(_managedSwitches);
+    owned_map::deleteObjects(_managedSwitches);
     application.log(2, "SwitchManager::~SwitchManager deleting _managedSwitches map entries\n");
     _managedSwitches.clear();
     application.log(2, "SwitchManager::~SwitchManager deleting stated\n");

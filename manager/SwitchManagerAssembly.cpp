@@ -1,6 +1,8 @@
 // What SwitchManager builds from the document: switches, VLANs, trunks, multicast groups.
 
+#include <charconv>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 
@@ -51,28 +53,21 @@ int numberIn(xmlNode const* element, char const* name) {
 
 // Not by a stream, which would keep it to itself when it runs out of memory halfway.
 std::string memberQuery(unsigned int vlanId) {
-    constexpr unsigned int base = 16;
-    std::string hexadecimal;
-    do {
-        hexadecimal.insert(hexadecimal.begin(), "0123456789abcdef"[vlanId % base]);
-        vlanId /= base;
-    } while (vlanId != 0);
-    return "//vlan[@id=" + hexadecimal + "]/port";
+    constexpr int hexadecimalBase = 16;
+    char hexadecimal[2 * sizeof vlanId];
+    char* const end =
+        std::to_chars(std::begin(hexadecimal), std::end(hexadecimal), vlanId, hexadecimalBase).ptr;
+    return "//vlan[@id=" + std::string(hexadecimal, end) + "]/port";
 }
 
-/// What tells multicast groups apart.
-struct GroupKey {
-    std::string address;
-    unsigned short vlanId;
-};
-
-GroupKey keyOf(xmlNode const* groupElement) {
+/// The VLAN in which an element has a multicast group forwarded, 0 for none.
+unsigned short vlanIdOf(xmlNode const* groupElement) {
     int vlanId = 0;
     xmlNode const* const grandparent = grandparentOf(groupElement);
     if (isVlanElement(grandparent)) {
         XmlText::attribute(grandparent, "id").parseDecimal(vlanId);
     }
-    return {XmlText::content(groupElement).text(), static_cast<unsigned short>(vlanId)};
+    return static_cast<unsigned short>(vlanId);
 }
 
 } // namespace
@@ -259,27 +254,23 @@ void SwitchManager::configureMulticastFilters() {
 }
 
 MulticastGroup* SwitchManager::getMulticastGroup(_xmlNode* groupElement) const {
-    GroupKey const key = keyOf(groupElement);
-    auto const found = _multicastGroupsByKey.find(MulticastGroup::Key{key.address, key.vlanId});
+    XmlText const address = XmlText::content(groupElement);
+    auto const found =
+        _multicastGroupsByKey.find(MulticastGroup::Key{address.text(), vlanIdOf(groupElement)});
     return found == _multicastGroupsByKey.end() ? nullptr : *found;
 }
 
 void SwitchManager::addMulticastGroup(_xmlNode* groupElement) {
-    GroupKey const key = keyOf(groupElement);
+    XmlText const address = XmlText::content(groupElement);
     if (getMulticastGroup(groupElement) != nullptr) {
         getApplication().log(0, "SwitchManager::add_multicastGroup. Multicast Group already added. %s\n",
-                             key.address.c_str());
+                             address.text());
         return;
     }
-    auto group = std::make_unique<MulticastGroup>(getApplication(), key.address, key.vlanId);
-    if (_multicastGroups.size() == _multicastGroups.capacity()) {
-        _multicastGroups.reserve(2 * _multicastGroups.size() + 1);
-    }
-    // What can run out of memory comes first: a group is in both or in none.
-    _multicastGroupsByKey.insert(group.get());
-    _multicastGroups.push_back(group.release());
-    getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n",
-                         key.address.c_str());
+    auto group = std::make_unique<MulticastGroup>(getApplication(), address.text(), vlanIdOf(groupElement));
+    addInOrder(group.get(), _multicastGroups, _multicastGroupsByKey);
+    static_cast<void>(group.release());
+    getApplication().log(0, "SwitchManager::addMulticastGroup. Adding multicastGroup %s\n", address.text());
 }
 
 void SwitchManager::addMulticastGroupPort(MulticastGroup& group, _xmlNode* groupElement) {

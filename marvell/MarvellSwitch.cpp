@@ -41,10 +41,10 @@ unsigned short ageTimeUnits(Application& application, unsigned short seconds) {
 char const* const MarvellSwitch::_xmlDescriptionString = "88e6096";
 
 MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, std::uint8_t const* macAddress,
-                             Xml& document, bool flag)
-    : ManagedSwitch(application, switchId, macAddress, document, flag),
+                             Xml& document, bool noHardwareAccess)
+    : ManagedSwitch(application, switchId, macAddress, document, noHardwareAccess),
       _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
-          application, static_cast<unsigned short>(switchId), flag)),
+          application, static_cast<unsigned short>(switchId), noHardwareAccess)),
       _vlanTableTimeout(1.0) {
     SwitchDocument const configuration(document, switchId);
     int const switchCount = configuration.switches().count();
@@ -61,10 +61,10 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, st
 }
 
 MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts,
-                             bool flag)
-    : ManagedSwitch(application, switchId, numberOfPorts, flag),
+                             bool noHardwareAccess)
+    : ManagedSwitch(application, switchId, numberOfPorts, noHardwareAccess),
       _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
-          application, static_cast<unsigned short>(switchId), flag)),
+          application, static_cast<unsigned short>(switchId), noHardwareAccess)),
       _vlanTableTimeout(1.0) {
     for (unsigned int portId = 0; portId < numberOfPorts; ++portId) {
         insertNewPort(portId, "external", "forwarding", nullptr);
@@ -114,9 +114,9 @@ void MarvellSwitch::createTrunkGroups(SwitchDocument const& configuration) {
         });
 }
 
-bool MarvellSwitch::detectSwitch(Application& application, unsigned short switchId, bool flag) {
+bool MarvellSwitch::detectSwitch(Application& application, unsigned short switchId, bool noHardwareAccess) {
     using namespace port_registers;
-    MarvellMultiMdioManagementCommunications communications(application, switchId, flag);
+    MarvellMultiMdioManagementCommunications communications(application, switchId, noHardwareAccess);
     communications.initialise();
     MarvellManagementCommunications::MarvelRegisterValues identifier(firstDevice, switchIdentifier);
     communications.readRegister(identifier);

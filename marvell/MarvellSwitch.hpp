@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -31,19 +32,20 @@ public:
     static char const* const _xmlDescriptionString;
 
     /// Builds the switch of that id with its ports and trunk groups from the document.
-    /// \param flag true: no register of the chip is accessed.
+    /// \param noHardwareAccess true: no register of the chip is accessed.
     ///
     /// Throws std::runtime_error when the document has several switches of that id.
     MarvellSwitch(Application& application, unsigned int switchId, std::uint8_t const* macAddress,
-                  Xml& document, bool flag);
+                  Xml& document, bool noHardwareAccess);
 
     /// Builds a switch with external, forwarding ports 0 to numberOfPorts - 1.
-    MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts, bool flag);
+    MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts,
+                  bool noHardwareAccess);
 
     ~MarvellSwitch() override;
 
     /// Whether an 88E6096 answers at the MDIO address that equals the switch id. Reads one register.
-    static bool detectSwitch(Application& application, unsigned short switchId, bool flag);
+    static bool detectSwitch(Application& application, unsigned short switchId, bool noHardwareAccess);
 
     /// Sets how long the chip remembers an address that it no longer sees, in steps of 15 seconds.
     /// \param seconds 0 turns ageing off; 15 to 3825 are rounded to the nearest step; everything else
@@ -130,7 +132,8 @@ private:
     bool readGlobal1(unsigned short registerNumber, unsigned short& value);
     bool writeGlobal1(unsigned short registerNumber, unsigned short value);
     bool startTableOperation(unsigned short code);
-    bool chooseDataRegister(unsigned short port, char const* outOfBounds, unsigned short& dataRegister);
+    bool chooseDataRegister(unsigned short port, char const* outOfBounds,
+                            std::optional<unsigned short>& dataRegister);
     template <typename States, typename Stage>
     bool stageStates(States const& states, char const* outOfBounds, Stage stage);
     template <typename State> std::map<unsigned short, State> everyPort(State state) const;

@@ -52,27 +52,28 @@ bool MarvellSwitch::waitVlanTableReady() {
     return true;
 }
 
+/// On purpose, a port beyond the tables keeps the data register of the port before it; the first port has
+/// none to keep.
 bool MarvellSwitch::chooseDataRegister(unsigned short port, char const* outOfBounds,
-                                       unsigned short& dataRegister) {
+                                       std::optional<unsigned short>& dataRegister) {
     using namespace global1;
     if (port / vtu_data::portsPerRegister < vtu_data::registers) {
         dataRegister = static_cast<unsigned short>(vtuDataPorts0To3 + port / vtu_data::portsPerRegister);
-        return true;
+    } else {
+        getApplication()->logError("%s", outOfBounds);
     }
-    getApplication()->logError("%s", outOfBounds);
-    // A port beyond the chip goes where the port before it went; the first one has nowhere to go.
-    return dataRegister != 0;
+    return dataRegister.has_value();
 }
 
 template <typename States, typename Stage>
 bool MarvellSwitch::stageStates(States const& states, char const* outOfBounds, Stage stage) {
-    unsigned short dataRegister = 0;
+    std::optional<unsigned short> dataRegister;
     for (auto const& entry : states) {
         if (!chooseDataRegister(entry.first, outOfBounds, dataRegister)) {
             return false;
         }
         bool const staged =
-            _communications->modifyRegister(global1::device, dataRegister, [&](unsigned short value) {
+            _communications->modifyRegister(global1::device, *dataRegister, [&](unsigned short value) {
                 return stage(value, entry.first, static_cast<unsigned short>(entry.second));
             });
         if (!staged) {
@@ -100,11 +101,11 @@ bool MarvellSwitch::writeVlanTable(std::map<unsigned short, VtuEgressState> stat
 
 bool MarvellSwitch::readVlanTable(std::map<unsigned short, VtuEgressState>& states) {
     states.clear();
-    unsigned short dataRegister = 0;
+    std::optional<unsigned short> dataRegister;
     for (unsigned short port = 0; port < getNumberOfPorts(); ++port) {
         unsigned short value = 0;
         if (!chooseDataRegister(port, vlanPortOutOfBounds, dataRegister) ||
-            !readGlobal1(dataRegister, value)) {
+            !readGlobal1(*dataRegister, value)) {
             return false;
         }
         states[port] = static_cast<VtuEgressState>(global1::vtu_data::memberTag(port).in(value));

@@ -6,6 +6,7 @@
 
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
+#include "model/OwnedMap.hpp"
 #include "model/TrunkGroup.hpp"
 
 namespace {
@@ -20,14 +21,6 @@ template <typename Map, typename Entry> void insertOwned(Map& map, Entry& entry)
     } else {
         entry.second = nullptr;
     }
-}
-
-template <typename Map> void deleteOwned(Map& map) {
-    for (auto& entry : map) {
-        delete entry.second;
-        entry.second = nullptr;
-    }
-    map.clear();
 }
 
 /// Calls an operation of every object in a map; entries without an object are passed over.
@@ -47,20 +40,22 @@ template <typename Map> typename Map::mapped_type findIn(Map const& map, unsigne
 } // namespace
 
 ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned char const* macAddress,
-                             Xml& /*configuration*/, bool flag)
-    : _id(id), _flag(flag), _application(&application) {
+                             Xml& /*configuration*/, bool noHardwareAccess)
+    : _id(id), _noHardwareAccess(noHardwareAccess), _application(&application) {
     std::copy_n(macAddress, sizeof _macAddress, _macAddress);
     _application->logInfo("ManagedSwitch::ManagedSwitch(%d) %02x:%02x:%02x:%02x:%02x:%02x\n", _id,
                           _macAddress[0], _macAddress[1], _macAddress[2], _macAddress[3], _macAddress[4],
                           _macAddress[5]);
 }
 
-ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned short /*value*/, bool flag)
-    : _id(id), _flag(flag), _application(&application) {}
+ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned short /*value*/,
+                             bool noHardwareAccess)
+    : _id(id), _noHardwareAccess(noHardwareAccess), _application(&application) {}
 
 ManagedSwitch::~ManagedSwitch() {
-    deleteOwned(_ports);
-    deleteOwned(_trunkGroups);
+    owned_map::deleteObjects(_ports);
+    _ports.clear();
+    owned_map::deleteObjects(_trunkGroups);
 }
 
 ManagedSwitchPort* ManagedSwitch::getPort(unsigned int id) {

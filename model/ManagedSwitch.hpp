@@ -31,13 +31,13 @@ public:
     /// \param id the switch's id in the document.
     /// \param macAddress six bytes, copied.
     /// \param configuration for the chip classes; not read here.
-    /// \param flag stored only; the chip classes give it their own meaning.
+    /// \param noHardwareAccess for the chip classes; stored only.
     ManagedSwitch(Application& application, unsigned int id, unsigned char const* macAddress,
-                  Xml& configuration, bool flag);
+                  Xml& configuration, bool noHardwareAccess);
 
     /// A switch without a document. The address is all zeros.
     /// \param value for the chip classes; not kept here.
-    ManagedSwitch(Application& application, unsigned int id, unsigned short value, bool flag);
+    ManagedSwitch(Application& application, unsigned int id, unsigned short value, bool noHardwareAccess);
 
     /// Deletes the ports, then the trunk groups.
     virtual ~ManagedSwitch();
@@ -122,7 +122,7 @@ private:
     unsigned short _numberOfEntries = 0;
     std::map<unsigned int, ManagedSwitchPort*> _ports;
     std::map<unsigned int const, TrunkGroup*> _trunkGroups;
-    [[maybe_unused]] bool _flag;
+    [[maybe_unused]] bool _noHardwareAccess;
     Application* _application;
     unsigned char _macAddress[6] = {};
 };

@@ -87,12 +87,7 @@ void ManagedSwitchPort::addMulticastFilterPort(MulticastGroupPort* multicastGrou
     }
     application().log(0, "ManagedSwitchPort::addMulticastFilterPort. Add MulticastFilter:%s to port %d.%d.\n",
                       ip.c_str(), _switch->getId(), _id);
-    if (_multicastFilterPorts.size() == _multicastFilterPorts.capacity()) {
-        _multicastFilterPorts.reserve(2 * _multicastFilterPorts.size() + 1);
-    }
-    // What can run out of memory comes first: a membership is in both or in none.
-    _multicastFilterPortsByKey.insert(multicastGroupPort);
-    _multicastFilterPorts.push_back(multicastGroupPort);
+    addInOrder(multicastGroupPort, _multicastFilterPorts, _multicastFilterPortsByKey);
 }
 
 MulticastGroupPort* ManagedSwitchPort::getMulticastGroupPort(std::string ip, unsigned short vlanId) const {

@@ -4,14 +4,13 @@
 
 #include "model/ManagedSwitchPort.hpp"
 #include "model/MulticastGroupPort.hpp"
+#include "model/OwnedMap.hpp"
 
 MulticastGroup::MulticastGroup(Application& application, std::string ip, unsigned short vlanId)
     : _application(&application), _multicastGroupIp(std::move(ip)), _vlanId(vlanId) {}
 
 MulticastGroup::~MulticastGroup() {
-    for (auto const& port : _ports) {
-        delete port.second;
-    }
+    owned_map::deleteObjects(_ports);
 }
 
 std::string MulticastGroup::getMulticastGroupIp() const {
@@ -23,8 +22,5 @@ unsigned short MulticastGroup::getVlanId() const {
 }
 
 void MulticastGroup::addPort(ManagedSwitchPort& port, _xmlNode* /*node*/) {
-    MulticastGroupPort*& member = _ports[port.getId()];
-    if (member == nullptr) {
-        member = new MulticastGroupPort(*this, port);
-    }
+    owned_map::makeOnce(_ports, port.getId(), [&] { return new MulticastGroupPort(*this, port); });
 }

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 class Application;
 class ManagedSwitchPort;
@@ -13,9 +14,9 @@ struct _xmlNode;
 /// Owns its member objects. Built on the management thread.
 class MulticastGroup {
 public:
-    /// What tells groups apart. Refers to an address that has to stay for as long.
+    /// What tells groups apart. The address stays whoever's it is.
     struct Key {
-        std::string const& ip;
+        std::string_view ip;
         unsigned short vlanId;
     };
 
@@ -29,7 +30,7 @@ public:
     std::string getMulticastGroupIp() const;
     unsigned short getVlanId() const;
 
-    /// Address and VLAN id; refers to this group.
+    /// Valid as long as this object lives.
     Key getKey() const { return {_multicastGroupIp, _vlanId}; }
 
     /// Makes a port a member, unless a member with that port id is there already, whatever its

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <set>
+#include <vector>
+
 #include "model/MulticastGroup.hpp"
 #include "model/MulticastGroupPort.hpp"
 
@@ -23,3 +26,16 @@ private:
         return member->getMulticastGroup()->getKey();
     }
 };
+
+/// Adds a group or membership whose key is not there yet to a list and to the set that finds it by its key;
+/// when there is no memory, to neither.
+template <typename Element>
+void addInOrder(Element* element, std::vector<Element*>& list, std::set<Element*, MulticastGroupOrder>& set) {
+    list.push_back(element);
+    try {
+        set.insert(element);
+    } catch (...) {
+        list.pop_back();
+        throw;
+    }
+}

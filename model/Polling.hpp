@@ -32,7 +32,7 @@ constexpr useconds_t pauseMicroseconds = 100;
 /// at the first look that finds the chip busy when that many seconds have passed.
 ///
 /// \param look a callable that returns a Look; called at least once.
-template <typename LookAtChip> Outcome untilReady(double const& timeoutSeconds, LookAtChip look) {
+template <typename LookAtChip> Outcome untilReady(double timeoutSeconds, LookAtChip look) {
     timespec start{};
     clock_gettime(CLOCK_MONOTONIC, &start);
     for (;;) {

@@ -2,6 +2,7 @@
 
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
+#include "model/OwnedMap.hpp"
 #include "model/PortBasedVlanPort.hpp"
 #include "model/XmlText.hpp"
 
@@ -15,5 +16,5 @@ void PortBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
     if (XmlText::attribute(node, "egress").isPresent()) {
         getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute egress\n");
     }
-    addMember(port.getId(), [&] { return new PortBasedVlanPort(*this, port); });
+    owned_map::makeOnce(members(), port.getId(), [&] { return new PortBasedVlanPort(*this, port); });
 }

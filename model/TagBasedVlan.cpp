@@ -1,11 +1,12 @@
 #include "model/TagBasedVlan.hpp"
 
 #include "model/ManagedSwitchPort.hpp"
+#include "model/OwnedMap.hpp"
 #include "model/TagBasedVlanPort.hpp"
 
 TagBasedVlan::TagBasedVlan(Application& application, unsigned int id)
     : Vlan(application, id, Type::tagBased) {}
 
 void TagBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
-    addMember(port.getId(), [&] { return new TagBasedVlanPort(*this, port, node); });
+    owned_map::makeOnce(members(), port.getId(), [&] { return new TagBasedVlanPort(*this, port, node); });
 }

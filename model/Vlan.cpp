@@ -1,12 +1,11 @@
 #include "model/Vlan.hpp"
 
+#include "model/OwnedMap.hpp"
 #include "model/VlanPort.hpp"
 
 Vlan::Vlan(Application& application, unsigned int id, Type type)
     : _application(&application), _id(id), _type(type) {}
 
 Vlan::~Vlan() {
-    for (auto const& member : _vlanPorts) {
-        delete member.second;
-    }
+    owned_map::deleteObjects(_vlanPorts);
 }

@@ -35,22 +35,6 @@ public:
     std::map<unsigned int, VlanPort*> const& getVlanPorts() const { return _vlanPorts; }
 
 protected:
-    /// Takes ownership of the member that `make` returns, unless a member with that port id is there
-    /// already; then nothing is made. The place is there first: a member registers itself with its port
-    /// when it is made, so keeping it must not fail any more.
-    template <typename Make> void addMember(unsigned int portId, Make make) {
-        auto const [place, isFree] = _vlanPorts.emplace(portId, nullptr);
-        if (!isFree) {
-            return;
-        }
-        try {
-            place->second = make();
-        } catch (...) {
-            _vlanPorts.erase(place);
-            throw;
-        }
-    }
-
     std::map<unsigned int, VlanPort*>& members() { return _vlanPorts; }
 
 private:

@@ -2,7 +2,8 @@
 
 #include "vitesse/PortMacRegisters.hpp"
 
-VitesseManagementCommunications::VitesseManagementCommunications(Application& application, bool /*flag*/)
+VitesseManagementCommunications::VitesseManagementCommunications(Application& application,
+                                                                 bool /*noHardwareAccess*/)
     : _application(&application) {}
 
 VitesseManagementCommunications::~VitesseManagementCommunications() = default;

@@ -23,8 +23,8 @@ public:
         endsChange,   ///< nothing is written
     };
 
-    /// \param flag for the transports; not kept here.
-    VitesseManagementCommunications(Application& application, bool flag);
+    /// \param noHardwareAccess for the transports; not kept here.
+    VitesseManagementCommunications(Application& application, bool noHardwareAccess);
     virtual ~VitesseManagementCommunications();
     VitesseManagementCommunications(VitesseManagementCommunications const&) = delete;
     VitesseManagementCommunications& operator=(VitesseManagementCommunications const&) = delete;

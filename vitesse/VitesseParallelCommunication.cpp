@@ -41,14 +41,14 @@ Bsa controllerRegister(VitesseManagementCommunications::MiiManagementLocation co
 
 std::atomic<unsigned int> VitesseParallelCommunication::_readAttempts{0};
 
-VitesseParallelCommunication::VitesseParallelCommunication(Application& application, bool flag)
-    : VitesseManagementCommunications(application, flag),
+VitesseParallelCommunication::VitesseParallelCommunication(Application& application, bool noHardwareAccess)
+    : VitesseManagementCommunications(application, noHardwareAccess),
       _readStatusLocation(systemRegister(vsc7390::system::readStatus)),
       _readReadyBit(vsc7390::system::read_status::readyPosition),
       _readDataLocation(systemRegister(vsc7390::system::readData)),
       _readTimeout(1.0),
       _phyTimeout(1.0),
-      _mapping("VITESSE_PARALLEL_COMMUNICATION", application, flag),
+      _mapping("VITESSE_PARALLEL_COMMUNICATION", application, noHardwareAccess),
       _maximumReadAttempts(5) {
     _mapping.map(vsc7390::parallel_bus::physicalAddress, vsc7390::parallel_bus::mappedSize);
     _mapping.set(systemOffset(vsc7390::system::busSetUp), vsc7390::system::bus_set_up::value);

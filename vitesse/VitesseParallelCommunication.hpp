@@ -13,8 +13,8 @@
 class VitesseParallelCommunication : public VitesseManagementCommunications {
 public:
     /// Maps the chip and sets up its bus.
-    /// \param flag true: the chip stays unmapped; every access is then reported as failed.
-    VitesseParallelCommunication(Application& application, bool flag);
+    /// \param noHardwareAccess true: the chip stays unmapped; every access is then reported as failed.
+    VitesseParallelCommunication(Application& application, bool noHardwareAccess);
     ~VitesseParallelCommunication() override;
 
     /// Always true; a failed bus access is reported and leaves `value` alone. Throws a text when the

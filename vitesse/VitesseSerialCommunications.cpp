@@ -42,9 +42,9 @@ unsigned int numberIn(std::string const& reply) {
 
 } // namespace
 
-VitesseSerialCommunications::VitesseSerialCommunications(Application& application, bool flag,
+VitesseSerialCommunications::VitesseSerialCommunications(Application& application, bool noHardwareAccess,
                                                          std::string deviceName)
-    : VitesseManagementCommunications(application, flag),
+    : VitesseManagementCommunications(application, noHardwareAccess),
       _serialPort(std::move(deviceName), SerialPort::baud9600),
       _registerReplyLength(registerReplyCharacters),
       _phyReplyLength(phyReplyCharacters) {

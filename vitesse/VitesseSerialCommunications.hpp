@@ -14,9 +14,10 @@ class VitesseSerialCommunications : public VitesseManagementCommunications {
 public:
     /// Opens the line at 9600 baud. A line that does not open, or refuses the speed, is reported;
     /// every access then fails.
-    /// \param flag has no effect here.
+    /// \param noHardwareAccess has no effect here.
     /// \param deviceName the line's device.
-    VitesseSerialCommunications(Application& application, bool flag, std::string deviceName = "/dev/ttyS1");
+    VitesseSerialCommunications(Application& application, bool noHardwareAccess,
+                                std::string deviceName = "/dev/ttyS1");
 
     /// \return false, after a message, when the reply does not have its exact length within five to
     ///         six seconds; `value` is then left alone. A reply of the right length without a number

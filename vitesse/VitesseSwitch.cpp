@@ -25,9 +25,9 @@ constexpr unsigned short numberOfAggregationMasks = 16;
 char const* const VitesseSwitch::_xmlDescriptionString = "vsc7390";
 
 VitesseSwitch::VitesseSwitch(Application& application, unsigned int id, unsigned char const* macAddress,
-                             Xml& document, bool flag)
-    : ManagedSwitch(application, id, macAddress, document, flag),
-      _communications(std::make_unique<VitesseParallelCommunication>(application, flag)),
+                             Xml& document, bool noHardwareAccess)
+    : ManagedSwitch(application, id, macAddress, document, noHardwareAccess),
+      _communications(std::make_unique<VitesseParallelCommunication>(application, noHardwareAccess)),
       _vlanTimeout(tableTimeoutSeconds),
       _macTableTimeout(tableTimeoutSeconds),
       _reserved20(reservedValue),
@@ -49,9 +49,9 @@ VitesseSwitch::VitesseSwitch(Application& application, unsigned int id, unsigned
 }
 
 VitesseSwitch::VitesseSwitch(Application& application, unsigned int id, unsigned short numberOfPorts,
-                             bool flag)
-    : ManagedSwitch(application, id, numberOfPorts, flag),
-      _communications(std::make_unique<VitesseParallelCommunication>(application, flag)),
+                             bool noHardwareAccess)
+    : ManagedSwitch(application, id, numberOfPorts, noHardwareAccess),
+      _communications(std::make_unique<VitesseParallelCommunication>(application, noHardwareAccess)),
       _vlanTimeout(tableTimeoutSeconds),
       _macTableTimeout(tableTimeoutSeconds),
       _reserved20(reservedValue),
@@ -110,9 +110,9 @@ void VitesseSwitch::createTrunkGroups(SwitchDocument const& configuration) {
         });
 }
 
-bool VitesseSwitch::detectSwitch(Application& application, bool flag) {
+bool VitesseSwitch::detectSwitch(Application& application, bool noHardwareAccess) {
     using namespace vsc7390::system;
-    VitesseParallelCommunication communication(application, flag);
+    VitesseParallelCommunication communication(application, noHardwareAccess);
     Bsa const identification{block, subBlock, chipIdentification};
     unsigned int value = 0;
     communication.readRegister(identification, value);

@@ -28,19 +28,20 @@ public:
 
     /// Builds the switch of that id with its trunk groups, and ports for all port elements of the
     /// document, whatever their switch; then sets the chip up.
-    /// \param flag true: the chip is not accessed.
+    /// \param noHardwareAccess true: the chip is not accessed.
     ///
     /// Throws std::runtime_error when the document has several switches of that id.
     VitesseSwitch(Application& application, unsigned int id, unsigned char const* macAddress, Xml& document,
-                  bool flag);
+                  bool noHardwareAccess);
 
     /// Builds a switch with external, forwarding ports 0 to numberOfPorts - 1 and sets the chip up.
-    VitesseSwitch(Application& application, unsigned int id, unsigned short numberOfPorts, bool flag);
+    VitesseSwitch(Application& application, unsigned int id, unsigned short numberOfPorts,
+                  bool noHardwareAccess);
 
     ~VitesseSwitch() override;
 
     /// Whether a VSC7390 answers on the parallel bus. Reads one register.
-    static bool detectSwitch(Application& application, bool flag);
+    static bool detectSwitch(Application& application, bool noHardwareAccess);
 
     /// The settings of the whole chip, once.
     /// \return the result of the last register write.

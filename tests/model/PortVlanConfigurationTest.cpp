@@ -188,7 +188,7 @@ public:
     void addPort(ManagedSwitchPort& port, _xmlNode*) override { addMemberOf(*this, port); }
 
     void addMemberOf(Vlan& vlan, ManagedSwitchPort& port) {
-        addMember(port.getId(), [&] { return new PortBasedVlanPort(vlan, port); });
+        members().emplace(port.getId(), new PortBasedVlanPort(vlan, port));
     }
 };
 
