@@ -1,6 +1,6 @@
 #include "simulation/SerialControllerChip.hpp"
 
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation {
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "simulation/88e6096/Marvell88E6096.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 
 namespace simulation {
 

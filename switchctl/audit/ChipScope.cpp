@@ -1,8 +1,8 @@
 #include "switchctl/audit/ChipScope.hpp"
 
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 #include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/MarvellTableReader.hpp"

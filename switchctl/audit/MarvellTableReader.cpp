@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 #include "simulation/Bits.hpp"
 #include "switchctl/registers/CommandError.hpp"
 

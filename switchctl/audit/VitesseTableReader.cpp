@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 #include "switchctl/registers/CommandError.hpp"
 

@@ -1,8 +1,8 @@
 #include "switchctl/statistics/CounterReader.hpp"
 
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 #include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 #include "switchctl/registers/CommandError.hpp"
 
 namespace switchctl::statistics {

@@ -1,6 +1,6 @@
 #include "switchctl/trace/ParallelDecoder.hpp"
 
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 
 namespace switchctl::trace {
 

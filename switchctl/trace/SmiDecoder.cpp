@@ -1,6 +1,6 @@
 #include "switchctl/trace/SmiDecoder.hpp"
 
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 #include "simulation/Bits.hpp"
 
 namespace switchctl::trace {

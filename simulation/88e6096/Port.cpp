@@ -1,0 +1,156 @@
+#include "simulation/88e6096/Port.hpp"
+
+#include "simulation/88e6096/Marvell88E6096TestSide.hpp"
+#include "simulation/88e6096/Registers.hpp"
+
+namespace simulation::marvell {
+
+namespace {
+
+constexpr std::uint32_t physicalControlReset = 0x0003;
+constexpr std::uint32_t allFloodsReset = 0x007C;
+constexpr std::uint32_t portControl2Reset = 0x0080;
+constexpr unsigned highestPort = Marvell88E6096TestSide::numberOfPorts - 1;
+
+std::uint32_t bit(unsigned number) {
+    return maskOf(number, number);
+}
+
+std::uint32_t vlanTableReset(Context const& context, unsigned number) {
+    return context.options.vlanTableReset == Marvell88E6096Options::VlanTableReset::none
+               ? 0
+               : maskOf(highestPort, 0) & ~bit(number);
+}
+
+} // namespace
+
+Port::Port(Context& context, unsigned number, Phy const* phy)
+    : _context(context),
+      _phy(phy),
+      _registers(context.services, context.chip, "port " + std::to_string(number), table(number)) {}
+
+RegisterTable Port::table(unsigned number) {
+    Marvell88E6096Options const& options = _context.options;
+    return {
+        Register(port::status, "PortStatus", _phy != nullptr ? bit(port::phyDetect) : 0)
+            .readOnly("PauseEn", 15)
+            .readOnly("MyPause", 14)
+            .readOnly("HdFlow", 13)
+            .field("PHYDetect", port::phyDetect)
+            .readOnly("Link", port::link)
+            .readOnly("Duplex", port::duplex)
+            .readOnly("Speed", port::speed.high, port::speed.low)
+            .readOnly("TxPaused", 5)
+            .readOnly("FlowCtrl", 4)
+            .readOnly("C_Mode", 3, 0)
+            .onRead([this](std::uint32_t stored) { return status(stored); }),
+        Register(port::physicalControl, "PhysicalControl", physicalControlReset)
+            .field("FCValue", 7)
+            .field("ForcedFC", 6)
+            .field("LinkValue", port::linkValue)
+            .field("ForcedLink", port::forcedLink)
+            .field("DpxValue", port::duplexValue)
+            .field("ForcedDpx", port::forcedDuplex)
+            .field("ForceSpd", port::forceSpeed.high, port::forceSpeed.low),
+        Register(port::switchIdentifier, "SwitchIdentifier",
+                 placed(port::product, 15, 4) | placed(options.revision, 3, 0))
+            .readOnly("Product", 15, 4)
+            .readOnly("Revision", 3, 0),
+        Register(port::portControl, "PortControl",
+                 allFloodsReset | static_cast<unsigned>(options.portStateReset))
+            .field("EgressMode", 13, 12)
+            .field("FrameMode", 9, 8)
+            .field("TagIfBoth", 6)
+            .field("UseIP", 5)
+            .field("UseTag", 4)
+            .field("EgressFloods", 3, 2)
+            .field("PortState", 1, 0),
+        Register(port::portControl1, "PortControl1")
+            .field("MessagePort", 15)
+            .field("TrunkPort", 14)
+            .field("TrunkID", 11, 8)
+            .field("FIDHigh", 7, 0),
+        Register(port::portBasedVlanMap, "PortBasedVLANMap", vlanTableReset(_context, number))
+            .field("FIDLow", 15, 12)
+            .field("VLANTable", highestPort, 0),
+        Register(port::defaultVlan, "DefaultVLAN", placed(options.defaultVidReset, 11, 0))
+            .field("DefaultPriority", 15, 13)
+            .field("ForceDefaultVID", 12)
+            .field("DefaultVID", 11, 0),
+        Register(port::portControl2, "PortControl2", portControl2Reset)
+            .field("IgnoreFCS", 15)
+            .field("VTUPriOverride", 14)
+            .field("802.1QMode", 11, 10)
+            .field("DiscardTagged", 9)
+            .field("DiscardUntagged", 8)
+            .field("MapDA", 7)
+            .field("EgressMonitor", 5)
+            .field("IngressMonitor", 4),
+        Register(port::associationVector, "PortAssociationVector", bit(number))
+            .field("LockedPort", 13)
+            .field("PAV", highestPort, 0),
+        Register(port::inDiscardsLow, "InDiscardsLow").readOnly("Frames", 15, 0),
+        Register(port::inDiscardsHigh, "InDiscardsHigh").readOnly("Frames", 15, 0),
+        Register(port::inFiltered, "InFiltered").readOnly("Frames", 15, 0),
+        Register(port::outFiltered, "OutFiltered").readOnly("Frames", 15, 0),
+    };
+}
+
+RegisterFile& Port::getRegisters() {
+    return _registers;
+}
+
+RegisterFile const& Port::getRegisters() const {
+    return _registers;
+}
+
+bool Port::hasLink() const {
+    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    if (isSet(forced, port::forcedLink)) {
+        return isSet(forced, port::linkValue);
+    }
+    return followsPhy() ? _phy->hasLink() : _level;
+}
+
+void Port::setLevel(bool up) {
+    _level = up;
+}
+
+void Port::setLevelSpeed(unsigned megabits, bool fullDuplex) {
+    _levelMegabits = megabits;
+    _levelFullDuplex = fullDuplex;
+}
+
+bool Port::followsPhy() const {
+    return _phy != nullptr && isSet(_registers.getStored(port::status), port::phyDetect);
+}
+
+bool Port::isFullDuplex() const {
+    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    if (isSet(forced, port::forcedDuplex)) {
+        return isSet(forced, port::duplexValue);
+    }
+    return followsPhy() ? _phy->hasLink() && _phy->isFullDuplex() : _level && _levelFullDuplex;
+}
+
+unsigned Port::speedCode() const {
+    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    unsigned const code = bitsOf(forced, port::forceSpeed.high, port::forceSpeed.low);
+    if (code != port::speedNotForced) {
+        return code;
+    }
+    bool const up = followsPhy() ? _phy->hasLink() : _level;
+    unsigned const megabits = followsPhy() ? _phy->getMegabits() : _levelMegabits;
+    if (!up || megabits < 100) {
+        return 0;
+    }
+    return megabits < 1000 ? 1 : 2;
+}
+
+std::uint32_t Port::status(std::uint32_t stored) const {
+    return stored | placed(hasLink() ? 1 : 0, port::link, port::link) |
+           placed(isFullDuplex() ? 1 : 0, port::duplex, port::duplex) |
+           placed(speedCode(), port::speed.high, port::speed.low);
+}
+
+} // namespace simulation::marvell

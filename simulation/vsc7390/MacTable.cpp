@@ -1,0 +1,229 @@
+#include "simulation/vsc7390/MacTable.hpp"
+
+#include <algorithm>
+
+#include "simulation/vsc7390/Registers.hpp"
+
+namespace simulation::vitesse {
+
+namespace {
+
+enum Command : unsigned {
+    idle = 0,
+    learnEntry = 1,
+    forgetEntry = 2,
+    ageTable = 3,
+    flushTable = 4,
+    clearTable = 5,
+    readEntry = 6,
+    writeEntry = 7,
+};
+
+/// The pieces of an address that are folded into its row.
+constexpr unsigned rowBits = 11;
+constexpr unsigned wholePieces = 4;
+constexpr unsigned vidBits = 6;
+constexpr unsigned vidPosition = 4;
+
+} // namespace
+
+MacTable::MacTable(Context& context, RegisterFile& registers)
+    : _context(context),
+      _registers(registers),
+      _timer(context.services.clock),
+      _rows(Vsc7390TestSide::numberOfRows) {}
+
+void MacTable::operate(std::uint32_t word) {
+    unsigned const command = fieldOf(word, mac::command);
+    _registers.store(analyser::macAccess, word & ~maskOf(mac::command.high, mac::command.low));
+    if (command == idle) {
+        return;
+    }
+    if (_timer.isBusy()) {
+        _registers.report(MisuseReport::Kind::commandWhileBusy, analyser::macAccess,
+                          "the last command still runs");
+    }
+    _command = command;
+    startTimer(command);
+    perform(command, word);
+}
+
+std::uint32_t MacTable::shown(std::uint32_t stored) const {
+    if (!_timer.isBusy()) {
+        return stored;
+    }
+    return stored | placedAt(_command == idle ? readEntry : _command, mac::command);
+}
+
+CommandTimer& MacTable::getTimer() {
+    return _timer;
+}
+
+void MacTable::startTimer(unsigned command) {
+    Vsc7390Options const& options = _context.options;
+    if (command == ageTable) {
+        _timer.start(options.macAgeNanoseconds);
+    } else if (command == clearTable) {
+        _timer.start(options.macClearNanoseconds);
+    } else {
+        _timer.start(options.macAccessNanoseconds);
+    }
+}
+
+void MacTable::perform(unsigned command, std::uint32_t word) {
+    switch (command) {
+    case learnEntry:
+        return learn(word);
+    case forgetEntry:
+        return forget();
+    case ageTable:
+        return age();
+    case flushTable:
+        return flush();
+    case clearTable:
+        return clear();
+    case readEntry:
+        return readIndexed();
+    default:
+        return writeIndexed(word);
+    }
+}
+
+void MacTable::learn(std::uint32_t word) {
+    insert(staged(word | bit(mac::valid)));
+}
+
+void MacTable::forget() {
+    Vsc7390TestSide::MacEntry const key = staged(bit(mac::valid)).decode();
+    for (MacEntry& entry : _rows[rowOf(key.mac, key.vid)]) {
+        if (entry.isOf(key.mac, key.vid)) {
+            entry = MacEntry();
+        }
+    }
+}
+
+void MacTable::age() {
+    for (Row& row : _rows) {
+        for (MacEntry& entry : row) {
+            if (!entry.isValid() || entry.isLocked()) {
+                continue;
+            }
+            if (entry.isAged()) {
+                entry = MacEntry();
+            } else {
+                entry.setAged();
+            }
+        }
+    }
+}
+
+void MacTable::flush() {
+    if (_context.options.macFlush == Vsc7390Options::MacFlush::noEffect) {
+        return;
+    }
+    for (Row& row : _rows) {
+        std::replace_if(
+            row.begin(), row.end(), [](MacEntry const& entry) { return !entry.isLocked(); }, MacEntry());
+    }
+}
+
+void MacTable::clear() {
+    _rows.assign(_rows.size(), Row());
+}
+
+void MacTable::readIndexed() {
+    MacEntry const& entry = indexed();
+    _registers.store(analyser::macAccess, entry.getAccess());
+    _registers.store(analyser::macHigh, entry.getHigh());
+    _registers.store(analyser::macLow, entry.getLow());
+}
+
+void MacTable::writeIndexed(std::uint32_t word) {
+    indexed() = staged(word);
+}
+
+MacEntry& MacTable::indexed() {
+    std::uint32_t const index = _registers.getStored(analyser::macIndex);
+    return at(fieldOf(index, mac::row), fieldOf(index, mac::bucket));
+}
+
+MacEntry MacTable::staged(std::uint32_t word) const {
+    return {word, _registers.getStored(analyser::macHigh), _registers.getStored(analyser::macLow)};
+}
+
+MacEntry& MacTable::at(unsigned row, unsigned bucket) {
+    return _rows[row][bucket];
+}
+
+MacEntry const& MacTable::at(unsigned row, unsigned bucket) const {
+    return _rows[row][bucket];
+}
+
+bool MacTable::insert(MacEntry const& entry) {
+    Vsc7390TestSide::MacEntry const key = entry.decode();
+    MacEntry* const bucket = bucketFor(_rows[rowOf(key.mac, key.vid)], entry);
+    if (bucket != nullptr) {
+        *bucket = entry;
+    }
+    return bucket != nullptr;
+}
+
+MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry) {
+    Vsc7390TestSide::MacEntry const key = entry.decode();
+    auto const pick = [&row](auto const& suits) -> MacEntry* {
+        auto const found = std::find_if(row.begin(), row.end(), suits);
+        return found == row.end() ? nullptr : &*found;
+    };
+    if (MacEntry* const same =
+            pick([&key](MacEntry const& present) { return present.isOf(key.mac, key.vid); })) {
+        return same->isLocked() ? nullptr : same;
+    }
+    if (MacEntry* const empty = pick([](MacEntry const& present) { return !present.isValid(); })) {
+        return empty;
+    }
+    if (MacEntry* const aged =
+            pick([](MacEntry const& present) { return present.isAged() && !present.isLocked(); })) {
+        return aged;
+    }
+    return nextInTurn(row);
+}
+
+MacEntry* MacTable::nextInTurn(Row& row) {
+    for (unsigned i = 0; i < row.size(); ++i) {
+        MacEntry& candidate = row[_turn];
+        _turn = (_turn + 1) % Vsc7390TestSide::numberOfBuckets;
+        if (!candidate.isLocked()) {
+            return &candidate;
+        }
+    }
+    return nullptr;
+}
+
+MacEntry const* MacTable::find(std::uint64_t address, unsigned vid) const {
+    for (MacEntry const& entry : _rows[rowOf(address, vid)]) {
+        if (entry.isOf(address, vid)) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+MacEntry const* MacTable::findGroup(std::uint64_t address, unsigned vid) const {
+    for (MacEntry const& entry : _rows[rowOf(address, vid)]) {
+        if (entry.isGroupOf(address, vid, _context.options.multicastMatch)) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+// Eleven bits a piece from the low end; the four bits left at the high end take six of the VID along.
+unsigned MacTable::rowOf(std::uint64_t address, unsigned vid) {
+    unsigned row = placed(vid, vidPosition + vidBits - 1, vidPosition);
+    for (unsigned piece = 0; piece <= wholePieces; ++piece) {
+        row ^= static_cast<unsigned>(address >> piece * rowBits) & maskOf(rowBits - 1, 0);
+    }
+    return row;
+}
+
+} // namespace simulation::vitesse
