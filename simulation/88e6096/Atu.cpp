@@ -6,43 +6,24 @@ namespace simulation::marvell {
 
 namespace {
 
-enum Operation : unsigned {
-    flushAll = 1,
-    flushNonStatic = 2,
-    loadEntry = 3,
-    getNext = 4,
-    flushFid = 5,
-    flushFidNonStatic = 6,
-    getViolation = 7,
-};
+using namespace atu;
 
-constexpr BitRange entryState{3, 0};
 constexpr unsigned unused = 0;
 constexpr unsigned firstStaticState = 8;
 constexpr unsigned moveState = 0xF;
 
 /// Of the data register, when entries move from port to port.
-constexpr BitRange fromPort{7, 4};
-constexpr BitRange toPort{11, 8};
-constexpr BitRange portVector{14, 4};
-constexpr unsigned firstVectorBit = 4;
-constexpr unsigned nowhere = 0xF;
+constexpr Field fromPort{"FromPort", 7, 4};
+constexpr Field toPort{"ToPort", 11, 8};
 
 constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
 constexpr unsigned groupBit = 40;
 
-// What an entry leads to once the port has been moved; no ports at all when it is to go.
+// What an entry leads to once the port has been moved; nowhere when it is moved to one that there is not.
 std::uint32_t moved(std::uint32_t data, std::uint32_t command) {
-    unsigned const from = bitsOf(command, fromPort.high, fromPort.low) + firstVectorBit;
-    unsigned const to = bitsOf(command, toPort.high, toPort.low);
-    if (from > portVector.high || !isSet(data, from)) {
-        return data;
-    }
-    data &= ~maskOf(from, from);
-    if (to != nowhere && to + firstVectorBit <= portVector.high) {
-        data |= maskOf(to + firstVectorBit, to + firstVectorBit);
-    }
-    return data;
+    std::uint32_t const from = portVector.placed(bit(fromPort.get(command)));
+    std::uint32_t const to = portVector.placed(bit(toPort.get(command)));
+    return (data & from) == 0 ? data : (data & ~from) | to;
 }
 
 } // namespace
@@ -54,7 +35,7 @@ void Atu::operate(std::uint32_t word) {
     if (!startCommand(_registers, global1::atuOperation, word, _timer)) {
         return;
     }
-    switch (bitsOf(word, globalOperationHigh, globalOperationLow)) {
+    switch (globalOperation.get(word)) {
     case flushAll:
         return flushOrMove(true, true);
     case flushNonStatic:
@@ -93,7 +74,7 @@ Atu::Key Atu::stagedKey() const {
 
 void Atu::load() {
     std::uint32_t const data = _registers.getStored(global1::atuData);
-    if (bitsOf(data, entryState.high, entryState.low) == unused) {
+    if (entryState.get(data) == unused) {
         _entries.erase(stagedKey());
     } else {
         _entries[stagedKey()] = data;
@@ -114,22 +95,21 @@ void Atu::next() {
 
 void Atu::flushOrMove(bool staticsToo, bool allFids) {
     std::uint32_t const command = _registers.getStored(global1::atuData);
-    bool const isMove = bitsOf(command, entryState.high, entryState.low) == moveState;
+    bool const isMove = entryState.get(command) == moveState;
     for (auto entry = _entries.begin(); entry != _entries.end();) {
         bool const isMeant = (allFids || entry->first.first == _registers.getStored(global1::atuFid)) &&
                              (staticsToo || !isStatic(entry->first, entry->second));
         if (isMeant && isMove) {
             entry->second = moved(entry->second, command);
         }
-        bool const isGone =
-            isMeant && (!isMove || bitsOf(entry->second, portVector.high, portVector.low) == 0);
+        bool const isGone = isMeant && (!isMove || portVector.get(entry->second) == 0);
         entry = isGone ? _entries.erase(entry) : std::next(entry);
     }
 }
 
 bool Atu::isStatic(Key const& key, std::uint32_t data) {
     bool const isGroup = (key.second >> groupBit & 1) != 0;
-    return isGroup || bitsOf(data, entryState.high, entryState.low) >= firstStaticState;
+    return isGroup || entryState.get(data) >= firstStaticState;
 }
 
 } // namespace simulation::marvell

@@ -5,8 +5,8 @@
 namespace simulation::marvell {
 
 bool startCommand(RegisterFile& registers, unsigned address, std::uint32_t word, CommandTimer& timer) {
-    registers.store(address, word & ~maskOf(busy, busy));
-    if (!isSet(word, busy)) {
+    registers.store(address, word & ~busy.getMask());
+    if (!busy.isSet(word)) {
         return false;
     }
     if (timer.isBusy()) {
@@ -17,7 +17,7 @@ bool startCommand(RegisterFile& registers, unsigned address, std::uint32_t word,
 }
 
 std::uint32_t withBusy(std::uint32_t stored, CommandTimer const& timer) {
-    return timer.isBusy() ? stored | maskOf(busy, busy) : stored;
+    return timer.isBusy() ? stored | busy.getMask() : stored;
 }
 
 } // namespace simulation::marvell

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "simulation/88e6096/Marvell88E6096Options.hpp"
-#include "simulation/Bits.hpp"
 #include "simulation/CommandTimer.hpp"
 #include "simulation/RegisterFile.hpp"
 #include "simulation/Services.hpp"

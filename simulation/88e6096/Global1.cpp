@@ -13,9 +13,6 @@ constexpr std::uint32_t atuControlReset = 0x0140;
 /// Histograms of both directions.
 constexpr std::uint32_t statsOperationReset = 0x0C00;
 
-constexpr unsigned bitsPerPort = 4;
-constexpr unsigned portsPerRegister = 4;
-
 } // namespace
 
 Global1::Global1(Context& context)
@@ -30,11 +27,11 @@ RegisterTable Global1::table() {
         Register(global1::status, "GlobalStatus", statusReset)
             .readOnly("PPUPolling", 15)
             .readOnly("InitReady", 11)
-            .readOnly("StatsDone", global1::statsDone)
-            .readOnly("VTUProb", global1::vtuProblem)
-            .readOnly("VTUDone", global1::vtuDone)
+            .readOnly(global1::statsDone)
+            .readOnly(global1::vtuProblem)
+            .readOnly(global1::vtuDone)
             .readOnly("ATUProb", 3)
-            .readOnly("ATUDone", global1::atuDone)
+            .readOnly(global1::atuDone)
             .onRead([this](std::uint32_t stored) { return status(stored); }),
         Register(global1::atuFid, "ATUFID").field("FID", 11, 0),
         Register(global1::vtuFid, "VTUFID").field("FID", 11, 0),
@@ -45,41 +42,39 @@ RegisterTable Global1::table() {
             .field("DiscardExcessive", 13)
             .field("MaxFrame", 10),
         Register(global1::vtuOperation, "VTUOperation")
-            .field("VTUBusy", busy)
-            .field("VTUOp", globalOperationHigh, globalOperationLow)
-            .readOnly("MemberViolation", 6)
-            .readOnly("MissViolation", 5)
-            .readOnly("SPID", 3, 0)
+            .field(busy.called("VTUBusy"))
+            .field(globalOperation.called("VTUOp"))
+            .readOnly(vtu::memberViolation)
+            .readOnly(vtu::missViolation)
+            .readOnly(vtu::sourcePort)
             .onRead([this](std::uint32_t stored) { return withBusy(stored, _vtu.getTimer()); })
             .onWrite([this](std::uint32_t word) { _vtu.operate(word); }),
-        Register(global1::vtuVid, "VTUVID")
-            .field("Valid", global1::valid)
-            .field("VID", global1::vid.high, global1::vid.low),
+        Register(global1::vtuVid, "VTUVID").field(vtu::valid).field(vtu::vid),
         vtuDataRegister(0),
         vtuDataRegister(1),
         vtuDataRegister(2),
         Register(global1::atuControl, "ATUControl", atuControlReset)
             .field("Other", 15, 12)
-            .field("AgeTime", global1::ageTime.high, global1::ageTime.low)
+            .field(global1::ageTime)
             .field("Other", 3, 0),
         Register(global1::atuOperation, "ATUOperation")
-            .field("ATUBusy", busy)
-            .field("ATUOp", globalOperationHigh, globalOperationLow)
+            .field(busy.called("ATUBusy"))
+            .field(globalOperation.called("ATUOp"))
             .onRead([this](std::uint32_t stored) { return withBusy(stored, _atu.getTimer()); })
             .onWrite([this](std::uint32_t word) { _atu.operate(word); }),
         Register(global1::atuData, "ATUData")
             .field("Trunk", 15)
-            .field("PortVector", 14, 4)
-            .field("EntryState", 3, 0),
+            .field(atu::portVector)
+            .field(atu::entryState),
         Register(global1::atuMac01, "ATUMAC01").field("Byte0", 15, 8).field("Byte1", 7, 0),
         Register(global1::atuMac23, "ATUMAC23").field("Byte2", 15, 8).field("Byte3", 7, 0),
         Register(global1::atuMac45, "ATUMAC45").field("Byte4", 15, 8).field("Byte5", 7, 0),
         Register(global1::statsOperation, "StatsOperation", statsOperationReset)
-            .field("StatsBusy", busy)
-            .field("StatsOp", globalOperationHigh, globalOperationLow)
-            .field("HistogramMode", 11, 10)
-            .ignored(9, 6)
-            .field("PortOrCounter", 5, 0)
+            .field(busy.called("StatsBusy"))
+            .field(globalOperation.called("StatsOp"))
+            .field(statistics::histogramMode)
+            .ignored({"Unused", 9, 6})
+            .field(statistics::item)
             .onRead([this](std::uint32_t stored) { return withBusy(stored, _statistics.getTimer()); })
             .onWrite([this](std::uint32_t word) { _statistics.operate(word); }),
         Register(global1::statsHigh, "StatsCounterHigh").readOnly("Count", 15, 0),
@@ -92,31 +87,28 @@ Register Global1::vtuSidRegister() const {
     auto const width = static_cast<unsigned>(_context.options.sidWidth);
     Register description(global1::vtuSid, "VTUSID");
     description.field("SID", width - 1, 0);
-    return width < 12 ? description.ignored(11, width) : description;
+    return width < 12 ? description.ignored({"Unused", 11, width}) : description;
 }
 
 Register Global1::vtuDataRegister(unsigned index) const {
     static char const* const names[] = {"VTUData0-3", "VTUData4-7", "VTUData8-11"};
     Register description(global1::vtuData0 + index, names[index]);
-    for (unsigned place = portsPerRegister; place-- > 0;) {
-        unsigned const port = index * portsPerRegister + place;
-        unsigned const low = place * bitsPerPort;
+    for (unsigned place = vtu::portsPerRegister; place-- > 0;) {
+        unsigned const port = index * vtu::portsPerRegister + place;
         if (port < Marvell88E6096TestSide::numberOfPorts) {
-            description.field("PortState" + std::to_string(port), low + 3, low + 2);
-            description.field("MemberTag" + std::to_string(port), low + 1, low);
+            description.field(vtu::portStates[port]).field(vtu::memberTags[port]);
         } else {
-            description.field("VIDPriOverride", global1::priorityOverride.high,
-                              global1::priorityOverride.low);
+            description.field(vtu::priorityOverride);
         }
     }
     return description;
 }
 
 std::uint32_t Global1::status(std::uint32_t stored) const {
-    auto const flag = [](bool value, unsigned bit) { return placed(value ? 1 : 0, bit, bit); };
-    return stored | flag(_statistics.getTimer().isDone(), global1::statsDone) |
-           flag(_vtu.hasViolation(), global1::vtuProblem) | flag(_vtu.getTimer().isDone(), global1::vtuDone) |
-           flag(_atu.getTimer().isDone(), global1::atuDone);
+    return stored | global1::statsDone.placed(_statistics.getTimer().isDone()) |
+           global1::vtuProblem.placed(_vtu.hasViolation()) |
+           global1::vtuDone.placed(_vtu.getTimer().isDone()) |
+           global1::atuDone.placed(_atu.getTimer().isDone());
 }
 
 RegisterFile& Global1::getRegisters() {

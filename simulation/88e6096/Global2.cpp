@@ -16,11 +16,11 @@ RegisterTable Global2::table() {
         Register(global2::managementEnable0x, "MGMTEnable0x").field("Enable", 15, 0),
         Register(global2::switchManagement, "SwitchManagement").field("RSVD2CPU", 3),
         Register(global2::smiPhyCommand, "SMIPHYCommand")
-            .field("SMIBusy", busy)
+            .field(busy.called("SMIBusy"))
             .field("SMIMode", 12)
-            .field("SMIOp", smi::operation.high, smi::operation.low)
-            .field("PHY", smi::device.high, smi::device.low)
-            .field("Register", smi::address.high, smi::address.low)
+            .field(smi::operation)
+            .field(smi::device)
+            .field(smi::address)
             .onRead([this](std::uint32_t stored) { return withBusy(stored, _timer); })
             .onWrite([this](std::uint32_t word) { operate(word); }),
         Register(global2::smiPhyData, "SMIPHYData").field("Data", 15, 0),
@@ -32,9 +32,9 @@ void Global2::operate(std::uint32_t word) {
     if (!startCommand(_registers, global2::smiPhyCommand, word, _timer)) {
         return;
     }
-    unsigned const phy = bitsOf(word, smi::device.high, smi::device.low);
-    unsigned const address = bitsOf(word, smi::address.high, smi::address.low);
-    switch (bitsOf(word, smi::operation.high, smi::operation.low)) {
+    unsigned const phy = smi::device.get(word);
+    unsigned const address = smi::address.get(word);
+    switch (smi::operation.get(word)) {
     case smi::read:
         return read(phy, address);
     case smi::write:

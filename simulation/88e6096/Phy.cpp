@@ -24,16 +24,16 @@ Phy::Phy(Context& context, unsigned number)
 RegisterTable Phy::table() {
     return {
         Register(phy::control, "Control", controlReset)
-            .field("Reset", phy::reset)
+            .field(phy::reset)
             .field("Loopback", 14)
-            .field("SpeedLow", phy::speedLow)
-            .field("AutoNegotiation", phy::autoNegotiation)
-            .field("PowerDown", phy::powerDown)
+            .field(phy::speedLow)
+            .field(phy::autoNegotiation)
+            .field(phy::powerDown)
             .field("Isolate", 10)
-            .field("RestartNegotiation", phy::restartNegotiation)
-            .field("Duplex", phy::duplex)
+            .field(phy::restartNegotiation)
+            .field(phy::duplex)
             .field("CollisionTest", 7)
-            .field("SpeedHigh", phy::speedHigh)
+            .field(phy::speedHigh)
             .onWrite([this](std::uint32_t value) { control(value); }),
         Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
         Register(phy::identifier2, "Identifier2", identifier2Value | _context.options.revision)
@@ -47,13 +47,12 @@ RegisterTable Phy::table() {
 }
 
 void Phy::control(std::uint32_t value) {
-    if (isSet(value, phy::reset) &&
+    if (phy::reset.isSet(value) &&
         _context.options.phyReset == Marvell88E6096Options::PhyReset::restoresDefaults) {
         _registers.reset();
         return;
     }
-    std::uint32_t const clearThemselves =
-        maskOf(phy::reset, phy::reset) | maskOf(phy::restartNegotiation, phy::restartNegotiation);
+    std::uint32_t const clearThemselves = phy::reset.getMask() | phy::restartNegotiation.getMask();
     _registers.store(phy::control, value & ~clearThemselves);
 }
 
@@ -62,23 +61,23 @@ RegisterFile& Phy::getRegisters() {
 }
 
 bool Phy::hasLink() const {
-    return _isPlugged && !isSet(_registers.getStored(phy::control), phy::powerDown);
+    return _isPlugged && !phy::powerDown.isSet(_registers.getStored(phy::control));
 }
 
 unsigned Phy::getMegabits() const {
     std::uint32_t const control = _registers.getStored(phy::control);
-    if (isSet(control, phy::autoNegotiation)) {
+    if (phy::autoNegotiation.isSet(control)) {
         return _partnerMegabits;
     }
-    if (isSet(control, phy::speedHigh)) {
+    if (phy::speedHigh.isSet(control)) {
         return megabits1000;
     }
-    return isSet(control, phy::speedLow) ? megabits100 : megabits10;
+    return phy::speedLow.isSet(control) ? megabits100 : megabits10;
 }
 
 bool Phy::isFullDuplex() const {
     std::uint32_t const control = _registers.getStored(phy::control);
-    return isSet(control, phy::autoNegotiation) ? _partnerFullDuplex : isSet(control, phy::duplex);
+    return phy::autoNegotiation.isSet(control) ? _partnerFullDuplex : phy::duplex.isSet(control);
 }
 
 void Phy::plug(unsigned megabits, bool fullDuplex) {

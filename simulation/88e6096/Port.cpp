@@ -10,16 +10,12 @@ namespace {
 constexpr std::uint32_t physicalControlReset = 0x0003;
 constexpr std::uint32_t allFloodsReset = 0x007C;
 constexpr std::uint32_t portControl2Reset = 0x0080;
-constexpr unsigned highestPort = Marvell88E6096TestSide::numberOfPorts - 1;
-
-std::uint32_t bit(unsigned number) {
-    return maskOf(number, number);
-}
+constexpr Field vlanTable{"VLANTable", Marvell88E6096TestSide::numberOfPorts - 1, 0};
 
 std::uint32_t vlanTableReset(Context const& context, unsigned number) {
     return context.options.vlanTableReset == Marvell88E6096Options::VlanTableReset::none
                ? 0
-               : maskOf(highestPort, 0) & ~bit(number);
+               : vlanTable.getMask() & ~bit(number);
 }
 
 } // namespace
@@ -32,14 +28,14 @@ Port::Port(Context& context, unsigned number, Phy const* phy)
 RegisterTable Port::table(unsigned number) {
     Marvell88E6096Options const& options = _context.options;
     return {
-        Register(port::status, "PortStatus", _phy != nullptr ? bit(port::phyDetect) : 0)
+        Register(port::status, "PortStatus", _phy != nullptr ? port::phyDetect.getMask() : 0)
             .readOnly("PauseEn", 15)
             .readOnly("MyPause", 14)
             .readOnly("HdFlow", 13)
-            .field("PHYDetect", port::phyDetect)
-            .readOnly("Link", port::link)
-            .readOnly("Duplex", port::duplex)
-            .readOnly("Speed", port::speed.high, port::speed.low)
+            .field(port::phyDetect)
+            .readOnly(port::link)
+            .readOnly(port::duplex)
+            .readOnly(port::speed)
             .readOnly("TxPaused", 5)
             .readOnly("FlowCtrl", 4)
             .readOnly("C_Mode", 3, 0)
@@ -47,15 +43,15 @@ RegisterTable Port::table(unsigned number) {
         Register(port::physicalControl, "PhysicalControl", physicalControlReset)
             .field("FCValue", 7)
             .field("ForcedFC", 6)
-            .field("LinkValue", port::linkValue)
-            .field("ForcedLink", port::forcedLink)
-            .field("DpxValue", port::duplexValue)
-            .field("ForcedDpx", port::forcedDuplex)
-            .field("ForceSpd", port::forceSpeed.high, port::forceSpeed.low),
+            .field(port::linkValue)
+            .field(port::forcedLink)
+            .field(port::duplexValue)
+            .field(port::forcedDuplex)
+            .field(port::forceSpeed),
         Register(port::switchIdentifier, "SwitchIdentifier",
-                 placed(port::product, 15, 4) | placed(options.revision, 3, 0))
-            .readOnly("Product", 15, 4)
-            .readOnly("Revision", 3, 0),
+                 port::product.placed(port::productNumber) | port::revision.placed(options.revision))
+            .readOnly(port::product)
+            .readOnly(port::revision),
         Register(port::portControl, "PortControl",
                  allFloodsReset | static_cast<unsigned>(options.portStateReset))
             .field("EgressMode", 13, 12)
@@ -72,11 +68,11 @@ RegisterTable Port::table(unsigned number) {
             .field("FIDHigh", 7, 0),
         Register(port::portBasedVlanMap, "PortBasedVLANMap", vlanTableReset(_context, number))
             .field("FIDLow", 15, 12)
-            .field("VLANTable", highestPort, 0),
-        Register(port::defaultVlan, "DefaultVLAN", placed(options.defaultVidReset, 11, 0))
+            .field(vlanTable),
+        Register(port::defaultVlan, "DefaultVLAN", port::defaultVid.placed(options.defaultVidReset))
             .field("DefaultPriority", 15, 13)
             .field("ForceDefaultVID", 12)
-            .field("DefaultVID", 11, 0),
+            .field(port::defaultVid),
         Register(port::portControl2, "PortControl2", portControl2Reset)
             .field("IgnoreFCS", 15)
             .field("VTUPriOverride", 14)
@@ -88,7 +84,7 @@ RegisterTable Port::table(unsigned number) {
             .field("IngressMonitor", 4),
         Register(port::associationVector, "PortAssociationVector", bit(number))
             .field("LockedPort", 13)
-            .field("PAV", highestPort, 0),
+            .field(vlanTable.called("PAV")),
         Register(port::inDiscardsLow, "InDiscardsLow").readOnly("Frames", 15, 0),
         Register(port::inDiscardsHigh, "InDiscardsHigh").readOnly("Frames", 15, 0),
         Register(port::inFiltered, "InFiltered").readOnly("Frames", 15, 0),
@@ -106,8 +102,8 @@ RegisterFile const& Port::getRegisters() const {
 
 bool Port::hasLink() const {
     std::uint32_t const forced = _registers.getStored(port::physicalControl);
-    if (isSet(forced, port::forcedLink)) {
-        return isSet(forced, port::linkValue);
+    if (port::forcedLink.isSet(forced)) {
+        return port::linkValue.isSet(forced);
     }
     return followsPhy() ? _phy->hasLink() : _level;
 }
@@ -122,20 +118,20 @@ void Port::setLevelSpeed(unsigned megabits, bool fullDuplex) {
 }
 
 bool Port::followsPhy() const {
-    return _phy != nullptr && isSet(_registers.getStored(port::status), port::phyDetect);
+    return _phy != nullptr && port::phyDetect.isSet(_registers.getStored(port::status));
 }
 
 bool Port::isFullDuplex() const {
     std::uint32_t const forced = _registers.getStored(port::physicalControl);
-    if (isSet(forced, port::forcedDuplex)) {
-        return isSet(forced, port::duplexValue);
+    if (port::forcedDuplex.isSet(forced)) {
+        return port::duplexValue.isSet(forced);
     }
     return followsPhy() ? _phy->hasLink() && _phy->isFullDuplex() : _level && _levelFullDuplex;
 }
 
 unsigned Port::speedCode() const {
     std::uint32_t const forced = _registers.getStored(port::physicalControl);
-    unsigned const code = bitsOf(forced, port::forceSpeed.high, port::forceSpeed.low);
+    unsigned const code = port::forceSpeed.get(forced);
     if (code != port::speedNotForced) {
         return code;
     }
@@ -148,9 +144,8 @@ unsigned Port::speedCode() const {
 }
 
 std::uint32_t Port::status(std::uint32_t stored) const {
-    return stored | placed(hasLink() ? 1 : 0, port::link, port::link) |
-           placed(isFullDuplex() ? 1 : 0, port::duplex, port::duplex) |
-           placed(speedCode(), port::speed.high, port::speed.low);
+    return stored | port::link.placed(hasLink()) | port::duplex.placed(isFullDuplex()) |
+           port::speed.placed(speedCode());
 }
 
 } // namespace simulation::marvell

@@ -1,31 +1,31 @@
 #pragma once
 
+#include "simulation/Field.hpp"
+
+/// Where things are in an 88E6096.
 namespace simulation::marvell {
-
-/// Where things are in an 88E6096. Bits are given as highest and lowest bit of the register.
-
-struct BitRange {
-    unsigned high;
-    unsigned low;
-};
 
 /// Addresses of the internal devices.
 constexpr unsigned firstPortDevice = 0x10;
 constexpr unsigned global1Device = 0x1B;
 constexpr unsigned global2Device = 0x1C;
 
-/// What all command units have in common.
-constexpr unsigned busy = 15;
-constexpr unsigned globalOperationHigh = 14;
-constexpr unsigned globalOperationLow = 12;
+constexpr unsigned bitsPerRegister = 16;
 
+/// What is read where no PHY answers.
+constexpr unsigned absent = 0xFFFF;
+
+/// Of all registers that take commands; the operation of those of Global 1.
+constexpr Field busy{"Busy", 15};
+constexpr Field globalOperation{"Operation", 14, 12};
+
+/// The registers on the MDIO bus, and the command register for the PHYs.
 namespace smi {
 enum Register : unsigned { command = 0x00, data = 0x01 };
-constexpr BitRange operation{11, 10};
-constexpr BitRange device{9, 5};
-constexpr BitRange address{4, 0};
-constexpr unsigned write = 1;
-constexpr unsigned read = 2;
+enum Operation : unsigned { write = 1, read = 2 };
+constexpr Field operation{"SMIOp", 11, 10};
+constexpr Field device{"PHY", 9, 5};
+constexpr Field address{"Register", 4, 0};
 } // namespace smi
 
 namespace port {
@@ -44,17 +44,23 @@ enum Register : unsigned {
     inFiltered = 0x12,
     outFiltered = 0x13,
 };
-constexpr unsigned phyDetect = 12;
-constexpr unsigned link = 11;
-constexpr unsigned duplex = 10;
-constexpr BitRange speed{9, 8};
-constexpr unsigned linkValue = 5;
-constexpr unsigned forcedLink = 4;
-constexpr unsigned duplexValue = 3;
-constexpr unsigned forcedDuplex = 2;
-constexpr BitRange forceSpeed{1, 0};
+constexpr Field phyDetect{"PHYDetect", 12};
+constexpr Field link{"Link", 11};
+constexpr Field duplex{"Duplex", 10};
+constexpr Field speed{"Speed", 9, 8};
+
+constexpr Field linkValue{"LinkValue", 5};
+constexpr Field forcedLink{"ForcedLink", 4};
+constexpr Field duplexValue{"DpxValue", 3};
+constexpr Field forcedDuplex{"ForcedDpx", 2};
+constexpr Field forceSpeed{"ForceSpd", 1, 0};
 constexpr unsigned speedNotForced = 3;
-constexpr unsigned product = 0x098;
+
+constexpr Field product{"Product", 15, 4};
+constexpr Field revision{"Revision", 3, 0};
+constexpr unsigned productNumber = 0x098;
+
+constexpr Field defaultVid{"DefaultVID", 11, 0};
 } // namespace port
 
 namespace global1 {
@@ -79,14 +85,11 @@ enum Register : unsigned {
     statsHigh = 0x1E,
     statsLow = 0x1F,
 };
-constexpr unsigned statsDone = 6;
-constexpr unsigned vtuProblem = 5;
-constexpr unsigned vtuDone = 4;
-constexpr unsigned atuDone = 2;
-constexpr BitRange vid{11, 0};
-constexpr unsigned valid = 12;
-constexpr BitRange priorityOverride{15, 12};
-constexpr BitRange ageTime{11, 4};
+constexpr Field statsDone{"StatsDone", 6};
+constexpr Field vtuProblem{"VTUProb", 5};
+constexpr Field vtuDone{"VTUDone", 4};
+constexpr Field atuDone{"ATUDone", 2};
+constexpr Field ageTime{"AgeTime", 11, 4};
 constexpr unsigned secondsPerAgeUnit = 15;
 } // namespace global1
 
@@ -100,18 +103,65 @@ enum Register : unsigned {
 };
 } // namespace global2
 
+namespace vtu {
+enum Operation : unsigned {
+    flushAll = 1,
+    vtuLoad = 3,
+    vtuGetNext = 4,
+    stuLoad = 5,
+    stuGetNext = 6,
+    getViolation = 7,
+};
+constexpr Field memberViolation{"MemberViolation", 6};
+constexpr Field missViolation{"MissViolation", 5};
+constexpr Field sourcePort{"SPID", 3, 0};
+constexpr Field valid{"Valid", 12};
+constexpr Field vid{"VID", 11, 0};
+constexpr Field priorityOverride{"VIDPriOverride", 15, 12};
+
+/// Of the ports in turn, four to a data register.
+constexpr unsigned portsPerRegister = 4;
+constexpr Field memberTags[] = {
+    {"MemberTag0", 1, 0}, {"MemberTag1", 5, 4}, {"MemberTag2", 9, 8},  {"MemberTag3", 13, 12},
+    {"MemberTag4", 1, 0}, {"MemberTag5", 5, 4}, {"MemberTag6", 9, 8},  {"MemberTag7", 13, 12},
+    {"MemberTag8", 1, 0}, {"MemberTag9", 5, 4}, {"MemberTag10", 9, 8},
+};
+constexpr Field portStates[] = {
+    {"PortState0", 3, 2}, {"PortState1", 7, 6}, {"PortState2", 11, 10},  {"PortState3", 15, 14},
+    {"PortState4", 3, 2}, {"PortState5", 7, 6}, {"PortState6", 11, 10},  {"PortState7", 15, 14},
+    {"PortState8", 3, 2}, {"PortState9", 7, 6}, {"PortState10", 11, 10},
+};
+} // namespace vtu
+
+namespace atu {
+enum Operation : unsigned {
+    flushAll = 1,
+    flushNonStatic = 2,
+    loadEntry = 3,
+    getNext = 4,
+    flushFid = 5,
+    flushFidNonStatic = 6,
+    getViolation = 7,
+};
+constexpr Field portVector{"PortVector", 14, 4};
+constexpr Field entryState{"EntryState", 3, 0};
+} // namespace atu
+
+namespace statistics {
+enum Operation : unsigned { flushAll = 1, flushPort = 2, readCounter = 4, capturePort = 5 };
+constexpr Field histogramMode{"HistogramMode", 11, 10};
+constexpr Field item{"PortOrCounter", 5, 0};
+} // namespace statistics
+
 namespace phy {
 enum Register : unsigned { control = 0, identifier1 = 2, identifier2 = 3, mdiControl = 16 };
-constexpr unsigned reset = 15;
-constexpr unsigned speedLow = 13;
-constexpr unsigned autoNegotiation = 12;
-constexpr unsigned powerDown = 11;
-constexpr unsigned restartNegotiation = 9;
-constexpr unsigned duplex = 8;
-constexpr unsigned speedHigh = 6;
+constexpr Field reset{"Reset", 15};
+constexpr Field speedLow{"SpeedLow", 13};
+constexpr Field autoNegotiation{"AutoNegotiation", 12};
+constexpr Field powerDown{"PowerDown", 11};
+constexpr Field restartNegotiation{"RestartNegotiation", 9};
+constexpr Field duplex{"Duplex", 8};
+constexpr Field speedHigh{"SpeedHigh", 6};
 } // namespace phy
-
-/// What is read where no PHY answers.
-constexpr unsigned absent = 0xFFFF;
 
 } // namespace simulation::marvell

@@ -45,15 +45,15 @@ void Smi::mdioWrite(unsigned registerAddress, std::uint16_t value) {
 
 std::uint16_t Smi::readCommand() {
     bool const isFaulty = !_isAccessOpen && _fault.isBusy();
-    return static_cast<std::uint16_t>(isFaulty ? _command | maskOf(busy, busy) : withBusy(_command, _timer));
+    return static_cast<std::uint16_t>(isFaulty ? _command | busy.getMask() : withBusy(_command, _timer));
 }
 
 void Smi::start(std::uint16_t word) {
-    _command = static_cast<std::uint16_t>(word & ~maskOf(busy, busy));
-    if (!isSet(word, busy)) {
+    _command = static_cast<std::uint16_t>(word & ~busy.getMask());
+    if (!busy.isSet(word)) {
         return;
     }
-    unsigned const operation = bitsOf(word, smi::operation.high, smi::operation.low);
+    unsigned const operation = smi::operation.get(word);
     if (operation != smi::read && operation != smi::write) {
         report(MisuseReport::Kind::meaninglessCommand, "SMICommand", "neither read nor write");
         return;
@@ -64,8 +64,8 @@ void Smi::start(std::uint16_t word) {
     _timer.start();
     _fault.accessStarted();
     _context.transfer = _timer.getCommands();
-    RegisterFile& registers = _findDevice(bitsOf(word, smi::device.high, smi::device.low));
-    unsigned const address = bitsOf(word, smi::address.high, smi::address.low);
+    RegisterFile& registers = _findDevice(smi::device.get(word));
+    unsigned const address = smi::address.get(word);
     _isAccessOpen = operation == smi::read;
     if (_isAccessOpen) {
         _data = static_cast<std::uint16_t>(registers.read(address, _context.transfer));

@@ -6,10 +6,9 @@ namespace simulation::marvell {
 
 namespace {
 
-enum Operation : unsigned { flushAll = 1, flushPort = 2, readCounter = 4, capturePort = 5 };
+using namespace statistics;
 
-constexpr BitRange item{5, 0};
-constexpr unsigned bitsPerRegister = 16;
+constexpr Field lowHalf{"Low", bitsPerRegister - 1, 0};
 
 } // namespace
 
@@ -19,7 +18,7 @@ Statistics::Statistics(Context& context, RegisterFile& registers)
 // The histogram mode is not looked at: one set of histogram counters stands for both directions.
 void Statistics::operate(std::uint32_t word) {
     if (startCommand(_registers, global1::statsOperation, word, _timer)) {
-        perform(bitsOf(word, globalOperationHigh, globalOperationLow), bitsOf(word, item.high, item.low));
+        perform(globalOperation.get(word), item.get(word));
     }
 }
 
@@ -45,7 +44,7 @@ void Statistics::readCaptured(unsigned counter) {
         return;
     }
     _registers.store(global1::statsHigh, _captured[counter] >> bitsPerRegister);
-    _registers.store(global1::statsLow, bitsOf(_captured[counter], bitsPerRegister - 1, 0));
+    _registers.store(global1::statsLow, lowHalf.get(_captured[counter]));
 }
 
 CommandTimer& Statistics::getTimer() {

@@ -6,32 +6,10 @@ namespace simulation::marvell {
 
 namespace {
 
-enum Operation : unsigned {
-    flushAll = 1,
-    vtuLoad = 3,
-    vtuGetNext = 4,
-    stuLoad = 5,
-    stuGetNext = 6,
-    getViolation = 7,
-};
-
-constexpr unsigned highestVid = 0xFFF;
-constexpr unsigned portsPerRegister = 4;
-constexpr unsigned bitsPerPort = 4;
-constexpr unsigned bitsPerCode = 2;
-/// Position of the codes in a port's four bits.
-constexpr unsigned memberTag = 0;
-constexpr unsigned portState = 2;
-
-constexpr unsigned missViolation = 5;
-constexpr unsigned memberViolation = 6;
+constexpr unsigned highestVid = vtu::vid.getMask();
 
 unsigned dataRegister(unsigned port) {
-    return global1::vtuData0 + port / portsPerRegister;
-}
-
-unsigned dataShift(unsigned port, unsigned low) {
-    return port % portsPerRegister * bitsPerPort + low;
+    return global1::vtuData0 + port / vtu::portsPerRegister;
 }
 
 // The key all ones is where a search starts that is to find the lowest entry.
@@ -51,18 +29,18 @@ void Vtu::operate(std::uint32_t word) {
     if (!startCommand(_registers, global1::vtuOperation, word, _timer)) {
         return;
     }
-    switch (bitsOf(word, globalOperationHigh, globalOperationLow)) {
-    case flushAll:
+    switch (globalOperation.get(word)) {
+    case vtu::flushAll:
         return flush();
-    case vtuLoad:
+    case vtu::vtuLoad:
         return loadVtu();
-    case vtuGetNext:
+    case vtu::vtuGetNext:
         return nextVtu();
-    case stuLoad:
+    case vtu::stuLoad:
         return loadStu();
-    case stuGetNext:
+    case vtu::stuGetNext:
         return nextStu();
-    case getViolation:
+    case vtu::getViolation:
         return fetchViolation();
     default:
         _registers.report(MisuseReport::Kind::meaninglessCommand, global1::vtuOperation, "no such operation");
@@ -76,24 +54,21 @@ void Vtu::flush() {
 
 void Vtu::loadVtu() {
     std::uint32_t const key = _registers.getStored(global1::vtuVid);
-    unsigned const vid = bitsOf(key, global1::vid.high, global1::vid.low);
-    if (!isSet(key, global1::valid)) {
+    unsigned const vid = vtu::vid.get(key);
+    if (!vtu::valid.isSet(key)) {
         _vtu.erase(vid);
         return;
     }
     VtuEntry entry;
     entry.fid = _registers.getStored(global1::vtuFid);
     entry.sid = _registers.getStored(global1::vtuSid);
-    for (unsigned port = 0; port < entry.memberTags.size(); ++port) {
-        entry.memberTags[port] = stagedBits(port, memberTag);
-    }
-    entry.priorityOverride = bitsOf(_registers.getStored(global1::vtuData2), global1::priorityOverride.high,
-                                    global1::priorityOverride.low);
+    entry.memberTags = staged(vtu::memberTags);
+    entry.priorityOverride = vtu::priorityOverride.get(_registers.getStored(global1::vtuData2));
     setEntry(vid, entry);
 }
 
 void Vtu::nextVtu() {
-    unsigned const vid = bitsOf(_registers.getStored(global1::vtuVid), global1::vid.high, global1::vid.low);
+    unsigned const vid = vtu::vid.get(_registers.getStored(global1::vtuVid));
     auto const found = following(_vtu, vid, highestVid);
     if (found == _vtu.end()) {
         stageVid(highestVid, false);
@@ -108,26 +83,18 @@ void Vtu::nextVtu() {
     stageVid(found->first, true);
     _registers.store(global1::vtuFid, entry.fid);
     _registers.store(global1::vtuSid, entry.sid);
-    clearData();
-    for (unsigned port = 0; port < entry.memberTags.size(); ++port) {
-        stageBits(port, memberTag, entry.memberTags[port]);
-    }
+    stage(vtu::memberTags, entry.memberTags);
     _registers.store(global1::vtuData2, _registers.getStored(global1::vtuData2) |
-                                            placed(entry.priorityOverride, global1::priorityOverride.high,
-                                                   global1::priorityOverride.low));
+                                            vtu::priorityOverride.placed(entry.priorityOverride));
 }
 
 void Vtu::loadStu() {
     unsigned const sid = _registers.getStored(global1::vtuSid);
-    if (!isSet(_registers.getStored(global1::vtuVid), global1::valid)) {
+    if (!vtu::valid.isSet(_registers.getStored(global1::vtuVid))) {
         _stu.erase(sid);
         return;
     }
-    StuEntry entry;
-    for (unsigned port = 0; port < entry.portStates.size(); ++port) {
-        entry.portStates[port] = stagedBits(port, portState);
-    }
-    setEntry(sid, entry);
+    setEntry(sid, StuEntry{staged(vtu::portStates)});
 }
 
 // Unlike a VTU search, which leaves no states behind, this one takes the member tags of the VLAN that
@@ -144,10 +111,7 @@ void Vtu::nextStu() {
         return;
     }
     _registers.store(global1::vtuSid, found->first);
-    clearData();
-    for (unsigned port = 0; port < found->second.portStates.size(); ++port) {
-        stageBits(port, portState, found->second.portStates[port]);
-    }
+    stage(vtu::portStates, found->second.portStates);
 }
 
 void Vtu::fetchViolation() {
@@ -157,9 +121,9 @@ void Vtu::fetchViolation() {
     PendingViolation const violation = _violations.front();
     _violations.pop_front();
     stageVid(violation.vid, false);
-    unsigned const kind = violation.kind == Violation::miss ? missViolation : memberViolation;
-    std::uint32_t const operation = placed(getViolation, globalOperationHigh, globalOperationLow);
-    _registers.store(global1::vtuOperation, operation | maskOf(kind, kind) | violation.sourcePort);
+    Field const& kind = violation.kind == Violation::miss ? vtu::missViolation : vtu::memberViolation;
+    _registers.store(global1::vtuOperation, globalOperation.placed(vtu::getViolation) | kind.getMask() |
+                                                vtu::sourcePort.placed(violation.sourcePort));
 }
 
 CommandTimer& Vtu::getTimer() {
@@ -195,12 +159,15 @@ void Vtu::addViolation(unsigned vid, unsigned sourcePort, Violation violation) {
 }
 
 unsigned Vtu::highestSid(Marvell88E6096Options const& options) {
-    return maskOf(static_cast<unsigned>(options.sidWidth) - 1, 0);
+    return bit(static_cast<unsigned>(options.sidWidth)) - 1;
 }
 
-unsigned Vtu::stagedBits(unsigned port, unsigned low) const {
-    unsigned const shift = dataShift(port, low);
-    return bitsOf(_registers.getStored(dataRegister(port)), shift + bitsPerCode - 1, shift);
+Vtu::PortCodes Vtu::staged(Field const* fields) const {
+    PortCodes codes{};
+    for (unsigned port = 0; port < codes.size(); ++port) {
+        codes[port] = fields[port].get(_registers.getStored(dataRegister(port)));
+    }
+    return codes;
 }
 
 void Vtu::clearData() {
@@ -209,18 +176,20 @@ void Vtu::clearData() {
     }
 }
 
-void Vtu::stageBits(unsigned port, unsigned low, unsigned value) {
-    unsigned const shift = dataShift(port, low);
-    unsigned const address = dataRegister(port);
-    _registers.store(address, _registers.getStored(address) | placed(value, shift + bitsPerCode - 1, shift));
+void Vtu::stage(Field const* fields, PortCodes const& codes) {
+    clearData();
+    for (unsigned port = 0; port < codes.size(); ++port) {
+        unsigned const address = dataRegister(port);
+        _registers.store(address, _registers.getStored(address) | fields[port].placed(codes[port]));
+    }
 }
 
 void Vtu::stageVid(unsigned vid, bool valid) {
-    _registers.store(global1::vtuVid, vid | placed(valid ? 1 : 0, global1::valid, global1::valid));
+    _registers.store(global1::vtuVid, vid | vtu::valid.placed(valid));
 }
 
 void Vtu::stageValid(bool valid) {
-    stageVid(bitsOf(_registers.getStored(global1::vtuVid), global1::vid.high, global1::vid.low), valid);
+    stageVid(vtu::vid.get(_registers.getStored(global1::vtuVid)), valid);
 }
 
 } // namespace simulation::marvell

@@ -36,6 +36,8 @@ public:
     static unsigned highestSid(Marvell88E6096Options const& options);
 
 private:
+    using PortCodes = decltype(VtuEntry::memberTags);
+
     struct PendingViolation {
         unsigned vid;
         unsigned sourcePort;
@@ -48,9 +50,10 @@ private:
     void loadStu();
     void nextStu();
     void fetchViolation();
-    unsigned stagedBits(unsigned port, unsigned low) const;
+    /// A code for each port, from its field of the data registers, or into it.
+    PortCodes staged(Field const* fields) const;
+    void stage(Field const* fields, PortCodes const& codes);
     void clearData();
-    void stageBits(unsigned port, unsigned low, unsigned value);
     void stageVid(unsigned vid, bool valid);
     void stageValid(bool valid);
 

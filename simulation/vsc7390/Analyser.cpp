@@ -20,7 +20,7 @@ std::string numbered(char const* name, unsigned number) {
 }
 
 Register portMask(unsigned address, std::string const& name, std::uint32_t reset) {
-    return Register(address, name, reset).field("Ports", ports.high, ports.low);
+    return Register(address, name, reset).field(ports);
 }
 
 } // namespace
@@ -33,7 +33,7 @@ Analyser::Analyser(Context& context)
 
 RegisterTable Analyser::table() {
     RegisterTable table = {
-        Register(analyser::advancedLearning, "ADVLEARN").field("VLAN_CHK", analyser::learnFromMembersOnly),
+        Register(analyser::advancedLearning, "ADVLEARN").field("VLAN_CHK", 25),
         Register(analyser::setUp, "AnalyserSetUp").field("SetUp", 31, 0),
         Register(analyser::captureEnable, "CAPENAB").field("Enable", 31, 0),
     };
@@ -68,33 +68,28 @@ void Analyser::addMaskArrays(RegisterTable& table) const {
 }
 
 void Analyser::addTableAccess(RegisterTable& table) {
-    table.add(Register(analyser::macHigh, "MACHDATA")
-                  .field("VID", mac::vid.high, mac::vid.low)
-                  .field("Mac01", mac::highBytes.high, mac::highBytes.low));
+    table.add(Register(analyser::macHigh, "MACHDATA").field(mac::vid).field(mac::highBytes));
     table.add(Register(analyser::macLow, "MACLDATA").field("Mac2345", 31, 0));
     table.add(Register(analyser::macAccess, "MACACCESS")
-                  .field("CPU_COPY", mac::cpuCopy)
-                  .field("FWD_KILL", mac::forwardKill)
-                  .field("IGNORE_VLAN", mac::ignoreVlan)
-                  .field("AGED_FLAG", mac::aged)
-                  .field("VALID", mac::valid)
-                  .field("LOCKED", mac::locked)
-                  .field("DEST_IDX", mac::destination.high, mac::destination.low)
-                  .field("CMD", mac::command.high, mac::command.low)
+                  .field(mac::cpuCopy)
+                  .field(mac::forwardKill)
+                  .field(mac::ignoreVlan)
+                  .field(mac::aged)
+                  .field(mac::valid)
+                  .field(mac::locked)
+                  .field(mac::destination)
+                  .field(mac::command)
                   .onRead([this](std::uint32_t stored) { return _macTable.shown(stored); })
                   .onWrite([this](std::uint32_t word) { _macTable.operate(word); }));
-    table.add(Register(analyser::macIndex, "MACTINDX")
-                  .field("SHADOW", mac::shadow)
-                  .field("Bucket", mac::bucket.high, mac::bucket.low)
-                  .field("Row", mac::row.high, mac::row.low));
+    table.add(Register(analyser::macIndex, "MACTINDX").field(mac::shadow).field(mac::bucket).field(mac::row));
     table.add(Register(analyser::vlanAccess, "VLANACCESS")
                   .field("Other31", 31)
-                  .field("LEARN_DISABLED", vlan::learnDisabled)
-                  .field("VLAN_MIRROR", vlan::mirror)
-                  .field("VLAN_SRC_CHECK", vlan::sourceCheck)
+                  .field(vlan::learnDisabled)
+                  .field(vlan::mirror)
+                  .field(vlan::sourceCheck)
                   .field("Other27", 27)
-                  .field("Ports", vlan::mask.high, vlan::mask.low)
-                  .field("CMD", vlan::command.high, vlan::command.low)
+                  .field(vlan::mask)
+                  .field(vlan::command)
                   .onRead([this](std::uint32_t stored) { return _vlanTable.shown(stored); })
                   .onWrite([this](std::uint32_t word) { _vlanTable.operate(word); }));
     table.add(Register(analyser::vlanIndex, "VLANTIDX").field("VID", 11, 0));
@@ -159,11 +154,11 @@ std::uint32_t Analyser::getEgressPorts(unsigned ingress, std::uint64_t destinati
 }
 
 bool Analyser::isAccepted(unsigned ingress, VlanTable::Entry const& vlan) const {
-    if (!isSet(_registers.getStored(analyser::receiveMask), ingress)) {
+    if ((_registers.getStored(analyser::receiveMask) & bit(ingress)) == 0) {
         return false;
     }
-    bool const isChecked = vlan.sourceCheck || isSet(_registers.getStored(analyser::vlanMask), ingress);
-    return !isChecked || isSet(vlan.ports, ingress);
+    bool const isChecked = vlan.sourceCheck || (_registers.getStored(analyser::vlanMask) & bit(ingress)) != 0;
+    return !isChecked || (vlan.ports & bit(ingress)) != 0;
 }
 
 std::uint32_t Analyser::destinationPorts(std::uint64_t destination, unsigned vid,

@@ -14,12 +14,12 @@ Arbiter::Arbiter(Context& context, Receives receives)
 
 RegisterTable Arbiter::table() {
     return {
-        Register(arbiter::empty, "ARBEMPTY")
-            .readOnly("Ports", ports.high, ports.low)
-            .onRead([this](std::uint32_t) { return empty(); }),
-        Register(arbiter::discard, "ARBDISC")
-            .field("Ports", ports.high, ports.low)
-            .onWrite([this](std::uint32_t mask) { discard(mask); }),
+        Register(arbiter::empty, "ARBEMPTY").readOnly(ports).onRead([this](std::uint32_t) {
+            return empty();
+        }),
+        Register(arbiter::discard, "ARBDISC").field(ports).onWrite([this](std::uint32_t mask) {
+            discard(mask);
+        }),
     };
 }
 
@@ -27,7 +27,7 @@ RegisterTable Arbiter::table() {
 void Arbiter::discard(std::uint32_t mask) {
     _queued &= ~empty();
     for (unsigned port = 0; port <= ports.high; ++port) {
-        if (isSet(mask & ~_discarded, port)) {
+        if ((mask & ~_discarded & bit(port)) != 0) {
             _timer.start(_context.options.arbiterDrainNanoseconds);
         }
     }
@@ -39,9 +39,9 @@ void Arbiter::discard(std::uint32_t mask) {
 std::uint32_t Arbiter::empty() {
     std::uint32_t mask = 0;
     for (unsigned port = 0; port <= ports.high; ++port) {
-        bool const waits = isSet(_queued, port);
+        bool const waits = (_queued & bit(port)) != 0;
         bool const isEmpty =
-            isSet(_discarded, port) ? !_timer.isBusy() && !(waits && _receives(port)) : !waits;
+            (_discarded & bit(port)) != 0 ? !_timer.isBusy() && !(waits && _receives(port)) : !waits;
         if (isEmpty) {
             mask |= bit(port);
         }

@@ -87,8 +87,7 @@ void Bus::setPlugged(bool plugged) {
 }
 
 Bus::Place Bus::placeOf(unsigned offset) {
-    return {fieldOf(offset, window::block), fieldOf(offset, window::subBlock),
-            fieldOf(offset, window::address)};
+    return {window::block.get(offset), window::subBlock.get(offset), window::address.get(offset)};
 }
 
 bool Bus::isPollOfFetch(Place const& place) {
@@ -147,7 +146,7 @@ void Bus::reportAbsent(Place const& place, char const* text) {
 }
 
 std::shared_ptr<UnitIdentity const> const& Bus::absentBlock(Place const& place) {
-    unsigned const key = placedAt(place.block, window::block) | placedAt(place.subBlock, window::subBlock);
+    unsigned const key = window::block.placed(place.block) | window::subBlock.placed(place.subBlock);
     auto& identity = _absentBlocks[key];
     if (identity == nullptr) {
         std::string const unit =

@@ -6,8 +6,8 @@ namespace simulation::vitesse {
 
 namespace {
 
-constexpr std::uint32_t keptAccess = maskOf(mac::cpuCopy, mac::destination.low);
-constexpr std::uint32_t keptHigh = maskOf(mac::vid.high, mac::highBytes.low);
+constexpr std::uint32_t keptAccess = Field("Kept", mac::cpuCopy.high, mac::destination.low).getMask();
+constexpr std::uint32_t keptHigh = mac::vid.getMask() | mac::highBytes.getMask();
 constexpr unsigned bitsInLow = 32;
 
 /// 01:00:5E, the start of all IP multicast addresses.
@@ -15,25 +15,21 @@ constexpr std::uint64_t groupPrefix = 0x01005E;
 constexpr unsigned bitsOfGroup = 24;
 constexpr std::uint64_t groupMask = 0xFFFFFF;
 
-std::uint32_t flag(bool set, unsigned number) {
-    return set ? bit(number) : 0;
-}
-
 std::uint32_t accessOf(Vsc7390TestSide::MacEntry const& entry) {
-    return placedAt(entry.destination, mac::destination) | bit(mac::valid) | flag(entry.locked, mac::locked) |
-           flag(entry.aged, mac::aged) | flag(entry.ignoreVlan, mac::ignoreVlan) |
-           flag(entry.forwardKill, mac::forwardKill) | flag(entry.cpuCopy, mac::cpuCopy);
+    return mac::destination.placed(entry.destination) | mac::valid.getMask() |
+           mac::locked.placed(entry.locked) | mac::aged.placed(entry.aged) |
+           mac::ignoreVlan.placed(entry.ignoreVlan) | mac::forwardKill.placed(entry.forwardKill) |
+           mac::cpuCopy.placed(entry.cpuCopy);
 }
 
 std::uint32_t highOf(std::uint64_t address, unsigned vid) {
-    return placedAt(vid, mac::vid) |
-           placedAt(static_cast<std::uint32_t>(address >> bitsInLow), mac::highBytes);
+    return mac::vid.placed(vid) | mac::highBytes.placed(static_cast<std::uint32_t>(address >> bitsInLow));
 }
 
 } // namespace
 
 MacEntry::MacEntry(std::uint32_t access, std::uint32_t high, std::uint32_t low) {
-    if (isSet(access, mac::valid)) {
+    if (mac::valid.isSet(access)) {
         _access = access & keptAccess;
         _high = high & keptHigh;
         _low = low;
@@ -44,15 +40,15 @@ MacEntry::MacEntry(Vsc7390TestSide::MacEntry const& entry)
     : MacEntry(accessOf(entry), highOf(entry.mac, entry.vid), static_cast<std::uint32_t>(entry.mac)) {}
 
 bool MacEntry::isValid() const {
-    return isSet(_access, mac::valid);
+    return mac::valid.isSet(_access);
 }
 
 bool MacEntry::isLocked() const {
-    return isSet(_access, mac::locked);
+    return mac::locked.isSet(_access);
 }
 
 bool MacEntry::isAged() const {
-    return isSet(_access, mac::aged);
+    return mac::aged.isSet(_access);
 }
 
 std::uint32_t MacEntry::getAccess() const {
@@ -69,19 +65,19 @@ std::uint32_t MacEntry::getLow() const {
 
 Vsc7390TestSide::MacEntry MacEntry::decode() const {
     Vsc7390TestSide::MacEntry entry;
-    entry.mac = std::uint64_t{fieldOf(_high, mac::highBytes)} << bitsInLow | _low;
-    entry.vid = fieldOf(_high, mac::vid);
-    entry.destination = fieldOf(_access, mac::destination);
+    entry.mac = std::uint64_t{mac::highBytes.get(_high)} << bitsInLow | _low;
+    entry.vid = mac::vid.get(_high);
+    entry.destination = mac::destination.get(_access);
     entry.locked = isLocked();
     entry.aged = isAged();
-    entry.ignoreVlan = isSet(_access, mac::ignoreVlan);
-    entry.forwardKill = isSet(_access, mac::forwardKill);
-    entry.cpuCopy = isSet(_access, mac::cpuCopy);
+    entry.ignoreVlan = mac::ignoreVlan.isSet(_access);
+    entry.forwardKill = mac::forwardKill.isSet(_access);
+    entry.cpuCopy = mac::cpuCopy.isSet(_access);
     return entry;
 }
 
 void MacEntry::setAged() {
-    _access |= bit(mac::aged);
+    _access |= mac::aged.getMask();
 }
 
 bool MacEntry::isOf(std::uint64_t address, unsigned vid) const {

@@ -8,22 +8,10 @@ namespace simulation::vitesse {
 
 namespace {
 
-enum Command : unsigned {
-    idle = 0,
-    learnEntry = 1,
-    forgetEntry = 2,
-    ageTable = 3,
-    flushTable = 4,
-    clearTable = 5,
-    readEntry = 6,
-    writeEntry = 7,
-};
-
-/// The pieces of an address that are folded into its row.
+/// The pieces of an address that are folded into its row, and where the VID goes.
 constexpr unsigned rowBits = 11;
 constexpr unsigned wholePieces = 4;
-constexpr unsigned vidBits = 6;
-constexpr unsigned vidPosition = 4;
+constexpr Field vidInRow{"VID", 9, 4};
 
 } // namespace
 
@@ -34,9 +22,9 @@ MacTable::MacTable(Context& context, RegisterFile& registers)
       _rows(Vsc7390TestSide::numberOfRows) {}
 
 void MacTable::operate(std::uint32_t word) {
-    unsigned const command = fieldOf(word, mac::command);
-    _registers.store(analyser::macAccess, word & ~maskOf(mac::command.high, mac::command.low));
-    if (command == idle) {
+    unsigned const command = mac::command.get(word);
+    _registers.store(analyser::macAccess, word & ~mac::command.getMask());
+    if (command == mac::idle) {
         return;
     }
     if (_timer.isBusy()) {
@@ -52,7 +40,7 @@ std::uint32_t MacTable::shown(std::uint32_t stored) const {
     if (!_timer.isBusy()) {
         return stored;
     }
-    return stored | placedAt(_command == idle ? readEntry : _command, mac::command);
+    return stored | mac::command.placed(_command == mac::idle ? mac::readEntry : _command);
 }
 
 CommandTimer& MacTable::getTimer() {
@@ -61,9 +49,9 @@ CommandTimer& MacTable::getTimer() {
 
 void MacTable::startTimer(unsigned command) {
     Vsc7390Options const& options = _context.options;
-    if (command == ageTable) {
+    if (command == mac::ageTable) {
         _timer.start(options.macAgeNanoseconds);
-    } else if (command == clearTable) {
+    } else if (command == mac::clearTable) {
         _timer.start(options.macClearNanoseconds);
     } else {
         _timer.start(options.macAccessNanoseconds);
@@ -72,17 +60,17 @@ void MacTable::startTimer(unsigned command) {
 
 void MacTable::perform(unsigned command, std::uint32_t word) {
     switch (command) {
-    case learnEntry:
+    case mac::learnEntry:
         return learn(word);
-    case forgetEntry:
+    case mac::forgetEntry:
         return forget();
-    case ageTable:
+    case mac::ageTable:
         return age();
-    case flushTable:
+    case mac::flushTable:
         return flush();
-    case clearTable:
+    case mac::clearTable:
         return clear();
-    case readEntry:
+    case mac::readEntry:
         return readIndexed();
     default:
         return writeIndexed(word);
@@ -90,11 +78,11 @@ void MacTable::perform(unsigned command, std::uint32_t word) {
 }
 
 void MacTable::learn(std::uint32_t word) {
-    insert(staged(word | bit(mac::valid)));
+    insert(staged(word | mac::valid.getMask()));
 }
 
 void MacTable::forget() {
-    Vsc7390TestSide::MacEntry const key = staged(bit(mac::valid)).decode();
+    Vsc7390TestSide::MacEntry const key = staged(mac::valid.getMask()).decode();
     for (MacEntry& entry : _rows[rowOf(key.mac, key.vid)]) {
         if (entry.isOf(key.mac, key.vid)) {
             entry = MacEntry();
@@ -144,7 +132,7 @@ void MacTable::writeIndexed(std::uint32_t word) {
 
 MacEntry& MacTable::indexed() {
     std::uint32_t const index = _registers.getStored(analyser::macIndex);
-    return at(fieldOf(index, mac::row), fieldOf(index, mac::bucket));
+    return at(mac::row.get(index), mac::bucket.get(index));
 }
 
 MacEntry MacTable::staged(std::uint32_t word) const {
@@ -219,9 +207,9 @@ MacEntry const* MacTable::findGroup(std::uint64_t address, unsigned vid) const {
 
 // Eleven bits a piece from the low end; the four bits left at the high end take six of the VID along.
 unsigned MacTable::rowOf(std::uint64_t address, unsigned vid) {
-    unsigned row = placed(vid, vidPosition + vidBits - 1, vidPosition);
+    unsigned row = vidInRow.placed(vid);
     for (unsigned piece = 0; piece <= wholePieces; ++piece) {
-        row ^= static_cast<unsigned>(address >> piece * rowBits) & maskOf(rowBits - 1, 0);
+        row ^= static_cast<unsigned>(address >> piece * rowBits) & mac::row.getMask();
     }
     return row;
 }

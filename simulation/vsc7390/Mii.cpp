@@ -21,24 +21,22 @@ Mii::Mii(Context& context, unsigned number, Phys* phys)
 RegisterTable Mii::table() {
     return {
         Register(mii::status, "MIIMSTAT")
-            .readOnly("BUSY", mii::busy)
-            .readOnly("ReadPending", mii::readPending)
-            .readOnly("WritePending", mii::writePending)
+            .readOnly(mii::busy)
+            .readOnly(mii::readPending)
+            .readOnly(mii::writePending)
             .onRead([this](std::uint32_t stored) { return stored | status(); }),
         Register(mii::command, "MIIMCMD")
             .field("SCAN", 27)
-            .field("Read", mii::read)
-            .field("PHY", mii::phy.high, mii::phy.low)
-            .field("Register", mii::address.high, mii::address.low)
-            .field("Data", mii::value.high, mii::value.low)
+            .field(mii::read)
+            .field(mii::phy)
+            .field(mii::address)
+            .field(mii::value)
             .onWrite([this](std::uint32_t word) { operate(word); }),
         Register(mii::data, "MIIMDATA")
-            .readOnly("FAILURE", mii::failure)
-            .readOnly("Data", mii::value.high, mii::value.low)
+            .readOnly(mii::failure)
+            .readOnly(mii::value)
             .onRead([this](std::uint32_t) { return data(); }),
-        Register(mii::prescaler, "MIIMPRES")
-            .field("NoPreamble", mii::withoutPreamble)
-            .field("Prescaler", 5, 0),
+        Register(mii::prescaler, "MIIMPRES").field(mii::withoutPreamble).field("Prescaler", 5, 0),
     };
 }
 
@@ -47,7 +45,7 @@ std::uint32_t Mii::status() const {
     if (!_timer.isBusy()) {
         return 0;
     }
-    return bit(mii::busy) | bit(mii::readPending) | (_isWrite ? bit(mii::writePending) : 0);
+    return mii::busy.getMask() | mii::readPending.getMask() | (_isWrite ? mii::writePending.getMask() : 0);
 }
 
 std::uint32_t Mii::data() {
@@ -64,14 +62,14 @@ void Mii::operate(std::uint32_t word) {
     }
     data();
     Vsc7390Options const& options = _context.options;
-    _timer.start(isSet(_registers.getStored(mii::prescaler), mii::withoutPreamble)
+    _timer.start(mii::withoutPreamble.isSet(_registers.getStored(mii::prescaler))
                      ? options.miiWithoutPreambleNanoseconds
                      : options.miiNanoseconds);
-    unsigned const phy = fieldOf(word, mii::phy);
-    unsigned const address = fieldOf(word, mii::address);
-    _isWrite = !isSet(word, mii::read);
+    unsigned const phy = mii::phy.get(word);
+    unsigned const address = mii::address.get(word);
+    _isWrite = !mii::read.isSet(word);
     if (_isWrite) {
-        write(phy, address, fieldOf(word, mii::value));
+        write(phy, address, mii::value.get(word));
     } else {
         _arriving = read(phy, address);
     }
@@ -82,7 +80,7 @@ std::uint32_t Mii::read(unsigned number, unsigned address) {
         return phy->getRegisters().read(address, _context.transfer);
     }
     _context.services.log.addRead(absentPhy(number), address, _context.transfer, idleLine);
-    return bit(mii::failure) | idleLine;
+    return mii::failure.getMask() | idleLine;
 }
 
 void Mii::write(unsigned number, unsigned address, std::uint32_t value) {

@@ -20,13 +20,13 @@ Phy::Phy(Context& context, unsigned number)
 RegisterTable Phy::table() {
     RegisterTable table = {
         Register(phy::control, "Control", controlReset)
-            .field("Reset", phy::reset)
+            .field(phy::reset)
             .field("Loopback", 14)
             .field("SpeedLow", 13)
             .field("AutoNegotiation", 12)
             .field("PowerDown", 11)
             .field("Isolate", 10)
-            .field("RestartNegotiation", phy::restartNegotiation)
+            .field(phy::restartNegotiation)
             .field("Duplex", 8)
             .field("CollisionTest", 7)
             .field("SpeedHigh", 6)
@@ -42,7 +42,7 @@ RegisterTable Phy::table() {
 }
 
 void Phy::control(std::uint32_t value) {
-    _registers.store(phy::control, value & ~(bit(phy::reset) | bit(phy::restartNegotiation)));
+    _registers.store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
 }
 
 RegisterFile& Phy::getRegisters() {

@@ -10,6 +10,9 @@ constexpr unsigned megabits1000 = 1000;
 constexpr unsigned megabits100 = 100;
 constexpr unsigned megabits10 = 10;
 
+constexpr Field length{"Length", 15, 0};
+constexpr Field vid{"VID", 11, 0};
+
 enum Clock : unsigned { clock1000 = 1, clock100 = 2, clock10 = 3 };
 
 unsigned megabitsOf(unsigned clock) {
@@ -28,22 +31,22 @@ unsigned megabitsOf(unsigned clock) {
 Register macConfig() {
     return Register(port::macConfig, "MAC_CFG")
         .field("WEXC_DIS", 31)
-        .field("PORT_RST", port::reset)
-        .field("TX_EN", port::transmitEnable)
+        .field(port::reset)
+        .field(port::transmitEnable)
         .field("SEED_LOAD", 27)
         .field("SEED", 26, 19)
-        .field("FDX", port::fullDuplex)
+        .field(port::fullDuplex)
         .field("GIGA_MODE", 17)
-        .field("RX_EN", port::receiveEnable)
+        .field(port::receiveEnable)
         .field("VLAN_DBLAWR", 15)
         .field("VLAN_AWR", 14)
         .field("WithReset11", 11)
         .field("TX_IPG", 10, 6)
-        .field("MAC_RX_RST", port::receiveReset)
-        .field("MAC_TX_RST", port::transmitReset)
+        .field(port::receiveReset)
+        .field(port::transmitReset)
         .field("WithReset3", 3)
         .field("CLK_EXTERNAL", 2)
-        .field("CLK_SEL", port::clock.high, port::clock.low);
+        .field(port::clock);
 }
 
 } // namespace
@@ -63,8 +66,8 @@ RegisterTable Port::table() {
             .field("PAUSE_VAL", 15, 0),
         Register(port::flowControlMacHigh, "FCMACHI").field("Other", 31, 24).field("Mac", 23, 0),
         Register(port::flowControlMacLow, "FCMACLO").field("Other", 31, 24).field("Mac", 23, 0),
-        Register(port::maximumLength, "MAXLEN", placed(_context.options.maximumLengthReset, 15, 0))
-            .field("Length", 15, 0),
+        Register(port::maximumLength, "MAXLEN", length.placed(_context.options.maximumLengthReset))
+            .field(length),
         Register(port::transmitUpdate, "TXUPDCFG")
             .field("TX_UNTAGGED_VID", 15, 4)
             .field("TX_UNTAGGED_VID_ENA", 3)
@@ -86,11 +89,10 @@ void Port::addClassifier(RegisterTable& table) const {
                   .field("NULL_MAC", 0));
     table.add(
         Register(port::classifierVlan, "CAT_VLAN_MISC").field("TCI_IGNORE_ENA", 8).field("KEEP_TAG_ENA", 7));
-    table.add(
-        Register(port::classifierPortVlan, "CAT_PORT_VLAN", placed(_context.options.portVidReset, 11, 0))
-            .field("CFI", 15)
-            .field("USR_PRIO", 14, 12)
-            .field("VID", 11, 0));
+    table.add(Register(port::classifierPortVlan, "CAT_PORT_VLAN", vid.placed(_context.options.portVidReset))
+                  .field("CFI", 15)
+                  .field("USR_PRIO", 14, 12)
+                  .field(vid));
 }
 
 void Port::addWatermarks(RegisterTable& table) {
@@ -109,12 +111,12 @@ Counters& Port::getCounters() {
 
 Vsc7390TestSide::PortMac Port::getMac() const {
     std::uint32_t const config = _registers.getStored(port::macConfig);
-    bool const runs = !isSet(config, port::reset);
+    bool const runs = !port::reset.isSet(config);
     Vsc7390TestSide::PortMac mac;
-    mac.receives = runs && isSet(config, port::receiveEnable) && !isSet(config, port::receiveReset);
-    mac.sends = runs && isSet(config, port::transmitEnable) && !isSet(config, port::transmitReset);
-    mac.megabits = megabitsOf(fieldOf(config, port::clock));
-    mac.fullDuplex = isSet(config, port::fullDuplex);
+    mac.receives = runs && port::receiveEnable.isSet(config) && !port::receiveReset.isSet(config);
+    mac.sends = runs && port::transmitEnable.isSet(config) && !port::transmitReset.isSet(config);
+    mac.megabits = megabitsOf(port::clock.get(config));
+    mac.fullDuplex = port::fullDuplex.isSet(config);
     return mac;
 }
 

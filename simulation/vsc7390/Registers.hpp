@@ -1,39 +1,19 @@
 #pragma once
 
-#include <cstdint>
+#include "simulation/Field.hpp"
 
-#include "simulation/Bits.hpp"
-
+/// Where things are in a VSC7390.
 namespace simulation::vitesse {
 
-/// Where things are in a VSC7390. Bits are given as highest and lowest bit of the register.
-
-struct BitRange {
-    unsigned high;
-    unsigned low;
-};
-
-constexpr std::uint32_t fieldOf(std::uint32_t word, BitRange range) {
-    return bitsOf(word, range.high, range.low);
-}
-
-constexpr std::uint32_t placedAt(std::uint32_t value, BitRange range) {
-    return placed(value, range.high, range.low);
-}
-
-constexpr std::uint32_t bit(unsigned number) {
-    return maskOf(number, number);
-}
-
 /// All ports, that of the processor included.
-constexpr BitRange ports{24, 0};
-constexpr std::uint32_t allPorts = maskOf(ports.high, ports.low);
+constexpr Field ports{"Ports", 24, 0};
+constexpr std::uint32_t allPorts = ports.getMask();
 
 /// An offset in the window.
 namespace window {
-constexpr BitRange block{23, 14};
-constexpr BitRange subBlock{13, 10};
-constexpr BitRange address{9, 2};
+constexpr Field block{"Block", 23, 14};
+constexpr Field subBlock{"SubBlock", 13, 10};
+constexpr Field address{"Address", 9, 2};
 } // namespace window
 
 namespace block {
@@ -70,13 +50,13 @@ enum Register : unsigned {
     poolControl = 0xDF,
     egressWatermarks = 0xE0,
 };
-constexpr unsigned reset = 29;
-constexpr unsigned transmitEnable = 28;
-constexpr unsigned fullDuplex = 18;
-constexpr unsigned receiveEnable = 16;
-constexpr unsigned receiveReset = 5;
-constexpr unsigned transmitReset = 4;
-constexpr BitRange clock{1, 0};
+constexpr Field reset{"PORT_RST", 29};
+constexpr Field transmitEnable{"TX_EN", 28};
+constexpr Field fullDuplex{"FDX", 18};
+constexpr Field receiveEnable{"RX_EN", 16};
+constexpr Field receiveReset{"MAC_RX_RST", 5};
+constexpr Field transmitReset{"MAC_TX_RST", 4};
+constexpr Field clock{"CLK_SEL", 1, 0};
 } // namespace port
 
 namespace analyser {
@@ -104,44 +84,56 @@ constexpr unsigned numberOfAggregationMasks = 16;
 constexpr unsigned numberOfDestinationMasks = 64;
 /// Those of the ports, the processor's and seven that no port uses.
 constexpr unsigned numberOfSourceMasks = 32;
-constexpr unsigned learnFromMembersOnly = 25;
 } // namespace analyser
 
 namespace vlan {
-constexpr BitRange command{1, 0};
-constexpr BitRange mask{26, 2};
-constexpr unsigned sourceCheck = 28;
-constexpr unsigned mirror = 29;
-constexpr unsigned learnDisabled = 30;
+enum Command : unsigned { idle = 0, readEntry = 1, writeEntry = 2, clearTable = 3 };
+constexpr Field learnDisabled{"LEARN_DISABLED", 30};
+constexpr Field mirror{"VLAN_MIRROR", 29};
+constexpr Field sourceCheck{"VLAN_SRC_CHECK", 28};
+constexpr Field mask{"Ports", 26, 2};
+constexpr Field command{"CMD", 1, 0};
 } // namespace vlan
 
 namespace mac {
-constexpr BitRange command{2, 0};
-constexpr BitRange destination{8, 3};
-constexpr unsigned locked = 9;
-constexpr unsigned valid = 10;
-constexpr unsigned aged = 11;
-constexpr unsigned ignoreVlan = 12;
-constexpr unsigned forwardKill = 13;
-constexpr unsigned cpuCopy = 14;
-constexpr BitRange vid{27, 16};
-constexpr BitRange highBytes{15, 0};
-constexpr BitRange row{10, 0};
-constexpr BitRange bucket{12, 11};
-constexpr unsigned shadow = 13;
+enum Command : unsigned {
+    idle = 0,
+    learnEntry = 1,
+    forgetEntry = 2,
+    ageTable = 3,
+    flushTable = 4,
+    clearTable = 5,
+    readEntry = 6,
+    writeEntry = 7,
+};
+constexpr Field cpuCopy{"CPU_COPY", 14};
+constexpr Field forwardKill{"FWD_KILL", 13};
+constexpr Field ignoreVlan{"IGNORE_VLAN", 12};
+constexpr Field aged{"AGED_FLAG", 11};
+constexpr Field valid{"VALID", 10};
+constexpr Field locked{"LOCKED", 9};
+constexpr Field destination{"DEST_IDX", 8, 3};
+constexpr Field command{"CMD", 2, 0};
+
+constexpr Field vid{"VID", 27, 16};
+constexpr Field highBytes{"Mac01", 15, 0};
+
+constexpr Field shadow{"SHADOW", 13};
+constexpr Field bucket{"Bucket", 12, 11};
+constexpr Field row{"Row", 10, 0};
 } // namespace mac
 
 namespace mii {
 enum Register : unsigned { status = 0x0, command = 0x1, data = 0x2, prescaler = 0x3 };
-constexpr unsigned busy = 3;
-constexpr unsigned readPending = 2;
-constexpr unsigned writePending = 1;
-constexpr unsigned read = 26;
-constexpr BitRange phy{25, 21};
-constexpr BitRange address{20, 16};
-constexpr BitRange value{15, 0};
-constexpr unsigned failure = 16;
-constexpr unsigned withoutPreamble = 6;
+constexpr Field busy{"BUSY", 3};
+constexpr Field readPending{"ReadPending", 2};
+constexpr Field writePending{"WritePending", 1};
+constexpr Field read{"Read", 26};
+constexpr Field phy{"PHY", 25, 21};
+constexpr Field address{"Register", 20, 16};
+constexpr Field value{"Data", 15, 0};
+constexpr Field failure{"FAILURE", 16};
+constexpr Field withoutPreamble{"NoPreamble", 6};
 /// The controller that has the PHYs.
 constexpr unsigned controllerOfPhys = 1;
 } // namespace mii
@@ -149,8 +141,8 @@ constexpr unsigned controllerOfPhys = 1;
 namespace phy {
 enum Register : unsigned { control = 0, status = 1, identifier1 = 2, identifier2 = 3 };
 constexpr unsigned numberOfRegisters = 32;
-constexpr unsigned reset = 15;
-constexpr unsigned restartNegotiation = 9;
+constexpr Field reset{"Reset", 15};
+constexpr Field restartNegotiation{"RestartNegotiation", 9};
 } // namespace phy
 
 namespace arbiter {
@@ -165,10 +157,10 @@ enum Register : unsigned {
     indirectData = 0x2C,
     indirectStatus = 0x30,
 };
-constexpr unsigned dataReady = 4;
-constexpr BitRange revision{31, 28};
-constexpr BitRange product{27, 12};
-constexpr BitRange identifierLow{11, 0};
+constexpr Field dataReady{"DataReady", 4};
+constexpr Field revision{"Revision", 31, 28};
+constexpr Field product{"Product", 27, 12};
+constexpr Field identifierLow{"Other", 11, 0};
 constexpr unsigned productNumber = 0x7390;
 } // namespace system
 

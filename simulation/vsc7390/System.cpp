@@ -15,19 +15,18 @@ RegisterTable System::table() {
         Register(system::busSetUp, "BusSetUp").field("SetUp", 31, 0),
         Register(system::globalReset, "GLORESET").field("Other", 31, 1).field("MASTER_RESET", 0),
         Register(system::chipIdentifier, "CHIPID",
-                 placedAt(options.revision, system::revision) |
-                     placedAt(system::productNumber, system::product) |
-                     placedAt(options.identifierLow, system::identifierLow))
-            .readOnly("Revision", system::revision.high, system::revision.low)
-            .readOnly("Product", system::product.high, system::product.low)
-            .readOnly("Other", system::identifierLow.high, system::identifierLow.low),
+                 system::revision.placed(options.revision) | system::product.placed(system::productNumber) |
+                     system::identifierLow.placed(options.identifierLow))
+            .readOnly(system::revision)
+            .readOnly(system::product)
+            .readOnly(system::identifierLow),
         Register(system::indirectData, "IndirectData").readOnly("Data", 31, 0).onRead([this](std::uint32_t) {
             return data();
         }),
         Register(system::indirectStatus, "IndirectStatus")
-            .readOnly("DataReady", system::dataReady)
+            .readOnly(system::dataReady)
             .onRead([this](std::uint32_t stored) {
-                return isReady() ? stored | bit(system::dataReady) : stored;
+                return isReady() ? stored | system::dataReady.getMask() : stored;
             }),
     };
 }

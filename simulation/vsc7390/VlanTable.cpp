@@ -6,10 +6,8 @@ namespace simulation::vitesse {
 
 namespace {
 
-enum Command : unsigned { idle = 0, readEntry = 1, writeEntry = 2, clearTable = 3 };
-
-constexpr std::uint32_t entryBits = maskOf(vlan::mask.high, vlan::mask.low) | bit(vlan::sourceCheck) |
-                                    bit(vlan::mirror) | bit(vlan::learnDisabled);
+constexpr std::uint32_t entryBits = vlan::mask.getMask() | vlan::sourceCheck.getMask() |
+                                    vlan::mirror.getMask() | vlan::learnDisabled.getMask();
 
 } // namespace
 
@@ -19,9 +17,9 @@ VlanTable::VlanTable(Context& context, RegisterFile& registers)
 }
 
 void VlanTable::operate(std::uint32_t word) {
-    unsigned const command = fieldOf(word, vlan::command);
-    _registers.store(analyser::vlanAccess, word & ~maskOf(vlan::command.high, vlan::command.low));
-    if (command == idle) {
+    unsigned const command = vlan::command.get(word);
+    _registers.store(analyser::vlanAccess, word & ~vlan::command.getMask());
+    if (command == vlan::idle) {
         return;
     }
     if (_timer.isBusy()) {
@@ -30,12 +28,12 @@ void VlanTable::operate(std::uint32_t word) {
     }
     _command = command;
     unsigned const vid = _registers.getStored(analyser::vlanIndex);
-    if (command == clearTable) {
+    if (command == vlan::clearTable) {
         _timer.start(_context.options.vlanClearNanoseconds);
         return clear();
     }
     _timer.start(_context.options.vlanAccessNanoseconds);
-    if (command == readEntry) {
+    if (command == vlan::readEntry) {
         _registers.store(analyser::vlanAccess, _entries[vid]);
     } else {
         _entries[vid] = word & entryBits;
@@ -46,7 +44,7 @@ std::uint32_t VlanTable::shown(std::uint32_t stored) const {
     if (!_timer.isBusy()) {
         return stored;
     }
-    return stored | placedAt(_command == idle ? readEntry : _command, vlan::command);
+    return stored | vlan::command.placed(_command == vlan::idle ? vlan::readEntry : _command);
 }
 
 CommandTimer& VlanTable::getTimer() {
@@ -55,14 +53,13 @@ CommandTimer& VlanTable::getTimer() {
 
 VlanTable::Entry VlanTable::getEntry(unsigned vid) const {
     std::uint32_t const word = _entries[vid];
-    return {fieldOf(word, vlan::mask), isSet(word, vlan::sourceCheck), isSet(word, vlan::mirror),
-            isSet(word, vlan::learnDisabled)};
+    return {vlan::mask.get(word), vlan::sourceCheck.isSet(word), vlan::mirror.isSet(word),
+            vlan::learnDisabled.isSet(word)};
 }
 
 void VlanTable::setEntry(unsigned vid, Entry const& entry) {
-    _entries[vid] = placedAt(entry.ports, vlan::mask) | (entry.sourceCheck ? bit(vlan::sourceCheck) : 0) |
-                    (entry.mirror ? bit(vlan::mirror) : 0) |
-                    (entry.learnDisabled ? bit(vlan::learnDisabled) : 0);
+    _entries[vid] = vlan::mask.placed(entry.ports) | vlan::sourceCheck.placed(entry.sourceCheck) |
+                    vlan::mirror.placed(entry.mirror) | vlan::learnDisabled.placed(entry.learnDisabled);
 }
 
 bool VlanTable::isCleared(unsigned vid) const {
@@ -74,9 +71,8 @@ void VlanTable::clear() {
 }
 
 std::uint32_t VlanTable::clearedWord() const {
-    return _context.options.vlanClear == Vsc7390Options::VlanClear::noMembers
-               ? 0
-               : placedAt(allPorts, vlan::mask);
+    return _context.options.vlanClear == Vsc7390Options::VlanClear::noMembers ? 0
+                                                                              : vlan::mask.placed(allPorts);
 }
 
 } // namespace simulation::vitesse

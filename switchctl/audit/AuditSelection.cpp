@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "simulation/Bits.hpp"
-
 namespace switchctl::audit {
 
 namespace {
@@ -71,7 +69,7 @@ bool AuditSelection::contains(RegisterLocation const& location) {
 }
 
 bool AuditSelection::contains(RegisterLocation const& location, simulation::Register::Field const& field) {
-    std::uint32_t const bits = simulation::maskOf(field.high, field.low);
+    std::uint32_t const bits = field.getMask();
     bool const isWritable = (location.description->getWritable() & bits) == bits;
     return isWritable && !isRuledOut(location, field.name);
 }

@@ -1,6 +1,5 @@
 #include "switchctl/audit/ChipReader.hpp"
 
-#include "simulation/Bits.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/MarvellTableReader.hpp"
 #include "switchctl/audit/VitesseTableReader.hpp"
@@ -43,7 +42,7 @@ void ChipReader::readRegister(RegisterLocation const& location) {
     std::vector<ChipImage::Field> fields;
     for (simulation::Register::Field const& field : location.description->getFields()) {
         if (AuditSelection::contains(location, field)) {
-            fields.push_back({field.name, simulation::bitsOf(value, field.high, field.low)});
+            fields.push_back({field.name, field.get(value)});
         }
     }
     _image.addRegister(location.unit, location.name, fields);

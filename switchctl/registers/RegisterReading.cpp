@@ -2,12 +2,10 @@
 
 #include <iomanip>
 
-#include "simulation/Bits.hpp"
 #include "switchctl/registers/NumberText.hpp"
 
 namespace switchctl {
 
-using simulation::bitsOf;
 using simulation::Register;
 
 namespace {
@@ -22,7 +20,7 @@ std::string bitsText(Register::Field const& field) {
 }
 
 std::string fieldText(std::uint32_t value, Register::Field const& field) {
-    return NumberText::hexadecimal(bitsOf(value, field.high, field.low), 1);
+    return NumberText::hexadecimal(field.get(value), 1);
 }
 
 } // namespace
@@ -60,7 +58,7 @@ nlohmann::ordered_json RegisterReading::toJson() const {
             fields.push_back({{"name", field.name},
                               {"high", field.high},
                               {"low", field.low},
-                              {"value", bitsOf(value, field.high, field.low)}});
+                              {"value", field.get(value)}});
         }
     }
     return {{"unit", location.unit},

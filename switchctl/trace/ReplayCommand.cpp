@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "simulation/Bits.hpp"
 #include "switchctl/Progress.hpp"
 #include "switchctl/registers/CommandError.hpp"
 #include "switchctl/registers/NumberText.hpp"
@@ -10,8 +9,6 @@
 #include "switchctl/trace/TraceFormat.hpp"
 
 namespace switchctl::trace {
-
-using simulation::bitsOf;
 
 namespace {
 
@@ -40,8 +37,8 @@ std::string outcomeOf(TraceAccess const& access, unsigned digits) {
 void printFields(std::ostream& out, RegisterLocation const& location, std::uint32_t expected,
                  std::uint32_t found) {
     for (simulation::Register::Field const& field : location.description->getFields()) {
-        std::uint32_t const before = bitsOf(expected, field.high, field.low);
-        std::uint32_t const after = bitsOf(found, field.high, field.low);
+        std::uint32_t const before = field.get(expected);
+        std::uint32_t const after = field.get(found);
         if (before != after) {
             out << "    " << field.name << "  expected " << NumberText::hexadecimal(before, 1) << ", found "
                 << NumberText::hexadecimal(after, 1) << '\n';
