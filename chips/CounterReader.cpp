@@ -1,16 +1,10 @@
 #include "chips/CounterReader.hpp"
 
 #include "chips/ToolError.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
-#include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 
 namespace chips {
-
-using simulation::bitsOf;
-using simulation::isSet;
-using simulation::maskOf;
-using simulation::placed;
 
 namespace {
 
@@ -18,15 +12,8 @@ namespace marvell = simulation::marvell;
 namespace global1 = simulation::marvell::global1;
 namespace vitesse = simulation::vitesse;
 
-/// Of the register that tells an 88E6096 from others.
-constexpr unsigned productHigh = 15;
-constexpr unsigned productLow = 4;
-
 constexpr unsigned readOperation = 4;
 constexpr unsigned captureOperation = 5;
-/// Which frames the histogram counts is a setting that stands beside the operation.
-constexpr unsigned histogramHigh = 11;
-constexpr unsigned histogramLow = 10;
 constexpr unsigned halfOfCounter = 16;
 
 /// A look takes at least a hundred microseconds, an operation hardly one.
@@ -47,11 +34,10 @@ CounterReader::CounterReader(ChipCatalogue const& catalogue, RegisterTransport& 
 bool CounterReader::isChipThere() {
     if (_catalogue.getModel() == "vsc7390") {
         std::uint32_t const identifier = _transport.read(_catalogue.find("system/CHIPID"));
-        return bitsOf(identifier, vitesse::system::product.high, vitesse::system::product.low) ==
-               vitesse::system::productNumber;
+        return vitesse::system::product.get(identifier) == vitesse::system::productNumber;
     }
     std::uint32_t const identifier = _transport.read(_catalogue.find("port 0/SwitchIdentifier"));
-    return bitsOf(identifier, productHigh, productLow) == marvell::port::product;
+    return marvell::port::product.get(identifier) == marvell::port::productNumber;
 }
 
 PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread) {
@@ -132,16 +118,15 @@ void CounterReader::capture(unsigned port) {
 void CounterReader::operate(unsigned operation, unsigned pointer) {
     std::uint32_t const before = waitForUnit();
     _transport.write(_catalogue.find("global 1/" + std::to_string(global1::statsOperation)),
-                     maskOf(marvell::busy, marvell::busy) |
-                         placed(operation, marvell::globalOperationHigh, marvell::globalOperationLow) |
-                         (before & maskOf(histogramHigh, histogramLow)) | pointer);
+                     marvell::busy.getMask() | marvell::globalOperation.placed(operation) |
+                         (before & marvell::statistics::histogramMode.getMask()) | pointer);
     waitForUnit();
 }
 
 std::uint32_t CounterReader::waitForUnit() {
     for (unsigned looks = 0; looks < mostLooks; ++looks) {
         std::uint32_t const word = readAt("global 1", global1::statsOperation);
-        if (!isSet(word, marvell::busy)) {
+        if (!marvell::busy.isSet(word)) {
             return word;
         }
     }

@@ -4,11 +4,10 @@
 
 #include "chips/NumberText.hpp"
 #include "chips/ToolError.hpp"
-#include "simulation/Bits.hpp"
+#include "simulation/Field.hpp"
 
 namespace chips {
 
-using simulation::maskOf;
 using simulation::Register;
 
 namespace {
@@ -22,7 +21,7 @@ std::uint32_t valueFrom(std::string const& text, unsigned bits, std::string cons
     if (!value) {
         throw refusal(assignment, "\"" + text + "\" is not a number");
     }
-    if ((*value & ~maskOf(bits - 1, 0)) != 0) {
+    if ((*value & ~simulation::Field("", bits - 1, 0).getMask()) != 0) {
         throw refusal(assignment, text + " does not fit into " + std::to_string(bits) + " bits");
     }
     return *value;
@@ -78,7 +77,7 @@ void RegisterAssignment::addField(std::string const& text, std::string const& as
     }
     Register::Field const& field = fieldOf(_location, text.substr(0, equals), assignment);
     std::uint32_t const value = valueFrom(text.substr(equals + 1), field.high - field.low + 1, assignment);
-    _fields.push_back({field.name, maskOf(field.high, field.low), value, field.low});
+    _fields.push_back({field.name, field.getMask(), value, field.low});
 }
 
 RegisterLocation const& RegisterAssignment::getLocation() const {

@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <ostream>
 
-#include "simulation/Bits.hpp"
-
 namespace simulation {
 
 namespace {
@@ -18,8 +16,8 @@ std::vector<AccessLog::FieldChange> changedFields(Register const* description, s
         return changes;
     }
     for (Register::Field const& field : description->getFields()) {
-        std::uint32_t const old = bitsOf(before, field.high, field.low);
-        std::uint32_t const now = bitsOf(after, field.high, field.low);
+        std::uint32_t const old = field.get(before);
+        std::uint32_t const now = field.get(after);
         if (old != now) {
             changes.push_back({field.name, old, now});
         }

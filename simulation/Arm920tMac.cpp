@@ -1,23 +1,17 @@
 #include "simulation/Arm920tMac.hpp"
 
-#include "simulation/Bits.hpp"
-
 namespace simulation {
 
 namespace {
 
 enum Offset : unsigned { miiCommand = 0x10, miiData = 0x14, miiStatus = 0x18, macControl = 0x20 };
 
-constexpr unsigned opcodeHigh = 15;
-constexpr unsigned opcodeLow = 14;
-constexpr unsigned phyHigh = 9;
-constexpr unsigned phyLow = 5;
-constexpr unsigned registerHigh = 4;
-constexpr unsigned registerLow = 0;
-constexpr unsigned dataHigh = 15;
+constexpr Field opcode{"Opcode", 15, 14};
+constexpr Field phyAddress{"PhyAddress", 9, 5};
+constexpr Field registerAddress{"RegisterAddress", 4, 0};
+constexpr Field busy{"Busy", 0};
 constexpr unsigned writeOpcode = 1;
 constexpr unsigned readOpcode = 2;
-constexpr std::uint32_t busyBit = 1;
 
 } // namespace
 
@@ -30,13 +24,13 @@ Arm920tMac::Arm920tMac(Services& services, MdioBus& bus, Options const& options)
 RegisterTable Arm920tMac::table(Arm920tMac& mac, Options const& options) {
     return {
         Register(miiCommand, "MiiCommand")
-            .field("Opcode", opcodeHigh, opcodeLow)
-            .field("PhyAddress", phyHigh, phyLow)
-            .field("RegisterAddress", registerHigh, registerLow)
+            .field(opcode)
+            .field(phyAddress)
+            .field(registerAddress)
             .onWrite([&mac](std::uint32_t value) { mac.startFrame(value); }),
-        Register(miiData, "MiiData").field("Data", dataHigh, 0),
-        Register(miiStatus, "MiiStatus").readOnly("Busy", 0).onRead([&mac](std::uint32_t value) {
-            return value | (mac._timer.isBusy() ? busyBit : 0);
+        Register(miiData, "MiiData").field("Data", 15, 0),
+        Register(miiStatus, "MiiStatus").readOnly(busy).onRead([&mac](std::uint32_t value) {
+            return value | busy.placed(mac._timer.isBusy());
         }),
         Register(macControl, "MacControl", options.controlReset).field("Control", 31, 0),
     };
@@ -105,17 +99,17 @@ bool Arm920tMac::failsNow() {
 }
 
 void Arm920tMac::startFrame(std::uint32_t command) {
-    unsigned const opcode = bitsOf(command, opcodeHigh, opcodeLow);
-    if (opcode != readOpcode && opcode != writeOpcode) {
+    bool const isRead = opcode.get(command) == readOpcode;
+    if (!isRead && opcode.get(command) != writeOpcode) {
         _registers.report(MisuseReport::Kind::meaninglessCommand, miiCommand, "neither read nor write");
         return;
     }
     if (_timer.isBusy()) {
         _registers.report(MisuseReport::Kind::commandWhileBusy, miiCommand, "a frame is on its way");
     }
-    unsigned const phy = bitsOf(command, phyHigh, phyLow);
-    unsigned const reg = bitsOf(command, registerHigh, registerLow);
-    if (opcode == readOpcode) {
+    unsigned const phy = phyAddress.get(command);
+    unsigned const reg = registerAddress.get(command);
+    if (isRead) {
         _registers.store(miiData, _bus.read(phy, reg));
     } else {
         _bus.write(phy, reg, static_cast<std::uint16_t>(_registers.getStored(miiData)));

@@ -2,33 +2,23 @@
 
 #include <utility>
 
-#include "simulation/Bits.hpp"
-
 namespace simulation {
 
 Register::Register(unsigned address, std::string name, std::uint32_t reset)
     : _address(address), _name(std::move(name)), _reset(reset) {}
 
-Register& Register::field(std::string const& name, unsigned high, unsigned low) {
-    _writable |= maskOf(high, low);
-    return readOnly(name, high, low);
+Register& Register::field(Field const& field) {
+    _writable |= field.getMask();
+    return readOnly(field);
 }
 
-Register& Register::field(std::string const& name, unsigned bit) {
-    return field(name, bit, bit);
-}
-
-Register& Register::readOnly(std::string const& name, unsigned high, unsigned low) {
-    _fields.push_back({name, high, low});
+Register& Register::readOnly(Field const& field) {
+    _fields.push_back(field);
     return *this;
 }
 
-Register& Register::readOnly(std::string const& name, unsigned bit) {
-    return readOnly(name, bit, bit);
-}
-
-Register& Register::ignored(unsigned high, unsigned low) {
-    _ignored |= maskOf(high, low);
+Register& Register::ignored(Field const& field) {
+    _ignored |= field.getMask();
     return *this;
 }
 

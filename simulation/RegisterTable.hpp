@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "simulation/Field.hpp"
+
 namespace simulation {
 
 /// One row of a register table: what a register is called, what is in it and what it does.
@@ -15,11 +17,7 @@ namespace simulation {
 /// no part of the chain mentions is reserved: it cannot be written.
 class Register {
 public:
-    struct Field {
-        std::string name;
-        unsigned high;
-        unsigned low;
-    };
+    using Field = simulation::Field;
 
     /// Called after a write was stored, with the register's new contents.
     using WriteHook = std::function<void(std::uint32_t value)>;
@@ -28,16 +26,20 @@ public:
 
     Register(unsigned address, std::string name, std::uint32_t reset = 0);
 
-    /// Bits that keep what is written.
-    Register& field(std::string const& name, unsigned high, unsigned low);
-    Register& field(std::string const& name, unsigned bit);
+    /// Bits that keep what is written: a field, or its name and its highest and lowest bit.
+    Register& field(Field const& field);
+    template <typename... Bits> Register& field(char const* name, Bits... bits) {
+        return field(Field(name, bits...));
+    }
 
     /// Bits that writes leave alone.
-    Register& readOnly(std::string const& name, unsigned high, unsigned low);
-    Register& readOnly(std::string const& name, unsigned bit);
+    Register& readOnly(Field const& field);
+    template <typename... Bits> Register& readOnly(char const* name, Bits... bits) {
+        return readOnly(Field(name, bits...));
+    }
 
     /// Bits that a write may set without effect and without complaint.
-    Register& ignored(unsigned high, unsigned low);
+    Register& ignored(Field const& field);
 
     Register& onWrite(WriteHook hook);
     /// Called after onWrite's, with all bits that the write had, those included that cannot be written.

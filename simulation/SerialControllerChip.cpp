@@ -1,6 +1,6 @@
 #include "simulation/SerialControllerChip.hpp"
 
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation {
 
@@ -12,8 +12,7 @@ constexpr std::uint64_t pauseNanoseconds = 1'000;
 constexpr unsigned longestWait = 100'000;
 
 unsigned offsetOf(unsigned block, unsigned subBlock, unsigned address) {
-    return placedAt(block, window::block) | placedAt(subBlock, window::subBlock) |
-           placedAt(address, window::address);
+    return window::block.placed(block) | window::subBlock.placed(subBlock) | window::address.placed(address);
 }
 
 } // namespace
@@ -28,7 +27,7 @@ std::optional<std::uint32_t> SerialControllerChip::readRegister(unsigned block, 
         return first;
     }
     auto const isReady = [this] {
-        return isSet(readBus(block::system, 0, system::indirectStatus).value_or(0), system::dataReady);
+        return system::dataReady.isSet(readBus(block::system, 0, system::indirectStatus).value_or(0));
     };
     return waitUntil(isReady) ? readBus(block::system, 0, system::indirectData) : std::nullopt;
 }
@@ -39,17 +38,17 @@ bool SerialControllerChip::writeRegister(unsigned block, unsigned subBlock, unsi
 }
 
 std::optional<std::uint16_t> SerialControllerChip::readPhy(unsigned phy, unsigned address) {
-    std::uint32_t const command = bit(mii::read) | placedAt(phy, mii::phy) | placedAt(address, mii::address);
+    std::uint32_t const command = mii::read.getMask() | mii::phy.placed(phy) | mii::address.placed(address);
     if (!startMii(command) || !waitUntil([this] { return isMiiIdle(); })) {
         return std::nullopt;
     }
     std::optional<std::uint32_t> const data =
         readRegister(block::memoryAndMii, mii::controllerOfPhys, mii::data);
-    return data ? std::optional<std::uint16_t>(fieldOf(*data, mii::value)) : std::nullopt;
+    return data ? std::optional<std::uint16_t>(mii::value.get(*data)) : std::nullopt;
 }
 
 bool SerialControllerChip::writePhy(unsigned phy, unsigned address, std::uint16_t value) {
-    return startMii(placedAt(phy, mii::phy) | placedAt(address, mii::address) | placedAt(value, mii::value));
+    return startMii(mii::phy.placed(phy) | mii::address.placed(address) | mii::value.placed(value));
 }
 
 std::optional<std::uint32_t> SerialControllerChip::readBus(unsigned block, unsigned subBlock,
@@ -72,7 +71,7 @@ template <typename Condition> bool SerialControllerChip::waitUntil(Condition con
 bool SerialControllerChip::isMiiIdle() {
     std::optional<std::uint32_t> const status =
         readRegister(block::memoryAndMii, mii::controllerOfPhys, mii::status);
-    return status && !isSet(*status, mii::busy);
+    return status && !mii::busy.isSet(*status);
 }
 
 bool SerialControllerChip::startMii(std::uint32_t command) {

@@ -3,15 +3,9 @@
 #include <optional>
 
 #include "chips/ToolError.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
-#include "simulation/Bits.hpp"
+#include "simulation/88e6096/Registers.hpp"
 
 namespace chips {
-
-using simulation::bitsOf;
-using simulation::isSet;
-using simulation::maskOf;
-using simulation::placed;
 
 namespace {
 
@@ -40,7 +34,7 @@ void MarvellTableReader::read() {
 }
 
 MarvellTableReader::Operation MarvellTableReader::operationIn(std::uint32_t word) {
-    return static_cast<Operation>(bitsOf(word, marvell::globalOperationHigh, marvell::globalOperationLow));
+    return static_cast<Operation>(marvell::globalOperation.get(word));
 }
 
 void MarvellTableReader::readVtu() {
@@ -49,8 +43,8 @@ void MarvellTableReader::readVtu() {
     while (true) {
         perform(Operation::vtuGetNext);
         std::uint32_t const key = readAt(global1::vtuVid);
-        unsigned const vid = bitsOf(key, global1::vid.high, global1::vid.low);
-        if (!isSet(key, global1::valid) || (last && vid <= *last)) {
+        unsigned const vid = marvell::vtu::vid.get(key);
+        if (!marvell::vtu::valid.isSet(key) || (last && vid <= *last)) {
             return;
         }
         last = vid;
@@ -73,7 +67,7 @@ void MarvellTableReader::readStu() {
     while (true) {
         perform(Operation::stuGetNext);
         std::uint32_t const sid = readAt(global1::vtuSid);
-        if (!isSet(readAt(global1::vtuVid), global1::valid) || (last && sid <= *last)) {
+        if (!marvell::vtu::valid.isSet(readAt(global1::vtuVid)) || (last && sid <= *last)) {
             return;
         }
         last = sid;
@@ -85,10 +79,9 @@ void MarvellTableReader::readStu() {
 
 void MarvellTableReader::perform(Operation operation) {
     _transport.write(at(global1::vtuOperation),
-                     maskOf(marvell::busy, marvell::busy) |
-                         placed(static_cast<unsigned>(operation), marvell::globalOperationHigh,
-                                marvell::globalOperationLow));
-    for (unsigned looks = 0; isSet(readAt(global1::vtuOperation), marvell::busy); ++looks) {
+                     marvell::busy.getMask() |
+                         marvell::globalOperation.placed(static_cast<unsigned>(operation)));
+    for (unsigned looks = 0; marvell::busy.isSet(readAt(global1::vtuOperation)); ++looks) {
         if (looks == mostLooks) {
             throw ToolError(ExitStatus::registerFailed, "the VTU stays busy");
         }
@@ -101,8 +94,8 @@ std::vector<ChipImage::Field> MarvellTableReader::dataFields(std::string const& 
         RegisterLocation const location = at(address);
         std::uint32_t const value = _transport.read(location);
         for (simulation::Register::Field const& field : location.description->getFields()) {
-            if (field.name.compare(0, prefix.size(), prefix) == 0) {
-                fields.push_back({field.name, bitsOf(value, field.high, field.low)});
+            if (std::string(field.name).compare(0, prefix.size(), prefix) == 0) {
+                fields.push_back({field.name, field.get(value)});
             }
         }
     }

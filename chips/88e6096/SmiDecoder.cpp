@@ -1,12 +1,8 @@
 #include "chips/88e6096/SmiDecoder.hpp"
 
-#include "simulation/88e6096/MarvellRegisters.hpp"
-#include "simulation/Bits.hpp"
+#include "simulation/88e6096/Registers.hpp"
 
 namespace chips {
-
-using simulation::bitsOf;
-using simulation::isSet;
 
 namespace {
 
@@ -17,8 +13,7 @@ namespace smi = simulation::marvell::smi;
 constexpr std::uint64_t longestWait = 999'000'000;
 
 RegisterAddress addressIn(std::uint16_t word) {
-    return {RegisterAddress::Space::device, 0, bitsOf(word, smi::device.high, smi::device.low),
-            bitsOf(word, smi::address.high, smi::address.low)};
+    return {RegisterAddress::Space::device, 0, smi::device.get(word), smi::address.get(word)};
 }
 
 } // namespace
@@ -41,7 +36,7 @@ void SmiDecoder::frameWritten(std::uint64_t nanoseconds, unsigned registerNumber
     if (registerNumber == smi::data) {
         _data = value;
         _isDataSent = succeeded;
-    } else if (registerNumber == smi::command && isSet(value, marvell::busy)) {
+    } else if (registerNumber == smi::command && marvell::busy.isSet(value)) {
         start(nanoseconds, value, succeeded);
     }
 }
@@ -59,7 +54,7 @@ void SmiDecoder::start(std::uint64_t nanoseconds, std::uint16_t word, bool succe
         emit(nanoseconds, false, _read, std::nullopt, false);
         _read.reset();
     }
-    unsigned const operation = bitsOf(word, smi::operation.high, smi::operation.low);
+    unsigned const operation = smi::operation.get(word);
     if (operation == smi::write) {
         emit(nanoseconds, true, addressIn(word), _data, succeeded && _isDataSent);
     } else if (operation == smi::read) {
@@ -73,7 +68,7 @@ void SmiDecoder::start(std::uint64_t nanoseconds, std::uint16_t word, bool succe
 // up, the next look is for another access.
 void SmiDecoder::look(std::uint64_t nanoseconds, std::uint16_t word, bool succeeded) {
     giveUp();
-    if (succeeded && !isSet(word, marvell::busy)) {
+    if (succeeded && !marvell::busy.isSet(word)) {
         _busySince.reset();
     } else if (!_busySince) {
         _busySince = nanoseconds;

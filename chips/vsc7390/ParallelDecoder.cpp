@@ -1,6 +1,6 @@
 #include "chips/vsc7390/ParallelDecoder.hpp"
 
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 
 namespace chips {
 
@@ -9,9 +9,8 @@ namespace {
 namespace vitesse = simulation::vitesse;
 
 RegisterAddress addressIn(unsigned offset) {
-    return {RegisterAddress::Space::block, vitesse::fieldOf(offset, vitesse::window::block),
-            vitesse::fieldOf(offset, vitesse::window::subBlock),
-            vitesse::fieldOf(offset, vitesse::window::address)};
+    return {RegisterAddress::Space::block, vitesse::window::block.get(offset),
+            vitesse::window::subBlock.get(offset), vitesse::window::address.get(offset)};
 }
 
 bool isReadAtOnce(RegisterAddress const& address) {

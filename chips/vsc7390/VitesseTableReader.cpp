@@ -3,22 +3,17 @@
 #include <cstdio>
 
 #include "chips/ToolError.hpp"
-#include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace chips {
 
-using simulation::isSet;
-using simulation::maskOf;
 using simulation::Vsc7390TestSide;
 
 namespace {
 
 namespace mac = simulation::vitesse::mac;
 namespace vlan = simulation::vitesse::vlan;
-using simulation::vitesse::fieldOf;
-using simulation::vitesse::placedAt;
 
 /// A look takes a microsecond or so, a command less than a hundred.
 constexpr unsigned mostLooks = 100'000;
@@ -35,10 +30,6 @@ std::string addressText(std::uint64_t address, unsigned bytes) {
         text += text.empty() ? part : std::string(":") + part;
     }
     return text;
-}
-
-std::uint32_t flag(std::uint32_t word, unsigned bit) {
-    return isSet(word, bit) ? 1 : 0;
 }
 
 } // namespace
@@ -69,19 +60,19 @@ void VitesseTableReader::read() {
 
 void VitesseTableReader::readVlan(unsigned vid) {
     _transport.write(_vlanIndex, vid);
-    std::uint32_t const word = perform(_vlanAccess, vlanRead, maskOf(vlan::command.high, vlan::command.low));
+    std::uint32_t const word = perform(_vlanAccess, vlanRead, vlan::command.getMask());
     _image.addEntry("VLAN table", "VID " + std::to_string(vid),
-                    {{"Ports", fieldOf(word, vlan::mask)},
-                     {"VLAN_SRC_CHECK", flag(word, vlan::sourceCheck)},
-                     {"VLAN_MIRROR", flag(word, vlan::mirror)},
-                     {"LEARN_DISABLED", flag(word, vlan::learnDisabled)}});
+                    {{"Ports", vlan::mask.get(word)},
+                     {"VLAN_SRC_CHECK", vlan::sourceCheck.get(word)},
+                     {"VLAN_MIRROR", vlan::mirror.get(word)},
+                     {"LEARN_DISABLED", vlan::learnDisabled.get(word)}});
 }
 
 // Which bucket of its row an entry has depends on what was learned before.
 void VitesseTableReader::readBucket(unsigned row, unsigned bucket) {
-    _transport.write(_macIndex, placedAt(row, mac::row) | placedAt(bucket, mac::bucket));
-    std::uint32_t const access = perform(_macAccess, macRead, maskOf(mac::command.high, mac::command.low));
-    if (isSet(access, mac::valid) && isSet(access, mac::locked)) {
+    _transport.write(_macIndex, mac::row.placed(row) | mac::bucket.placed(bucket));
+    std::uint32_t const access = perform(_macAccess, macRead, mac::command.getMask());
+    if (mac::valid.isSet(access) && mac::locked.isSet(access)) {
         addMacEntry(access, _transport.read(_macHigh), _transport.read(_macLow));
     }
 }
@@ -90,13 +81,13 @@ void VitesseTableReader::addMacEntry(std::uint32_t access, std::uint32_t high, s
     constexpr unsigned bitsInLow = 32;
     constexpr unsigned bytesOfGroup = 3;
     constexpr unsigned bytesOfAddress = 6;
-    std::uint64_t const address = std::uint64_t{fieldOf(high, mac::highBytes)} << bitsInLow | low;
-    bool const isGroup = isSet(access, mac::aged);
-    std::string const vid = " VID " + std::to_string(fieldOf(high, mac::vid));
-    std::vector<ChipImage::Field> fields = {{"DEST_IDX", fieldOf(access, mac::destination)},
-                                            {"IGNORE_VLAN", flag(access, mac::ignoreVlan)},
-                                            {"FWD_KILL", flag(access, mac::forwardKill)},
-                                            {"CPU_COPY", flag(access, mac::cpuCopy)}};
+    std::uint64_t const address = std::uint64_t{mac::highBytes.get(high)} << bitsInLow | low;
+    bool const isGroup = mac::aged.isSet(access);
+    std::string const vid = " VID " + std::to_string(mac::vid.get(high));
+    std::vector<ChipImage::Field> fields = {{"DEST_IDX", mac::destination.get(access)},
+                                            {"IGNORE_VLAN", mac::ignoreVlan.get(access)},
+                                            {"FWD_KILL", mac::forwardKill.get(access)},
+                                            {"CPU_COPY", mac::cpuCopy.get(access)}};
     std::string name = "address " + addressText(address, bytesOfAddress) + vid;
     if (isGroup) {
         name = "group 01:00:5e:" + addressText(address, bytesOfGroup) + vid;

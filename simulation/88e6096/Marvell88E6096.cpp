@@ -1,7 +1,7 @@
 #include "simulation/88e6096/Marvell88E6096.hpp"
 
 #include "simulation/88e6096/Marvell88E6096TestAccess.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 #include "simulation/BoardBuses.hpp"
 #include "simulation/MdioBus.hpp"
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/Global1.hpp"
+#include "simulation/88e6096/Global2.hpp"
 #include "simulation/88e6096/Marvell88E6096Options.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
-#include "simulation/88e6096/MarvellContext.hpp"
-#include "simulation/88e6096/MarvellGlobal1.hpp"
-#include "simulation/88e6096/MarvellGlobal2.hpp"
-#include "simulation/88e6096/MarvellPort.hpp"
-#include "simulation/88e6096/MarvellSmi.hpp"
+#include "simulation/88e6096/Port.hpp"
+#include "simulation/88e6096/Smi.hpp"
 #include "simulation/SimulatedChip.hpp"
 
 namespace simulation {

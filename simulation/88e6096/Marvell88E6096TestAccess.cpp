@@ -3,13 +3,12 @@
 #include <stdexcept>
 
 #include "simulation/88e6096/Marvell88E6096.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
 
 namespace simulation {
 
 namespace {
 
-constexpr unsigned bitsPerRegister = 16;
 constexpr unsigned numberOfVids = 4096;
 
 template <typename Entry> std::optional<Entry> entryOf(std::map<unsigned, Entry> const& table, unsigned key) {
@@ -73,8 +72,8 @@ std::uint32_t Marvell88E6096TestAccess::getCounter(unsigned port, unsigned count
 
 void Marvell88E6096TestAccess::setInDiscards(unsigned number, std::uint32_t value) {
     auto const held = lock();
-    port(number).getRegisters().store(marvell::port::inDiscardsLow, bitsOf(value, bitsPerRegister - 1, 0));
-    port(number).getRegisters().store(marvell::port::inDiscardsHigh, value >> bitsPerRegister);
+    port(number).getRegisters().store(marvell::port::inDiscardsLow, value & 0xFFFF);
+    port(number).getRegisters().store(marvell::port::inDiscardsHigh, value >> marvell::bitsPerRegister);
 }
 
 void Marvell88E6096TestAccess::setInFiltered(unsigned number, std::uint16_t value) {
@@ -156,8 +155,7 @@ void Marvell88E6096TestAccess::addVtuViolation(unsigned vid, unsigned sourcePort
 unsigned Marvell88E6096TestAccess::getAgeSeconds() const {
     auto const held = lock();
     std::uint32_t const control = _chip._global1.getRegisters().peek(marvell::global1::atuControl);
-    return bitsOf(control, marvell::global1::ageTime.high, marvell::global1::ageTime.low) *
-           marvell::global1::secondsPerAgeUnit;
+    return marvell::global1::ageTime.get(control) * marvell::global1::secondsPerAgeUnit;
 }
 
 void Marvell88E6096TestAccess::unplug() {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "simulation/Bits.hpp"
-
 namespace switchctl::audit {
 
 namespace {
@@ -72,7 +70,7 @@ bool AuditSelection::contains(chips::RegisterLocation const& location) {
 
 bool AuditSelection::contains(chips::RegisterLocation const& location,
                               simulation::Register::Field const& field) {
-    std::uint32_t const bits = simulation::maskOf(field.high, field.low);
+    std::uint32_t const bits = field.getMask();
     bool const isWritable = (location.description->getWritable() & bits) == bits;
     return isWritable && !isRuledOut(location, field.name);
 }

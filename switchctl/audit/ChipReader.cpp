@@ -3,7 +3,6 @@
 #include "chips/88e6096/MarvellTableReader.hpp"
 #include "chips/ToolError.hpp"
 #include "chips/vsc7390/VitesseTableReader.hpp"
-#include "simulation/Bits.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 
 namespace switchctl::audit {
@@ -43,7 +42,7 @@ void ChipReader::readRegister(chips::RegisterLocation const& location) {
     std::vector<chips::ChipImage::Field> fields;
     for (simulation::Register::Field const& field : location.description->getFields()) {
         if (AuditSelection::contains(location, field)) {
-            fields.push_back({field.name, simulation::bitsOf(value, field.high, field.low)});
+            fields.push_back({field.name, field.get(value)});
         }
     }
     _image.addRegister(location.unit, location.name, fields);

@@ -3,16 +3,14 @@
 #include "chips/88e6096/MarvellTableReader.hpp"
 #include "chips/ToolError.hpp"
 #include "chips/vsc7390/VitesseTableReader.hpp"
-#include "simulation/88e6096/MarvellRegisters.hpp"
-#include "simulation/Bits.hpp"
-#include "simulation/vsc7390/VitesseRegisters.hpp"
+#include "simulation/88e6096/Registers.hpp"
+#include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 #include "switchctl/audit/AuditSelection.hpp"
 
 namespace switchctl::audit {
 
 using simulation::AccessLog;
-using simulation::bitsOf;
 using simulation::Vsc7390TestSide;
 
 namespace {
@@ -96,7 +94,7 @@ void ChipScope::takeRegister(AccessLog::Entry const& entry) {
 // Commands work on what was read into the staging registers, too.
 void ChipScope::takeGlobal1(AccessLog::Entry const& entry) {
     if (entry.address == global1::vtuVid) {
-        _vtuVid = bitsOf(entry.value, global1::vid.high, global1::vid.low);
+        _vtuVid = simulation::marvell::vtu::vid.get(entry.value);
     } else if (entry.address == global1::vtuSid) {
         _vtuSid = entry.value;
     } else if (entry.address == global1::vtuOperation && entry.kind == AccessLog::Kind::write) {
@@ -124,18 +122,18 @@ void ChipScope::takeAnalyser(AccessLog::Entry const& entry) {
     } else if (entry.kind == AccessLog::Kind::read) {
         return;
     } else if (entry.address == analyser::vlanAccess) {
-        unsigned const command = simulation::vitesse::fieldOf(entry.value, vlan::command);
+        unsigned const command = vlan::command.get(entry.value);
         if (command == chips::VitesseTableReader::vlanClear) {
             _vitesseTables.vids = allBelow(Vsc7390TestSide::numberOfVids);
         } else if (command == chips::VitesseTableReader::vlanWrite) {
             _vitesseTables.vids.insert(_vlanIndex);
         }
     } else if (entry.address == analyser::macAccess) {
-        unsigned const command = simulation::vitesse::fieldOf(entry.value, mac::command);
+        unsigned const command = mac::command.get(entry.value);
         if (command == chips::VitesseTableReader::macClear) {
             _vitesseTables.rows = allBelow(Vsc7390TestSide::numberOfRows);
         } else if (command == chips::VitesseTableReader::macWrite) {
-            _vitesseTables.rows.insert(simulation::vitesse::fieldOf(_macIndex, mac::row));
+            _vitesseTables.rows.insert(mac::row.get(_macIndex));
         }
     }
 }

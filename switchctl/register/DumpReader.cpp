@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "chips/NumberText.hpp"
-#include "simulation/Bits.hpp"
+#include "simulation/Field.hpp"
 
 namespace switchctl::registers {
 
@@ -126,7 +126,7 @@ void DumpReader::addRegister(std::string const& unit, std::string const& name, s
     } catch (chips::ToolError const& error) {
         refuse(where, error.what());
     }
-    if ((value & ~simulation::maskOf(location.address.getBits() - 1, 0)) != 0) {
+    if ((value & ~simulation::Field("", location.address.getBits() - 1, 0).getMask()) != 0) {
         refuse(where, "the value of " + location.getText() + " does not fit");
     }
     for (RegisterReading const& known : _dump.readings) {

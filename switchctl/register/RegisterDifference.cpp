@@ -3,12 +3,8 @@
 #include <string>
 
 #include "chips/NumberText.hpp"
-#include "simulation/Bits.hpp"
 
 namespace switchctl::registers {
-
-using simulation::bitsOf;
-using simulation::maskOf;
 
 namespace {
 
@@ -76,9 +72,9 @@ std::vector<RegisterDifference::Field> RegisterDifference::getFields() const {
     }
     std::uint32_t named = 0;
     for (auto const& field : location.description->getFields()) {
-        std::uint32_t const before = bitsOf(*first, field.high, field.low);
-        std::uint32_t const after = bitsOf(*second, field.high, field.low);
-        named |= maskOf(field.high, field.low);
+        std::uint32_t const before = field.get(*first);
+        std::uint32_t const after = field.get(*second);
+        named |= field.getMask();
         if (before != after) {
             fields.push_back({field.name, before, after});
         }

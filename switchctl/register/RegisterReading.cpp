@@ -3,11 +3,9 @@
 #include <iomanip>
 
 #include "chips/NumberText.hpp"
-#include "simulation/Bits.hpp"
 
 namespace switchctl::registers {
 
-using simulation::bitsOf;
 using simulation::Register;
 
 namespace {
@@ -22,7 +20,7 @@ std::string bitsText(Register::Field const& field) {
 }
 
 std::string fieldText(std::uint32_t value, Register::Field const& field) {
-    return chips::NumberText::hexadecimal(bitsOf(value, field.high, field.low), 1);
+    return chips::NumberText::hexadecimal(field.get(value), 1);
 }
 
 } // namespace
@@ -60,7 +58,7 @@ nlohmann::ordered_json RegisterReading::toJson() const {
             fields.push_back({{"name", field.name},
                               {"high", field.high},
                               {"low", field.low},
-                              {"value", bitsOf(value, field.high, field.low)}});
+                              {"value", field.get(value)}});
         }
     }
     return {{"unit", location.unit},

@@ -5,13 +5,10 @@
 #include "board/trace/TraceFormat.hpp"
 #include "chips/NumberText.hpp"
 #include "chips/ToolError.hpp"
-#include "simulation/Bits.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::replay {
-
-using simulation::bitsOf;
 
 namespace {
 
@@ -40,8 +37,8 @@ std::string outcomeOf(chips::TraceAccess const& access, unsigned digits) {
 void printFields(std::ostream& out, chips::RegisterLocation const& location, std::uint32_t expected,
                  std::uint32_t found) {
     for (simulation::Register::Field const& field : location.description->getFields()) {
-        std::uint32_t const before = bitsOf(expected, field.high, field.low);
-        std::uint32_t const after = bitsOf(found, field.high, field.low);
+        std::uint32_t const before = field.get(expected);
+        std::uint32_t const after = field.get(found);
         if (before != after) {
             out << "    " << field.name << "  expected " << chips::NumberText::hexadecimal(before, 1)
                 << ", found " << chips::NumberText::hexadecimal(after, 1) << '\n';

@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "simulation/Bits.hpp"
+#include "simulation/Field.hpp"
 #include "simulation/RegisterFile.hpp"
 
+using simulation::Field;
 using simulation::Register;
 using simulation::RegisterFile;
 using simulation::RegisterTable;
@@ -10,10 +11,11 @@ using simulation::Services;
 
 namespace {
 
-static_assert(simulation::maskOf(31, 0) == 0xFFFFFFFF);
-static_assert(simulation::maskOf(4, 3) == 0x18);
-static_assert(simulation::bitsOf(0x1234, 11, 4) == 0x23);
-static_assert(simulation::placed(0x1F, 11, 8) == 0xF00);
+static_assert(Field("All", 31, 0).getMask() == 0xFFFFFFFF);
+static_assert(Field("Two", 4, 3).getMask() == 0x18);
+static_assert(Field("Inner", 11, 4).get(0x1234) == 0x23);
+static_assert(Field("Cut", 11, 8).placed(0x1F) == 0xF00);
+static_assert(Field("Top", 31).isSet(0x80000000) && !Field("Top", 31).isSet(0x7FFFFFFF));
 
 // Registers of 32 bits, as chips on a parallel bus have them.
 class RegisterFileTest : public testing::Test {
@@ -22,7 +24,7 @@ protected:
         return RegisterFile(_services, "chip", "unit",
                             {Register(0, "Command", 0x80000000)
                                  .field("Low", 7, 0)
-                                 .ignored(15, 8)
+                                 .ignored({"Middle", 15, 8})
                                  .readOnly("High", 31, 28)
                                  .onRead([](std::uint32_t stored) { return stored | 0x10000000; })
                                  .onWrite([this](std::uint32_t stored) { _written = stored; })});

@@ -1,0 +1,93 @@
+#include "simulation/88e6096/Phy.hpp"
+
+#include "simulation/88e6096/Registers.hpp"
+
+namespace simulation::marvell {
+
+namespace {
+
+constexpr std::uint32_t controlReset = 0x3100;
+constexpr std::uint32_t mdiReset = 0x0030;
+constexpr std::uint32_t identifier1Value = 0x0141;
+constexpr std::uint32_t identifier2Value = 0x0C80;
+
+constexpr unsigned megabits10 = 10;
+constexpr unsigned megabits100 = 100;
+constexpr unsigned megabits1000 = 1000;
+
+} // namespace
+
+Phy::Phy(Context& context, unsigned number)
+    : _context(context),
+      _registers(context.services, context.chip, "phy " + std::to_string(number), table()) {}
+
+RegisterTable Phy::table() {
+    return {
+        Register(phy::control, "Control", controlReset)
+            .field(phy::reset)
+            .field("Loopback", 14)
+            .field(phy::speedLow)
+            .field(phy::autoNegotiation)
+            .field(phy::powerDown)
+            .field("Isolate", 10)
+            .field(phy::restartNegotiation)
+            .field(phy::duplex)
+            .field("CollisionTest", 7)
+            .field(phy::speedHigh)
+            .onWrite([this](std::uint32_t value) { control(value); }),
+        Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
+        Register(phy::identifier2, "Identifier2", identifier2Value | _context.options.revision)
+            .readOnly("Identifier", 15, 4)
+            .readOnly("Revision", 3, 0),
+        Register(phy::mdiControl, "MdiControl", mdiReset)
+            .field("Other", 15, 6)
+            .field("MdiMode", 5, 4)
+            .field("Other", 3, 0),
+    };
+}
+
+void Phy::control(std::uint32_t value) {
+    if (phy::reset.isSet(value) &&
+        _context.options.phyReset == Marvell88E6096Options::PhyReset::restoresDefaults) {
+        _registers.reset();
+        return;
+    }
+    std::uint32_t const clearThemselves = phy::reset.getMask() | phy::restartNegotiation.getMask();
+    _registers.store(phy::control, value & ~clearThemselves);
+}
+
+RegisterFile& Phy::getRegisters() {
+    return _registers;
+}
+
+bool Phy::hasLink() const {
+    return _isPlugged && !phy::powerDown.isSet(_registers.getStored(phy::control));
+}
+
+unsigned Phy::getMegabits() const {
+    std::uint32_t const control = _registers.getStored(phy::control);
+    if (phy::autoNegotiation.isSet(control)) {
+        return _partnerMegabits;
+    }
+    if (phy::speedHigh.isSet(control)) {
+        return megabits1000;
+    }
+    return phy::speedLow.isSet(control) ? megabits100 : megabits10;
+}
+
+bool Phy::isFullDuplex() const {
+    std::uint32_t const control = _registers.getStored(phy::control);
+    return phy::autoNegotiation.isSet(control) ? _partnerFullDuplex : phy::duplex.isSet(control);
+}
+
+void Phy::plug(unsigned megabits, bool fullDuplex) {
+    _isPlugged = true;
+    _partnerMegabits = megabits;
+    _partnerFullDuplex = fullDuplex;
+}
+
+void Phy::unplug() {
+    _isPlugged = false;
+}
+
+} // namespace simulation::marvell

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "simulation/88e6096/Context.hpp"
+
+namespace simulation::marvell {
+
+/// One of the internal PHYs.
+class Phy {
+public:
+    /// `context` must outlive the PHY.
+    Phy(Context& context, unsigned number);
+    Phy(Phy const&) = delete;
+    Phy& operator=(Phy const&) = delete;
+
+    RegisterFile& getRegisters();
+
+    /// What the PHY has agreed on or was set to. Meaningful while it has link.
+    bool hasLink() const;
+    unsigned getMegabits() const;
+    bool isFullDuplex() const;
+
+    void plug(unsigned megabits, bool fullDuplex);
+    void unplug();
+
+private:
+    RegisterTable table();
+    void control(std::uint32_t value);
+
+    Context& _context;
+    RegisterFile _registers;
+    bool _isPlugged = false;
+    unsigned _partnerMegabits = 0;
+    bool _partnerFullDuplex = false;
+};
+
+} // namespace simulation::marvell

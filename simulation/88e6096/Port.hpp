@@ -1,0 +1,40 @@
+#pragma once
+
+#include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/Phy.hpp"
+
+namespace simulation::marvell {
+
+/// The registers of one port.
+class Port {
+public:
+    /// \param phy the port's own PHY, or null. It and `context` must outlive the port.
+    Port(Context& context, unsigned number, Phy const* phy);
+    Port(Port const&) = delete;
+    Port& operator=(Port const&) = delete;
+
+    RegisterFile& getRegisters();
+    RegisterFile const& getRegisters() const;
+
+    bool hasLink() const;
+
+    /// What counts while the port does not follow a PHY.
+    void setLevel(bool up);
+    void setLevelSpeed(unsigned megabits, bool fullDuplex);
+
+private:
+    RegisterTable table(unsigned number);
+    std::uint32_t status(std::uint32_t stored) const;
+    bool followsPhy() const;
+    bool isFullDuplex() const;
+    unsigned speedCode() const;
+
+    Context& _context;
+    Phy const* _phy;
+    RegisterFile _registers;
+    bool _level = false;
+    unsigned _levelMegabits = 0;
+    bool _levelFullDuplex = false;
+};
+
+} // namespace simulation::marvell

@@ -1,0 +1,167 @@
+#pragma once
+
+#include "simulation/Field.hpp"
+
+/// Where things are in an 88E6096.
+namespace simulation::marvell {
+
+/// Addresses of the internal devices.
+constexpr unsigned firstPortDevice = 0x10;
+constexpr unsigned global1Device = 0x1B;
+constexpr unsigned global2Device = 0x1C;
+
+constexpr unsigned bitsPerRegister = 16;
+
+/// What is read where no PHY answers.
+constexpr unsigned absent = 0xFFFF;
+
+/// Of all registers that take commands; the operation of those of Global 1.
+constexpr Field busy{"Busy", 15};
+constexpr Field globalOperation{"Operation", 14, 12};
+
+/// The registers on the MDIO bus, and the command register for the PHYs.
+namespace smi {
+enum Register : unsigned { command = 0x00, data = 0x01 };
+enum Operation : unsigned { write = 1, read = 2 };
+constexpr Field operation{"SMIOp", 11, 10};
+constexpr Field device{"PHY", 9, 5};
+constexpr Field address{"Register", 4, 0};
+} // namespace smi
+
+namespace port {
+enum Register : unsigned {
+    status = 0x00,
+    physicalControl = 0x01,
+    switchIdentifier = 0x03,
+    portControl = 0x04,
+    portControl1 = 0x05,
+    portBasedVlanMap = 0x06,
+    defaultVlan = 0x07,
+    portControl2 = 0x08,
+    associationVector = 0x0B,
+    inDiscardsLow = 0x10,
+    inDiscardsHigh = 0x11,
+    inFiltered = 0x12,
+    outFiltered = 0x13,
+};
+constexpr Field phyDetect{"PHYDetect", 12};
+constexpr Field link{"Link", 11};
+constexpr Field duplex{"Duplex", 10};
+constexpr Field speed{"Speed", 9, 8};
+
+constexpr Field linkValue{"LinkValue", 5};
+constexpr Field forcedLink{"ForcedLink", 4};
+constexpr Field duplexValue{"DpxValue", 3};
+constexpr Field forcedDuplex{"ForcedDpx", 2};
+constexpr Field forceSpeed{"ForceSpd", 1, 0};
+constexpr unsigned speedNotForced = 3;
+
+constexpr Field product{"Product", 15, 4};
+constexpr Field revision{"Revision", 3, 0};
+constexpr unsigned productNumber = 0x098;
+
+constexpr Field defaultVid{"DefaultVID", 11, 0};
+} // namespace port
+
+namespace global1 {
+enum Register : unsigned {
+    status = 0x00,
+    atuFid = 0x01,
+    vtuFid = 0x02,
+    vtuSid = 0x03,
+    control = 0x04,
+    vtuOperation = 0x05,
+    vtuVid = 0x06,
+    vtuData0 = 0x07,
+    vtuData1 = 0x08,
+    vtuData2 = 0x09,
+    atuControl = 0x0A,
+    atuOperation = 0x0B,
+    atuData = 0x0C,
+    atuMac01 = 0x0D,
+    atuMac23 = 0x0E,
+    atuMac45 = 0x0F,
+    statsOperation = 0x1D,
+    statsHigh = 0x1E,
+    statsLow = 0x1F,
+};
+constexpr Field statsDone{"StatsDone", 6};
+constexpr Field vtuProblem{"VTUProb", 5};
+constexpr Field vtuDone{"VTUDone", 4};
+constexpr Field atuDone{"ATUDone", 2};
+constexpr Field ageTime{"AgeTime", 11, 4};
+constexpr unsigned secondsPerAgeUnit = 15;
+} // namespace global1
+
+namespace global2 {
+enum Register : unsigned {
+    managementEnable2x = 0x02,
+    managementEnable0x = 0x03,
+    switchManagement = 0x05,
+    smiPhyCommand = 0x18,
+    smiPhyData = 0x19,
+};
+} // namespace global2
+
+namespace vtu {
+enum Operation : unsigned {
+    flushAll = 1,
+    vtuLoad = 3,
+    vtuGetNext = 4,
+    stuLoad = 5,
+    stuGetNext = 6,
+    getViolation = 7,
+};
+constexpr Field memberViolation{"MemberViolation", 6};
+constexpr Field missViolation{"MissViolation", 5};
+constexpr Field sourcePort{"SPID", 3, 0};
+constexpr Field valid{"Valid", 12};
+constexpr Field vid{"VID", 11, 0};
+constexpr Field priorityOverride{"VIDPriOverride", 15, 12};
+
+/// Of the ports in turn, four to a data register.
+constexpr unsigned portsPerRegister = 4;
+constexpr Field memberTags[] = {
+    {"MemberTag0", 1, 0}, {"MemberTag1", 5, 4}, {"MemberTag2", 9, 8},  {"MemberTag3", 13, 12},
+    {"MemberTag4", 1, 0}, {"MemberTag5", 5, 4}, {"MemberTag6", 9, 8},  {"MemberTag7", 13, 12},
+    {"MemberTag8", 1, 0}, {"MemberTag9", 5, 4}, {"MemberTag10", 9, 8},
+};
+constexpr Field portStates[] = {
+    {"PortState0", 3, 2}, {"PortState1", 7, 6}, {"PortState2", 11, 10},  {"PortState3", 15, 14},
+    {"PortState4", 3, 2}, {"PortState5", 7, 6}, {"PortState6", 11, 10},  {"PortState7", 15, 14},
+    {"PortState8", 3, 2}, {"PortState9", 7, 6}, {"PortState10", 11, 10},
+};
+} // namespace vtu
+
+namespace atu {
+enum Operation : unsigned {
+    flushAll = 1,
+    flushNonStatic = 2,
+    loadEntry = 3,
+    getNext = 4,
+    flushFid = 5,
+    flushFidNonStatic = 6,
+    getViolation = 7,
+};
+constexpr Field portVector{"PortVector", 14, 4};
+constexpr Field entryState{"EntryState", 3, 0};
+} // namespace atu
+
+namespace statistics {
+enum Operation : unsigned { flushAll = 1, flushPort = 2, readCounter = 4, capturePort = 5 };
+constexpr Field histogramMode{"HistogramMode", 11, 10};
+constexpr Field item{"PortOrCounter", 5, 0};
+} // namespace statistics
+
+namespace phy {
+enum Register : unsigned { control = 0, identifier1 = 2, identifier2 = 3, mdiControl = 16 };
+constexpr Field reset{"Reset", 15};
+constexpr Field speedLow{"SpeedLow", 13};
+constexpr Field autoNegotiation{"AutoNegotiation", 12};
+constexpr Field powerDown{"PowerDown", 11};
+constexpr Field restartNegotiation{"RestartNegotiation", 9};
+constexpr Field duplex{"Duplex", 8};
+constexpr Field speedHigh{"SpeedHigh", 6};
+} // namespace phy
+
+} // namespace simulation::marvell

@@ -1,0 +1,70 @@
+#include "simulation/88e6096/Statistics.hpp"
+
+#include "simulation/88e6096/Registers.hpp"
+
+namespace simulation::marvell {
+
+namespace {
+
+using namespace statistics;
+
+constexpr Field lowHalf{"Low", bitsPerRegister - 1, 0};
+
+} // namespace
+
+Statistics::Statistics(Context& context, RegisterFile& registers)
+    : _registers(registers), _timer(context.services.clock, context.options.statisticsBusyNanoseconds) {}
+
+// The histogram mode is not looked at: one set of histogram counters stands for both directions.
+void Statistics::operate(std::uint32_t word) {
+    if (startCommand(_registers, global1::statsOperation, word, _timer)) {
+        perform(globalOperation.get(word), item.get(word));
+    }
+}
+
+void Statistics::perform(unsigned operation, unsigned number) {
+    if (operation == flushAll) {
+        _counters = {};
+    } else if (operation == readCounter) {
+        readCaptured(number);
+    } else if (operation != flushPort && operation != capturePort) {
+        reportMeaningless("no such operation");
+    } else if (number >= _counters.size()) {
+        reportMeaningless("no such port");
+    } else if (operation == flushPort) {
+        _counters[number] = {};
+    } else {
+        _captured = _counters[number];
+    }
+}
+
+void Statistics::readCaptured(unsigned counter) {
+    if (counter >= _captured.size()) {
+        reportMeaningless("no such counter");
+        return;
+    }
+    _registers.store(global1::statsHigh, _captured[counter] >> bitsPerRegister);
+    _registers.store(global1::statsLow, lowHalf.get(_captured[counter]));
+}
+
+CommandTimer& Statistics::getTimer() {
+    return _timer;
+}
+
+CommandTimer const& Statistics::getTimer() const {
+    return _timer;
+}
+
+std::uint32_t Statistics::getCounter(unsigned port, unsigned counter) const {
+    return _counters.at(port).at(counter);
+}
+
+void Statistics::setCounter(unsigned port, unsigned counter, std::uint32_t value) {
+    _counters.at(port).at(counter) = value;
+}
+
+void Statistics::reportMeaningless(char const* what) {
+    _registers.report(MisuseReport::Kind::meaninglessCommand, global1::statsOperation, what);
+}
+
+} // namespace simulation::marvell

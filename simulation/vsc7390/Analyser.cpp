@@ -1,0 +1,203 @@
+#include "simulation/vsc7390/Analyser.hpp"
+
+#include "simulation/vsc7390/Registers.hpp"
+
+namespace simulation::vitesse {
+
+namespace {
+
+constexpr std::uint64_t broadcast = 0xFFFF'FFFF'FFFF;
+constexpr std::uint64_t groupBit = std::uint64_t{1} << 40;
+constexpr std::uint64_t ipMulticastPrefix = 0x01005E;
+constexpr unsigned bitsAfterPrefix = 24;
+
+constexpr unsigned bitsOfMac = 48;
+constexpr unsigned bitsOfNibble = 4;
+constexpr unsigned nibble = 0xF;
+
+std::string numbered(char const* name, unsigned number) {
+    return std::string(name) + "_" + std::to_string(number);
+}
+
+Register portMask(unsigned address, std::string const& name, std::uint32_t reset) {
+    return Register(address, name, reset).field(ports);
+}
+
+} // namespace
+
+Analyser::Analyser(Context& context)
+    : _context(context),
+      _registers(context.services, context.chip, "analyser", table()),
+      _vlanTable(context, _registers),
+      _macTable(context, _registers) {}
+
+RegisterTable Analyser::table() {
+    RegisterTable table = {
+        Register(analyser::advancedLearning, "ADVLEARN").field("VLAN_CHK", 25),
+        Register(analyser::setUp, "AnalyserSetUp").field("SetUp", 31, 0),
+        Register(analyser::captureEnable, "CAPENAB").field("Enable", 31, 0),
+    };
+    addPortMasks(table);
+    addMaskArrays(table);
+    addTableAccess(table);
+    return table;
+}
+
+void Analyser::addPortMasks(RegisterTable& table) const {
+    table.add(portMask(analyser::ipMulticastFlood, "IFLODMSK", allPorts));
+    table.add(portMask(analyser::vlanMask, "VLANMASK", 0));
+    table.add(portMask(analyser::learnMask, "LEARNMASK", allPorts));
+    table.add(portMask(analyser::unicastFlood, "UFLODMASK", allPorts));
+    table.add(portMask(analyser::multicastFlood, "MFLODMASK", allPorts));
+    table.add(portMask(analyser::receiveMask, "RECVMASK", allPorts));
+}
+
+void Analyser::addMaskArrays(RegisterTable& table) const {
+    for (unsigned number = 0; number < analyser::numberOfAggregationMasks; ++number) {
+        table.add(
+            portMask(analyser::aggregationMasks + number, numbered("AGGRMSKS", number), aggregationReset()));
+    }
+    for (unsigned number = 0; number < analyser::numberOfDestinationMasks; ++number) {
+        table.add(portMask(analyser::destinationMasks + number, numbered("DSTMASKS", number),
+                           destinationReset(number)));
+    }
+    for (unsigned number = 0; number < analyser::numberOfSourceMasks; ++number) {
+        table.add(portMask(analyser::sourceMasks + number, numbered("SRCMASKS", number), sourceReset(number))
+                      .field("Other", 31, ports.high + 1));
+    }
+}
+
+void Analyser::addTableAccess(RegisterTable& table) {
+    table.add(Register(analyser::macHigh, "MACHDATA").field(mac::vid).field(mac::highBytes));
+    table.add(Register(analyser::macLow, "MACLDATA").field("Mac2345", 31, 0));
+    table.add(Register(analyser::macAccess, "MACACCESS")
+                  .field(mac::cpuCopy)
+                  .field(mac::forwardKill)
+                  .field(mac::ignoreVlan)
+                  .field(mac::aged)
+                  .field(mac::valid)
+                  .field(mac::locked)
+                  .field(mac::destination)
+                  .field(mac::command)
+                  .onRead([this](std::uint32_t stored) { return _macTable.shown(stored); })
+                  .onWrite([this](std::uint32_t word) { _macTable.operate(word); }));
+    table.add(Register(analyser::macIndex, "MACTINDX").field(mac::shadow).field(mac::bucket).field(mac::row));
+    table.add(Register(analyser::vlanAccess, "VLANACCESS")
+                  .field("Other31", 31)
+                  .field(vlan::learnDisabled)
+                  .field(vlan::mirror)
+                  .field(vlan::sourceCheck)
+                  .field("Other27", 27)
+                  .field(vlan::mask)
+                  .field(vlan::command)
+                  .onRead([this](std::uint32_t stored) { return _vlanTable.shown(stored); })
+                  .onWrite([this](std::uint32_t word) { _vlanTable.operate(word); }));
+    table.add(Register(analyser::vlanIndex, "VLANTIDX").field("VID", 11, 0));
+}
+
+std::uint32_t Analyser::destinationReset(unsigned number) const {
+    if (number > ports.high) {
+        return 0;
+    }
+    switch (_context.options.destinationMaskReset) {
+    case Vsc7390Options::DestinationMaskReset::ownPort:
+        return bit(number);
+    case Vsc7390Options::DestinationMaskReset::allPorts:
+        return allPorts;
+    case Vsc7390Options::DestinationMaskReset::none:
+        break;
+    }
+    return 0;
+}
+
+std::uint32_t Analyser::aggregationReset() const {
+    return _context.options.aggregationMaskReset == Vsc7390Options::AggregationMaskReset::none ? 0 : allPorts;
+}
+
+std::uint32_t Analyser::sourceReset(unsigned number) const {
+    if (number > ports.high) {
+        return 0;
+    }
+    switch (_context.options.sourceMaskReset) {
+    case Vsc7390Options::SourceMaskReset::allButOwn:
+        return allPorts & ~bit(number);
+    case Vsc7390Options::SourceMaskReset::allPorts:
+        return allPorts;
+    case Vsc7390Options::SourceMaskReset::none:
+        break;
+    }
+    return 0;
+}
+
+RegisterFile& Analyser::getRegisters() {
+    return _registers;
+}
+
+VlanTable& Analyser::getVlanTable() {
+    return _vlanTable;
+}
+
+MacTable& Analyser::getMacTable() {
+    return _macTable;
+}
+
+std::uint32_t Analyser::getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
+                                       unsigned vid) const {
+    VlanTable::Entry const vlan = _vlanTable.getEntry(vid);
+    if (!isAccepted(ingress, vlan)) {
+        return 0;
+    }
+    unsigned const code = aggregationCode(destination, source);
+    return destinationPorts(destination, vid, vlan.ports) &
+           _registers.getStored(analyser::sourceMasks + ingress) &
+           _registers.getStored(analyser::aggregationMasks + code) & allPorts;
+}
+
+bool Analyser::isAccepted(unsigned ingress, VlanTable::Entry const& vlan) const {
+    if ((_registers.getStored(analyser::receiveMask) & bit(ingress)) == 0) {
+        return false;
+    }
+    bool const isChecked = vlan.sourceCheck || (_registers.getStored(analyser::vlanMask) & bit(ingress)) != 0;
+    return !isChecked || (vlan.ports & bit(ingress)) != 0;
+}
+
+std::uint32_t Analyser::destinationPorts(std::uint64_t destination, unsigned vid,
+                                         std::uint32_t members) const {
+    MacEntry const* entry = _macTable.findGroup(destination, vid);
+    if (entry != nullptr) {
+        Vsc7390TestSide::MacEntry const group = entry->decode();
+        return group.ignoreVlan ? group.getPorts() : group.getPorts() & members;
+    }
+    entry = _macTable.find(destination, vid);
+    if (entry == nullptr) {
+        return _registers.getStored(floodRegister(destination)) & members;
+    }
+    Vsc7390TestSide::MacEntry const hit = entry->decode();
+    std::uint32_t const mask = _registers.getStored(analyser::destinationMasks + hit.destination);
+    return hit.ignoreVlan ? mask : mask & members;
+}
+
+unsigned Analyser::floodRegister(std::uint64_t destination) const {
+    if (destination == broadcast) {
+        return _context.options.broadcastFlood == Vsc7390Options::BroadcastFlood::unicastMask
+                   ? analyser::unicastFlood
+                   : analyser::multicastFlood;
+    }
+    if (destination >> bitsAfterPrefix == ipMulticastPrefix) {
+        return analyser::ipMulticastFlood;
+    }
+    return (destination & groupBit) != 0 ? analyser::multicastFlood : analyser::unicastFlood;
+}
+
+unsigned Analyser::aggregationCode(std::uint64_t destination, std::uint64_t source) const {
+    if (_context.options.aggregationCode == Vsc7390Options::AggregationCode::zero) {
+        return 0;
+    }
+    unsigned code = 0;
+    for (unsigned shift = 0; shift < bitsOfMac; shift += bitsOfNibble) {
+        code ^= static_cast<unsigned>((destination ^ source) >> shift) & nibble;
+    }
+    return code;
+}
+
+} // namespace simulation::vitesse

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "simulation/CommandTimer.hpp"
+#include "simulation/RegisterFile.hpp"
+#include "simulation/vsc7390/Context.hpp"
+
+namespace simulation::vitesse {
+
+/// The arbiter: which ports have frames waiting, and which have them thrown away.
+class Arbiter {
+public:
+    /// Whether a port's MAC still brings frames in.
+    using Receives = std::function<bool(unsigned port)>;
+
+    /// `context` must outlive the unit.
+    Arbiter(Context& context, Receives receives);
+    Arbiter(Arbiter const&) = delete;
+    Arbiter& operator=(Arbiter const&) = delete;
+
+    RegisterFile& getRegisters();
+    CommandTimer& getTimer();
+
+    /// Frames of the port wait from now on.
+    void queueFrames(unsigned port);
+
+private:
+    RegisterTable table();
+    void discard(std::uint32_t mask);
+    std::uint32_t empty();
+
+    Context& _context;
+    Receives _receives;
+    CommandTimer _timer;
+    std::uint32_t _queued = 0;
+    std::uint32_t _discarded = 0;
+    RegisterFile _registers;
+};
+
+} // namespace simulation::vitesse

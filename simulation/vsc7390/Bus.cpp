@@ -1,0 +1,159 @@
+#include "simulation/vsc7390/Bus.hpp"
+
+#include <utility>
+
+#include "simulation/vsc7390/Registers.hpp"
+
+namespace simulation::vitesse {
+
+namespace {
+
+constexpr std::uint32_t allOnes = 0xFFFFFFFF;
+
+bool answersAtOnce(unsigned block) {
+    return block == block::capture || block == block::system;
+}
+
+bool countsDown(unsigned& remaining) {
+    if (remaining == 0) {
+        return false;
+    }
+    --remaining;
+    return remaining == 0;
+}
+
+} // namespace
+
+Bus::Bus(Context& context, System& system, BlockFinder findBlock)
+    : _context(context), _system(system), _findBlock(std::move(findBlock)) {}
+
+bool Bus::read(unsigned offset, unsigned& value) {
+    std::lock_guard<std::recursive_mutex> const lock(_context.services.mutex);
+    if (!passAccess()) {
+        return false;
+    }
+    Place const place = placeOf(offset);
+    if (!_isPlugged) {
+        value = _context.options.idleBusValue;
+        return true;
+    }
+    if (isPollOfFetch(place)) {
+        value = pollFetch(place.address);
+        return true;
+    }
+    Fate const fate = startRegisterAccess();
+    if (fate == Fate::refused) {
+        return false;
+    }
+    std::uint32_t const sampled = fate == Fate::lost ? allOnes : sample(place);
+    if (answersAtOnce(place.block)) {
+        value = sampled;
+        return true;
+    }
+    _system.startFetch(sampled);
+    value = _context.options.startingReadValue;
+    return true;
+}
+
+bool Bus::write(unsigned offset, unsigned value) {
+    std::lock_guard<std::recursive_mutex> const lock(_context.services.mutex);
+    if (!passAccess()) {
+        return false;
+    }
+    if (!_isPlugged) {
+        return true;
+    }
+    Fate const fate = startRegisterAccess();
+    if (fate == Fate::normal) {
+        store(placeOf(offset), value);
+    }
+    return fate != Fate::refused;
+}
+
+std::uint64_t Bus::getBusNanoseconds() const {
+    return _busNanoseconds;
+}
+
+void Bus::failBusAccess(unsigned nth) {
+    _busAccessesToFailure = nth;
+}
+
+void Bus::failRegisterAccess(unsigned nth) {
+    _registerAccessesToFailure = nth;
+}
+
+void Bus::setPlugged(bool plugged) {
+    _isPlugged = plugged;
+}
+
+Bus::Place Bus::placeOf(unsigned offset) {
+    return {window::block.get(offset), window::subBlock.get(offset), window::address.get(offset)};
+}
+
+bool Bus::isPollOfFetch(Place const& place) {
+    return place.block == block::system && place.subBlock == 0 &&
+           (place.address == system::indirectData || place.address == system::indirectStatus);
+}
+
+// One access over the bus, answered or not.
+bool Bus::passAccess() {
+    _context.services.clock.advanceNanoseconds(_context.options.busAccessNanoseconds);
+    _busNanoseconds += _context.options.busAccessNanoseconds;
+    _context.services.log.countBusAccess();
+    return !countsDown(_busAccessesToFailure);
+}
+
+Bus::Fate Bus::startRegisterAccess() {
+    ++_context.transfer;
+    if (!countsDown(_registerAccessesToFailure)) {
+        return Fate::normal;
+    }
+    return _context.options.failedAccess == Vsc7390Options::FailedAccess::lost ? Fate::lost : Fate::refused;
+}
+
+std::uint32_t Bus::pollFetch(unsigned address) {
+    RegisterFile& registers = _system.getRegisters();
+    if (address == system::indirectData && !_system.isReady()) {
+        registers.report(MisuseReport::Kind::dataNotReady, address, "read");
+    }
+    return registers.peek(address);
+}
+
+std::uint32_t Bus::sample(Place const& place) {
+    if (RegisterFile* const registers = _findBlock(place.block, place.subBlock)) {
+        return registers->read(place.address, _context.transfer);
+    }
+    reportAbsent(place, "read");
+    std::uint32_t const value = _context.options.absentBlockValue;
+    _context.services.log.addRead(absentBlock(place), place.address, _context.transfer, value);
+    return value;
+}
+
+void Bus::store(Place const& place, std::uint32_t value) {
+    if (RegisterFile* const registers = _findBlock(place.block, place.subBlock)) {
+        registers->write(place.address, value, _context.transfer);
+        return;
+    }
+    reportAbsent(place, "write");
+    std::uint32_t const shown = _context.options.absentBlockValue;
+    _context.services.log.addWrite(absentBlock(place), place.address, _context.transfer, value, shown, shown);
+}
+
+void Bus::reportAbsent(Place const& place, char const* text) {
+    UnitIdentity const& identity = *absentBlock(place);
+    _context.services.misuse.add(MisuseReport::Kind::absentBlock, identity.chip, identity.unit,
+                                 identity.registerName(place.address), text);
+}
+
+std::shared_ptr<UnitIdentity const> const& Bus::absentBlock(Place const& place) {
+    unsigned const key = window::block.placed(place.block) | window::subBlock.placed(place.subBlock);
+    auto& identity = _absentBlocks[key];
+    if (identity == nullptr) {
+        std::string const unit =
+            "block " + std::to_string(place.block) + "." + std::to_string(place.subBlock);
+        identity = std::make_shared<UnitIdentity const>(UnitIdentity{_context.chip, unit, {}});
+    }
+    return identity;
+}
+
+} // namespace simulation::vitesse

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "simulation/BusDevice.hpp"
+#include "simulation/RegisterFile.hpp"
+#include "simulation/vsc7390/Context.hpp"
+#include "simulation/vsc7390/System.hpp"
+
+namespace simulation::vitesse {
+
+/// The parallel interface: what the chip does with each access to its window.
+///
+/// A write, and a read of the blocks that answer at once, is one access over the bus. Any other read
+/// only starts a fetch, and the data comes out of the system block later; in the access log that is
+/// one read, made when it starts, and looking for the data leaves no trace.
+class Bus : public BusDevice {
+public:
+    /// The registers of a sub-block; null where the chip has none.
+    using BlockFinder = std::function<RegisterFile*(unsigned block, unsigned subBlock)>;
+
+    /// Both references must outlive the interface.
+    Bus(Context& context, System& system, BlockFinder findBlock);
+
+    bool read(unsigned offset, unsigned& value) override;
+    bool write(unsigned offset, unsigned value) override;
+
+    std::uint64_t getBusNanoseconds() const;
+
+    /// \name Test side
+    /// @{
+    void failBusAccess(unsigned nth);
+    void failRegisterAccess(unsigned nth);
+    void setPlugged(bool plugged);
+    /// @}
+
+private:
+    struct Place {
+        unsigned block;
+        unsigned subBlock;
+        unsigned address;
+    };
+    enum class Fate { normal, refused, lost };
+
+    static Place placeOf(unsigned offset);
+    static bool isPollOfFetch(Place const& place);
+    bool passAccess();
+    Fate startRegisterAccess();
+    std::uint32_t pollFetch(unsigned address);
+    std::uint32_t sample(Place const& place);
+    void store(Place const& place, std::uint32_t value);
+    void reportAbsent(Place const& place, char const* text);
+    std::shared_ptr<UnitIdentity const> const& absentBlock(Place const& place);
+
+    Context& _context;
+    System& _system;
+    BlockFinder _findBlock;
+    std::map<unsigned, std::shared_ptr<UnitIdentity const>> _absentBlocks;
+    std::uint64_t _busNanoseconds = 0;
+    unsigned _busAccessesToFailure = 0;
+    unsigned _registerAccessesToFailure = 0;
+    bool _isPlugged = true;
+};
+
+} // namespace simulation::vitesse

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "simulation/CommandTimer.hpp"
+#include "simulation/RegisterFile.hpp"
+#include "simulation/vsc7390/Context.hpp"
+#include "simulation/vsc7390/MacEntry.hpp"
+
+namespace simulation::vitesse {
+
+/// The MAC table, 2048 rows of four buckets, and the unit through which it is reached.
+class MacTable {
+public:
+    /// \param registers those of the analyser. Both must outlive the unit.
+    MacTable(Context& context, RegisterFile& registers);
+
+    /// The word that was written to the access register.
+    void operate(std::uint32_t word);
+
+    /// The access register as it reads: with the command, while one runs.
+    std::uint32_t shown(std::uint32_t stored) const;
+
+    CommandTimer& getTimer();
+
+    /// The bucket itself; rows 0 to 2047, buckets 0 to 3.
+    MacEntry& at(unsigned row, unsigned bucket);
+    MacEntry const& at(unsigned row, unsigned bucket) const;
+
+    /// Puts an entry into a bucket of the row of its address: over the entry of the same address and
+    /// VID, else into an empty bucket, else over an aged entry, else over one after the other. Locked
+    /// ones stay.
+    /// \return false when all are locked.
+    bool insert(MacEntry const& entry);
+
+    /// Null when there is none.
+    MacEntry const* find(std::uint64_t address, unsigned vid) const;
+    MacEntry const* findGroup(std::uint64_t address, unsigned vid) const;
+
+    static unsigned rowOf(std::uint64_t address, unsigned vid);
+
+private:
+    using Row = std::array<MacEntry, Vsc7390TestSide::numberOfBuckets>;
+
+    void perform(unsigned command, std::uint32_t word);
+    void startTimer(unsigned command);
+    void learn(std::uint32_t word);
+    void forget();
+    void age();
+    void flush();
+    void clear();
+    void readIndexed();
+    void writeIndexed(std::uint32_t word);
+    MacEntry& indexed();
+    MacEntry staged(std::uint32_t word) const;
+    MacEntry* bucketFor(Row& row, MacEntry const& entry);
+    MacEntry* nextInTurn(Row& row);
+
+    Context& _context;
+    RegisterFile& _registers;
+    CommandTimer _timer;
+    unsigned _command = 0;
+    unsigned _turn = 0;
+    std::vector<Row> _rows;
+};
+
+} // namespace simulation::vitesse

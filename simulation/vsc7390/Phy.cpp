@@ -1,0 +1,60 @@
+#include "simulation/vsc7390/Phy.hpp"
+
+#include "simulation/vsc7390/Registers.hpp"
+
+namespace simulation::vitesse {
+
+namespace {
+
+/// Negotiates, 1000 Mbit/s, full duplex; can do all of 10 and 100, has extended registers.
+constexpr std::uint32_t controlReset = 0x1140;
+constexpr std::uint32_t statusReset = 0x7949;
+constexpr std::uint32_t identifier1Value = 0x0007;
+constexpr std::uint32_t identifier2Value = 0x0420;
+
+} // namespace
+
+Phy::Phy(Context& context, unsigned number)
+    : _registers(context.services, context.chip, "phy " + std::to_string(number), table()) {}
+
+RegisterTable Phy::table() {
+    RegisterTable table = {
+        Register(phy::control, "Control", controlReset)
+            .field(phy::reset)
+            .field("Loopback", 14)
+            .field("SpeedLow", 13)
+            .field("AutoNegotiation", 12)
+            .field("PowerDown", 11)
+            .field("Isolate", 10)
+            .field(phy::restartNegotiation)
+            .field("Duplex", 8)
+            .field("CollisionTest", 7)
+            .field("SpeedHigh", 6)
+            .onWrite([this](std::uint32_t value) { control(value); }),
+        Register(phy::status, "Status", statusReset).readOnly("Status", 15, 0),
+        Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
+        Register(phy::identifier2, "Identifier2", identifier2Value).readOnly("Identifier", 15, 0),
+    };
+    for (unsigned address = phy::identifier2 + 1; address < phy::numberOfRegisters; ++address) {
+        table.add(Register(address, "Register" + std::to_string(address)).field("Data", 15, 0));
+    }
+    return table;
+}
+
+void Phy::control(std::uint32_t value) {
+    _registers.store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
+}
+
+RegisterFile& Phy::getRegisters() {
+    return _registers;
+}
+
+bool Phy::isPlugged() const {
+    return _isPlugged;
+}
+
+void Phy::setPlugged(bool plugged) {
+    _isPlugged = plugged;
+}
+
+} // namespace simulation::vitesse

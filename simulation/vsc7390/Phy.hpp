@@ -1,0 +1,30 @@
+#pragma once
+
+#include "simulation/RegisterFile.hpp"
+#include "simulation/vsc7390/Context.hpp"
+
+namespace simulation::vitesse {
+
+/// A PHY beside the chip. What its maker put past the registers that all PHYs have is storage.
+class Phy {
+public:
+    /// `context` must outlive the PHY.
+    Phy(Context& context, unsigned number);
+    Phy(Phy const&) = delete;
+    Phy& operator=(Phy const&) = delete;
+
+    RegisterFile& getRegisters();
+
+    /// Whether it answers.
+    bool isPlugged() const;
+    void setPlugged(bool plugged);
+
+private:
+    RegisterTable table();
+    void control(std::uint32_t value);
+
+    RegisterFile _registers;
+    bool _isPlugged = true;
+};
+
+} // namespace simulation::vitesse

@@ -1,0 +1,123 @@
+#include "simulation/vsc7390/Port.hpp"
+
+#include "simulation/vsc7390/Registers.hpp"
+
+namespace simulation::vitesse {
+
+namespace {
+
+constexpr unsigned megabits1000 = 1000;
+constexpr unsigned megabits100 = 100;
+constexpr unsigned megabits10 = 10;
+
+constexpr Field length{"Length", 15, 0};
+constexpr Field vid{"VID", 11, 0};
+
+enum Clock : unsigned { clock1000 = 1, clock100 = 2, clock10 = 3 };
+
+unsigned megabitsOf(unsigned clock) {
+    switch (clock) {
+    case clock1000:
+        return megabits1000;
+    case clock100:
+        return megabits100;
+    case clock10:
+        return megabits10;
+    default:
+        return 0;
+    }
+}
+
+Register macConfig() {
+    return Register(port::macConfig, "MAC_CFG")
+        .field("WEXC_DIS", 31)
+        .field(port::reset)
+        .field(port::transmitEnable)
+        .field("SEED_LOAD", 27)
+        .field("SEED", 26, 19)
+        .field(port::fullDuplex)
+        .field("GIGA_MODE", 17)
+        .field(port::receiveEnable)
+        .field("VLAN_DBLAWR", 15)
+        .field("VLAN_AWR", 14)
+        .field("WithReset11", 11)
+        .field("TX_IPG", 10, 6)
+        .field(port::receiveReset)
+        .field(port::transmitReset)
+        .field("WithReset3", 3)
+        .field("CLK_EXTERNAL", 2)
+        .field(port::clock);
+}
+
+} // namespace
+
+Port::Port(Context& context, unsigned number)
+    : _context(context),
+      _registers(context.services, context.chip, "port " + std::to_string(number), table()) {
+    _counters.attach(_registers);
+}
+
+RegisterTable Port::table() {
+    RegisterTable table = {
+        macConfig(),
+        Register(port::flowControl, "FCCONF")
+            .field("ZERO_PAUSE_EN", 17)
+            .field("FLOW_CTRL_OBEY", 16)
+            .field("PAUSE_VAL", 15, 0),
+        Register(port::flowControlMacHigh, "FCMACHI").field("Other", 31, 24).field("Mac", 23, 0),
+        Register(port::flowControlMacLow, "FCMACLO").field("Other", 31, 24).field("Mac", 23, 0),
+        Register(port::maximumLength, "MAXLEN", length.placed(_context.options.maximumLengthReset))
+            .field(length),
+        Register(port::transmitUpdate, "TXUPDCFG")
+            .field("TX_UNTAGGED_VID", 15, 4)
+            .field("TX_UNTAGGED_VID_ENA", 3)
+            .field("TX_INSERT_TAG", 0),
+    };
+    addClassifier(table);
+    addWatermarks(table);
+    _counters.addTo(table);
+    return table;
+}
+
+void Port::addClassifier(RegisterTable& table) const {
+    table.add(Register(port::classifierDrop, "CAT_DROP")
+                  .field("DROP_MC_SMAC", 6)
+                  .field("FWD_CTRL", 4)
+                  .field("FWD_PAUSE", 3)
+                  .field("UNTAGGED_ENA", 2)
+                  .field("TAGGED_ENA", 1)
+                  .field("NULL_MAC", 0));
+    table.add(
+        Register(port::classifierVlan, "CAT_VLAN_MISC").field("TCI_IGNORE_ENA", 8).field("KEEP_TAG_ENA", 7));
+    table.add(Register(port::classifierPortVlan, "CAT_PORT_VLAN", vid.placed(_context.options.portVidReset))
+                  .field("CFI", 15)
+                  .field("USR_PRIO", 14, 12)
+                  .field(vid));
+}
+
+void Port::addWatermarks(RegisterTable& table) {
+    table.add(Register(port::flowControlWatermarks, "FC_WATERMARKS").field("Watermarks", 31, 0));
+    table.add(Register(port::poolControl, "POOL_CONTROL").field("Pool", 31, 0));
+    table.add(Register(port::egressWatermarks, "EGRESS_WATERMARKS").field("Watermarks", 31, 0));
+}
+
+RegisterFile& Port::getRegisters() {
+    return _registers;
+}
+
+Counters& Port::getCounters() {
+    return _counters;
+}
+
+Vsc7390TestSide::PortMac Port::getMac() const {
+    std::uint32_t const config = _registers.getStored(port::macConfig);
+    bool const runs = !port::reset.isSet(config);
+    Vsc7390TestSide::PortMac mac;
+    mac.receives = runs && port::receiveEnable.isSet(config) && !port::receiveReset.isSet(config);
+    mac.sends = runs && port::transmitEnable.isSet(config) && !port::transmitReset.isSet(config);
+    mac.megabits = megabitsOf(port::clock.get(config));
+    mac.fullDuplex = port::fullDuplex.isSet(config);
+    return mac;
+}
+
+} // namespace simulation::vitesse
