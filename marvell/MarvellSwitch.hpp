@@ -11,7 +11,6 @@
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 
-class SwitchDocument;
 struct _xmlNode;
 
 /// A Marvell 88E6096: detection, set-up, address ageing, and the VLAN and spanning-tree tables.
@@ -123,9 +122,6 @@ public:
     bool writeAggregationGroup(std::map<unsigned int const, ManagedSwitchPort*> ports) override;
 
 private:
-    void createPorts(SwitchDocument const& configuration);
-    void createPort(_xmlNode* node);
-    void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);
 
@@ -139,5 +135,5 @@ private:
     template <typename State> std::map<unsigned short, State> everyPort(State state) const;
 
     std::unique_ptr<MarvellManagementCommunications> _communications;
-    double _vlanTableTimeout;
+    double _vlanTableTimeout = 1.0;
 };
