@@ -31,7 +31,7 @@ Arm920tMdioAccess::Arm920tMdioAccess(Application& application, bool noHardwareAc
       _readOpcode(arm920t_mac::mii_command::operation.of(arm920t_mac::mii_command::readOperation)),
       _writeOpcode(arm920t_mac::mii_command::operation.of(arm920t_mac::mii_command::writeOperation)),
       _busyMask(arm920t_mac::mii_status::busy.mask()),
-      _phyAddressShift(arm920t_mac::mii_command::phyAddressPosition),
+      _phyAddressShift(arm920t_mac::mii_command::phyAddress.position),
       _registerHighShift(arm920t_mac::mii_command::registerHighPosition),
       _macTimeout(1.0),
       _application(application) {

@@ -130,8 +130,8 @@ private:
     bool startTableOperation(unsigned short code);
     bool chooseDataRegister(unsigned short port, char const* outOfBounds,
                             std::optional<unsigned short>& dataRegister);
-    template <typename States, typename Stage>
-    bool stageStates(States const& states, char const* outOfBounds, Stage stage);
+    template <typename States, typename Place>
+    bool stageStates(States const& states, char const* outOfBounds, Place place);
     template <typename State> std::map<unsigned short, State> everyPort(State state) const;
 
     std::unique_ptr<MarvellManagementCommunications> _communications;

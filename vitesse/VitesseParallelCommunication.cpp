@@ -44,7 +44,7 @@ std::atomic<unsigned int> VitesseParallelCommunication::_readAttempts{0};
 VitesseParallelCommunication::VitesseParallelCommunication(Application& application, bool noHardwareAccess)
     : VitesseManagementCommunications(application, noHardwareAccess),
       _readStatusLocation(systemRegister(vsc7390::system::readStatus)),
-      _readReadyBit(vsc7390::system::read_status::readyPosition),
+      _readReadyBit(vsc7390::system::read_status::ready.position),
       _readDataLocation(systemRegister(vsc7390::system::readData)),
       _readTimeout(1.0),
       _phyTimeout(1.0),
