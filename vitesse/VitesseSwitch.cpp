@@ -8,11 +8,9 @@
 #include "vitesse/AnalyserRegisters.hpp"
 #include "vitesse/SystemRegisters.hpp"
 #include "vitesse/VitesseParallelCommunication.hpp"
-#include "vitesse/VitessePort.hpp"
+#include "vitesse/VitessePortAccess.hpp"
 
 namespace {
-
-using Bsa = VitesseManagementCommunications::Bsa;
 
 constexpr SwitchDocument::Wording wording{"ManagedSwitch::ManagedSwitch", true, "connected to"};
 
@@ -57,7 +55,7 @@ void VitesseSwitch::insertNewPort(unsigned int portId, std::string const& connec
 bool VitesseSwitch::detectSwitch(Application& application, bool noHardwareAccess) {
     using namespace vsc7390::system;
     VitesseParallelCommunication communication(application, noHardwareAccess);
-    Bsa const identification{block, subBlock, chipIdentification};
+    VitesseManagementCommunications::Bsa const identification{block, subBlock, chipIdentification};
     unsigned int value = 0;
     communication.readRegister(identification, value);
     unsigned int const product = chip_identification::productNumber.in(value);
@@ -78,15 +76,11 @@ bool VitesseSwitch::initialiseSetup() {
 }
 
 bool VitesseSwitch::readAnalyser(unsigned int address, unsigned int& value) {
-    Bsa const location{vsc7390::analyser::block, vsc7390::analyser::subBlock,
-                       static_cast<unsigned short>(address)};
-    return _communications->readRegister(location, value);
+    return _communications->readRegister(analyserRegister(address), value);
 }
 
 bool VitesseSwitch::writeAnalyser(unsigned int address, unsigned int value) {
-    Bsa const location{vsc7390::analyser::block, vsc7390::analyser::subBlock,
-                       static_cast<unsigned short>(address)};
-    return _communications->writeRegister(location, value);
+    return _communications->writeRegister(analyserRegister(address), value);
 }
 
 bool VitesseSwitch::phyReadRegister(unsigned short phy, unsigned short reg, unsigned short& value) {
