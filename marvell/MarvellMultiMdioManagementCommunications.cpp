@@ -39,10 +39,10 @@ bool MarvellMultiMdioManagementCommunications::isMarvelSmiBusy() {
         // Read twice on purpose: only the second value counts.
         for (int reading = 0; reading < 2; ++reading) {
             if (!_mdioAccess.mdioReadRegister(_switchAddress, _smiCommandRegister, command)) {
-                return polling::Look::failed;
+                return polling::Status::failed;
             }
         }
-        return (command & _smiBusyMask) != 0 ? polling::Look::busy : polling::Look::ready;
+        return polling::busyIf((command & _smiBusyMask) != 0);
     });
     if (outcome.end == polling::End::timedOut) {
         _application.log(
@@ -91,10 +91,8 @@ bool MarvellMultiMdioManagementCommunications::phyReadRegister(unsigned short ph
         return false;
     }
     polling::Outcome const outcome = polling::untilReady(_smiTimeout, [&] {
-        if (!readRegister(command)) {
-            return polling::Look::failed;
-        }
-        return smi::command::busy.isSet(command.value) ? polling::Look::busy : polling::Look::ready;
+        return readRegister(command) ? polling::busyIf(smi::command::busy.isSet(command.value))
+                                     : polling::Status::failed;
     });
     if (outcome.end == polling::End::timedOut) {
         _application.log(2,

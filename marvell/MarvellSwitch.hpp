@@ -60,7 +60,7 @@ public:
 
     /// Waits for the table unit to be free.
     /// \return false, after a message, when it was not by the change of the clock's second. The unit
-    ///         must be free at the look before that.
+    ///         must be free at the poll before that.
     bool waitVlanTableReady();
 
     /// Stages the VLAN membership of some ports, leaving the others as they are.

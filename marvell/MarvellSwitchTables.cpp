@@ -44,7 +44,7 @@ bool MarvellSwitch::isVlanTableBusy() {
 
 bool MarvellSwitch::waitVlanTableReady() {
     polling::End const end = polling::untilReadyWithoutPause(
-        _vlanTableTimeout, [this] { return isVlanTableBusy() ? polling::Look::busy : polling::Look::ready; });
+        _vlanTableTimeout, [this] { return polling::busyIf(isVlanTableBusy()); });
     if (end == polling::End::timedOut) {
         getApplication()->logError("MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n");
         return false;
