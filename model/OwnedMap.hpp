@@ -13,8 +13,7 @@ template <typename Map> void deleteObjects(Map& map) {
 
 /// Keeps what `make` returns, unless the key is taken: then nothing is made. The place comes first: a
 /// member registers itself with its port when it is made, so keeping it must not fail any more.
-template <typename Map, typename Make>
-void makeOnce(Map& map, typename Map::key_type const& key, Make make) {
+template <typename Map, typename Make> void makeOnce(Map& map, typename Map::key_type const& key, Make make) {
     auto const [place, isFree] = map.emplace(key, nullptr);
     if (!isFree) {
         return;
