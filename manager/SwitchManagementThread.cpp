@@ -18,6 +18,9 @@ unsigned int threadNumber() {
 
 } // namespace
 
+// The host's tools read these texts: by the two about a caught exception they know that start-up has failed,
+// and show what follows in them as the reason.
+
 SwitchManagementThread::SwitchManagementThread(SwitchManager& manager)
     : Thread(manager.getApplication().getThreads(), "SwitchManagementThread"),
       _switchManager(manager),

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What a text's address comes to where a message has a place for a number only.
+/// The messages about events print, by %d, the address of the type's name.
 int asNumber(std::string const& text) {
     return static_cast<int>(reinterpret_cast<std::uintptr_t>(text.c_str())); // NOLINT
 }
@@ -171,7 +171,7 @@ SwitchManager::StateId SwitchManager::initialisingAction(Event const* /*event*/)
     try {
         bringUp();
     } catch (char const* text) {
-        // A bus that died says so in a plain text; the management thread lives on after a runtime error.
+        // The VSC7390's transport throws plain texts; the management thread survives runtime errors only.
         throw std::runtime_error(text);
     }
     return idleState;
@@ -249,9 +249,8 @@ void SwitchManager::phyInterfacesHaveNowBeenSetup() {
         return;
     }
     _phyInterfacesPopulated = true;
-    // The manager may have begun to wait, and have found no report, between the question and the note:
-    // whichever of note and new state came second, one side sees the other's. If both do, the event
-    // finds start-up under way or done, and nothing to change.
+    // The manager may have begun to wait, without having seen the flag, between the check and the store. One
+    // of the two sides sees what the other stored; if both do, the second event finds no transition.
     if (getCurrentState() == waitingForPhyInterfacesToBePopulated) {
         _phyInterfacesHaveBeenPopulatedEvent.post(getInstanceId());
     }

@@ -183,7 +183,8 @@ private:
     void findCpuPort();
     void detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches, DetectedSwitches& vitesseSwitches);
     template <typename Switch>
-    void createManagedSwitch(unsigned int id, unsigned char const* macAddress, char const* duplicate);
+    void createManagedSwitch(unsigned int id, unsigned char const* macAddress, std::string const& operation);
+    ManagedSwitchPort* findMember(int switchId, int portId, char const* operation, char const* what);
     void applyAgeTime(ManagedSwitch& managedSwitch);
     template <typename Configure> void forEachSwitch(Configure configure);
     template <typename Configure> void forEachSwitchWithHardware(Configure configure);
@@ -209,6 +210,6 @@ private:
     [[maybe_unused]] unsigned int _reserved32;
     std::array<std::unique_ptr<State>, 6> _states;
     [[maybe_unused]] unsigned short _reserved152;
-    /// The multicast groups again, for finding one among a thousand.
+    /// The same groups by key.
     std::set<MulticastGroup*, MulticastGroupOrder> _multicastGroupsByKey;
 };

@@ -51,7 +51,7 @@ int numberIn(xmlNode const* element, char const* name) {
     return number;
 }
 
-// Not by a stream, which would keep it to itself when it runs out of memory halfway.
+// Not by a stream, which would swallow a std::bad_alloc.
 std::string memberQuery(unsigned int vlanId) {
     constexpr int hexadecimalBase = 16;
     char hexadecimal[2 * sizeof vlanId];
@@ -112,9 +112,11 @@ void SwitchManager::detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitch
 
 template <typename Switch>
 void SwitchManager::createManagedSwitch(unsigned int id, unsigned char const* macAddress,
-                                        char const* duplicate) {
+                                        std::string const& operation) {
+    MutexLock const lock(_managedSwitchesMutex);
+    getApplication().log(0, "%s %d\n", operation.c_str(), id);
     if (_managedSwitches.count(id) != 0) {
-        throw std::runtime_error(duplicate);
+        throw std::runtime_error(operation + " Duplicate switch response");
     }
     auto created = std::make_unique<Switch>(getApplication(), id, macAddress, _xml, _noHardwareAccess);
     ManagedSwitch*& entry = _managedSwitches[id];
@@ -122,17 +124,11 @@ void SwitchManager::createManagedSwitch(unsigned int id, unsigned char const* ma
 }
 
 void SwitchManager::createMarvellManagedSwitch(unsigned int id, unsigned char const* macAddress) {
-    MutexLock const lock(_managedSwitchesMutex);
-    getApplication().log(0, "SwitchManager::createMarvellManagedSwitch %d\n", id);
-    createManagedSwitch<MarvellSwitch>(id, macAddress,
-                                       "SwitchManager::createMarvellManagedSwitch Duplicate switch response");
+    createManagedSwitch<MarvellSwitch>(id, macAddress, "SwitchManager::createMarvellManagedSwitch");
 }
 
 void SwitchManager::createVitesseManagedSwitch(unsigned int id, unsigned char const* macAddress) {
-    MutexLock const lock(_managedSwitchesMutex);
-    getApplication().log(0, "SwitchManager::createVitesseManagedSwitch %d\n", id);
-    createManagedSwitch<VitesseSwitch>(id, macAddress,
-                                       "SwitchManager::createVitesseManagedSwitch Duplicate switch response");
+    createManagedSwitch<VitesseSwitch>(id, macAddress, "SwitchManager::createVitesseManagedSwitch");
 }
 
 void SwitchManager::configureSwitchSettings() {
@@ -215,21 +211,29 @@ void SwitchManager::addVlan(_xmlNode* vlanElement) {
 }
 
 void SwitchManager::addVlanPort(Vlan& vlan, _xmlNode* portElement) {
-    int const switchId = numberIn(portElement, "switchId");
-    int const portId = numberIn(portElement, "portId");
+    ManagedSwitchPort* const port =
+        findMember(numberIn(portElement, "switchId"), numberIn(portElement, "portId"), "addVlanPort", "vlan");
+    if (port != nullptr) {
+        vlan.addPort(*port, portElement);
+    }
+}
+
+/// The port that an element of the document names, or null after a message.
+ManagedSwitchPort* SwitchManager::findMember(int switchId, int portId, char const* operation,
+                                             char const* what) {
     ManagedSwitch* const managedSwitch = getManagedSwitch(static_cast<unsigned int>(switchId));
     if (managedSwitch == nullptr) {
-        getApplication().logError("SwitchManager::addVlanPort. Attempt to add vlan to unknown switch %d\n",
-                                  switchId);
-        return;
+        // On purpose, this names the same operation for VLANs and multicast groups.
+        getApplication().logError("SwitchManager::addVlanPort. Attempt to add %s to unknown switch %d\n",
+                                  what, switchId);
+        return nullptr;
     }
     ManagedSwitchPort* const port = managedSwitch->getPort(static_cast<unsigned int>(portId));
     if (port == nullptr) {
-        getApplication().logError("SwitchManager::addVlanPort. Attempt to add vlan to unknown port %d.%d\n",
-                                  switchId, portId);
-        return;
+        getApplication().logError("SwitchManager::%s. Attempt to add %s to unknown port %d.%d\n", operation,
+                                  what, switchId, portId);
     }
-    vlan.addPort(*port, portElement);
+    return port;
 }
 
 void SwitchManager::configureTrunks() {
@@ -279,20 +283,10 @@ void SwitchManager::addMulticastGroupPort(MulticastGroup& group, _xmlNode* group
     bool const underVlan = isVlanElement(grandparent);
     int const switchId = underVlan ? numberIn(parent, "switchId") : numberIn(grandparent, "id");
     int const portId = numberIn(parent, underVlan ? "portId" : "id");
-    ManagedSwitch* const managedSwitch = getManagedSwitch(static_cast<unsigned int>(switchId));
-    if (managedSwitch == nullptr) {
-        getApplication().logError(
-            "SwitchManager::addVlanPort. Attempt to add multicast Group to unknown switch %d\n", switchId);
-        return;
+    ManagedSwitchPort* const port = findMember(switchId, portId, "addMulticastGroupPort", "multicast Group");
+    if (port != nullptr) {
+        group.addPort(*port, groupElement);
     }
-    ManagedSwitchPort* const port = managedSwitch->getPort(static_cast<unsigned int>(portId));
-    if (port == nullptr) {
-        getApplication().logError(
-            "SwitchManager::addMulticastGroupPort. Attempt to add multicast Group to unknown port %d.%d\n",
-            switchId, portId);
-        return;
-    }
-    group.addPort(*port, groupElement);
 }
 
 void SwitchManager::configurePorts() {

@@ -20,7 +20,6 @@ constexpr BitField<unsigned short> operation(14, 2);
 constexpr unsigned short readOperation = 2;
 constexpr unsigned short writeOperation = 1;
 constexpr BitField<unsigned short> phyAddress(5, 5);
-constexpr unsigned short phyAddressPosition = 5;
 constexpr BitField<unsigned short> registerNumber(0, 5);
 /// Bits of a register number beyond clause 22; a read moves them up by `registerHighPosition`.
 constexpr BitField<unsigned short> registerHigh(5, 2);

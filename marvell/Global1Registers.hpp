@@ -52,27 +52,14 @@ constexpr unsigned short registers = 3;
 constexpr unsigned short portsPerRegister = 4;
 constexpr unsigned short bitsPerPort = 4;
 
-constexpr unsigned int memberTagPosition(unsigned short port) {
-    return bitsPerPort * (port % portsPerRegister);
-}
-
-constexpr unsigned int portStatePosition(unsigned short port) {
-    return memberTagPosition(port) + 2;
-}
-
 /// How a port belongs to the VLAN of a VTU entry.
 constexpr Field memberTag(unsigned short port) {
-    return Field(memberTagPosition(port), 2);
+    return Field(bitsPerPort * (port % portsPerRegister), 2);
 }
 
-/// A membership code at the port's place, as far as the register reaches.
-constexpr unsigned short memberCode(unsigned short port, unsigned short code) {
-    return static_cast<unsigned short>(code << memberTagPosition(port));
-}
-
-/// A port state of an STU entry at the port's place, as far as the register reaches.
-constexpr unsigned short stateCode(unsigned short port, unsigned short state) {
-    return static_cast<unsigned short>(state << portStatePosition(port));
+/// A port's state in an STU entry.
+constexpr Field portState(unsigned short port) {
+    return Field(memberTag(port).position + memberTag(port).width, 2);
 }
 } // namespace vtu_data
 

@@ -14,13 +14,13 @@ MarvellMultiMdioManagementCommunications::MarvellMultiMdioManagementCommunicatio
       _smiDataRegister(smi::dataRegister),
       _smiBusyMask(smi::command::busy.mask()),
       _smiModeMask(smi::command::mode.mask()),
-      _smiModeShift(smi::command::modePosition),
-      _smiOpShift(smi::command::operationPosition),
-      _smiOpWidth(smi::command::operationWidth),
-      _smiDeviceShift(smi::command::devicePosition),
-      _smiDeviceWidth(smi::command::deviceWidth),
-      _smiRegisterShift(smi::command::registerPosition),
-      _smiRegisterWidth(smi::command::registerWidth),
+      _smiModeShift(smi::command::mode.position),
+      _smiOpShift(smi::command::operation.position),
+      _smiOpWidth(smi::command::operation.width),
+      _smiDeviceShift(smi::command::device.position),
+      _smiDeviceWidth(smi::command::device.width),
+      _smiRegisterShift(smi::command::registerNumber.position),
+      _smiRegisterWidth(smi::command::registerNumber.width),
       _smiPhyWriteMode(smi::command::phyWriteMode),
       _smiMode(smi::command::clause22Mode),
       _smiWriteOp(smi::command::writeOperation),
@@ -36,13 +36,13 @@ bool MarvellMultiMdioManagementCommunications::initialise() {
 bool MarvellMultiMdioManagementCommunications::isMarvelSmiBusy() {
     polling::Outcome const outcome = polling::untilReady(_smiTimeout, [this] {
         unsigned short command = 0;
-        // The first answer may still be the one from before the last command.
+        // Read twice on purpose: only the second value counts.
         for (int reading = 0; reading < 2; ++reading) {
             if (!_mdioAccess.mdioReadRegister(_switchAddress, _smiCommandRegister, command)) {
-                return polling::Look::failed;
+                return polling::Status::failed;
             }
         }
-        return (command & _smiBusyMask) != 0 ? polling::Look::busy : polling::Look::ready;
+        return polling::busyIf((command & _smiBusyMask) != 0);
     });
     if (outcome.end == polling::End::timedOut) {
         _application.log(
@@ -54,7 +54,7 @@ bool MarvellMultiMdioManagementCommunications::isMarvelSmiBusy() {
     return outcome.end != polling::End::ready;
 }
 
-// What an access consists of is compiled into it, without calls.
+// Each access is compiled into one function, without calls: every operation on the chip is made of these.
 
 [[gnu::flatten]] bool
 MarvellMultiMdioManagementCommunications::readRegister(MarvelRegisterValues& registerValues) {
@@ -91,10 +91,8 @@ bool MarvellMultiMdioManagementCommunications::phyReadRegister(unsigned short ph
         return false;
     }
     polling::Outcome const outcome = polling::untilReady(_smiTimeout, [&] {
-        if (!readRegister(command)) {
-            return polling::Look::failed;
-        }
-        return smi::command::busy.isSet(command.value) ? polling::Look::busy : polling::Look::ready;
+        return readRegister(command) ? polling::busyIf(smi::command::busy.isSet(command.value))
+                                     : polling::Status::failed;
     });
     if (outcome.end == polling::End::timedOut) {
         _application.log(2,

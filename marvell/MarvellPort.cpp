@@ -10,6 +10,12 @@ namespace {
 
 constexpr unsigned int numberNotTold = ~0U;
 
+/// A control word with a value forced to 0 or 1; any other setting leaves it to negotiation.
+unsigned short forced(unsigned short control, BitField<unsigned short> force, BitField<unsigned short> value,
+                      unsigned int setting) {
+    return setting > 1 ? force.cleared(control) : value.replaced(force.set(control), setting);
+}
+
 } // namespace
 
 MarvellPort::MarvellPort(ManagedSwitch& owner, MarvellManagementCommunications& communications,
@@ -61,29 +67,15 @@ bool MarvellPort::initialise() {
 
 bool MarvellPort::setForceLink(ForceLinkSetting setting) {
     using namespace port_registers::physical_control;
-    return modifyPort(port_registers::physicalControl, [setting](unsigned short value) {
-        switch (setting) {
-        case ForceLinkSetting::down:
-            return linkValue.cleared(forcedLink.set(value));
-        case ForceLinkSetting::up:
-            return linkValue.set(forcedLink.set(value));
-        default:
-            return forcedLink.cleared(value);
-        }
+    return modifyPort(port_registers::physicalControl, [setting](unsigned short control) {
+        return forced(control, forcedLink, linkValue, static_cast<unsigned int>(setting));
     });
 }
 
 bool MarvellPort::setFlowControl(FlowControlSetting setting) {
     using namespace port_registers::physical_control;
-    return modifyPort(port_registers::physicalControl, [setting](unsigned short value) {
-        switch (setting) {
-        case FlowControlSetting::forcedOff:
-            return flowControlValue.cleared(forcedFlowControl.set(value));
-        case FlowControlSetting::forcedOn:
-            return flowControlValue.set(forcedFlowControl.set(value));
-        default:
-            return forcedFlowControl.cleared(value);
-        }
+    return modifyPort(port_registers::physicalControl, [setting](unsigned short control) {
+        return forced(control, forcedFlowControl, flowControlValue, static_cast<unsigned int>(setting));
     });
 }
 
@@ -141,20 +133,12 @@ bool MarvellPort::setEnabled(PortForwardingSeting setting) {
     using port_registers::port_control::portState;
     using namespace phy_registers::control_bits;
     return modifyPortAndPhy(port_registers::portControl, [&](unsigned short& port, unsigned short& phy) {
-        switch (setting) {
-        case PortForwardingSeting::disabled:
-            phy = reset.set(powerDown.set(phy));
-            break;
-        case PortForwardingSeting::blocking:
-        case PortForwardingSeting::learning:
-        case PortForwardingSeting::forwarding:
-            phy = reset.set(powerDown.cleared(phy));
-            break;
-        default:
+        if (setting > PortForwardingSeting::forwarding) {
             getSwitch().getApplication()->logError(
                 "MarvellPort::setEnabled Default condition should never happen\n");
             return;
         }
+        phy = reset.set(powerDown.replaced(phy, setting == PortForwardingSeting::disabled ? 1 : 0));
         port = portState.replaced(port, static_cast<unsigned int>(setting));
     });
 }
@@ -165,14 +149,9 @@ bool MarvellPort::setMdix(MdixSetting setting) {
         !_communications.phyReadRegister(portNumber(), phy_registers::specificControl, phy)) {
         return false;
     }
-    switch (setting) {
-    case MdixSetting::mdi:
-    case MdixSetting::mdix:
-    case MdixSetting::reserved:
-    case MdixSetting::automatic:
+    if (setting <= MdixSetting::automatic) {
         phy = phy_registers::specific_control::mdiMode.replaced(phy, static_cast<unsigned int>(setting));
-        break;
-    default:
+    } else {
         getSwitch().getApplication()->logError(
             "MarvellPort::setMDIX Default condition should never happen\n");
     }

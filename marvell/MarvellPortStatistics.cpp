@@ -50,11 +50,9 @@ bool MarvellPort::waitForStatsCommand() {
     }
     polling::End const end = polling::untilReadyWithoutPause(_statsTimeout, [this] {
         Registers command(global1::device, global1::statsOperation);
-        if (!_communications.readRegister(command)) {
-            return polling::Look::failed;
-        }
-        return global1::stats_operation::busy.isSet(command.value) ? polling::Look::busy
-                                                                   : polling::Look::ready;
+        return _communications.readRegister(command)
+                   ? polling::busyIf(global1::stats_operation::busy.isSet(command.value))
+                   : polling::Status::failed;
     });
     if (end == polling::End::timedOut) {
         getSwitch().getApplication()->logError("MarvellPort::statsCommand Stats Busy timeout\n");

@@ -79,7 +79,7 @@ bool MarvellPort::addPortToVlanTable(unsigned short vlanId, EgressTagSetting egr
         return false;
     }
     if (!owner->readVlanTableCommand(vlanId)) {
-        owner->initialiseVlan(vlanId);
+        owner->initialiseVlan(vlanId); // unchecked on purpose: what follows loads the entry in any case
     }
     return changeMembership(*owner, vlanId,
                             egress == EgressTagSetting::stripTag ? VtuEgressState::untagged
@@ -101,7 +101,7 @@ bool MarvellPort::addPortToSpanningTree(unsigned short spanningTreeId, PortEnabl
         return false;
     }
     if (!owner->readSpanningTreeTableCommand(spanningTreeId)) {
-        owner->initialiseSpanningTree(spanningTreeId);
+        owner->initialiseSpanningTree(spanningTreeId); // unchecked on purpose, likewise
     }
     return owner->writeSpanningTreeTable({{portNumber(), state}}) &&
            owner->writeSpanningTreeTableCommand(spanningTreeId);

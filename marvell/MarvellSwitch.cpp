@@ -1,7 +1,5 @@
 #include "marvell/MarvellSwitch.hpp"
 
-#include <stdexcept>
-
 #include "host/Application.hpp"
 #include "marvell/Global1Registers.hpp"
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
@@ -11,8 +9,8 @@
 
 namespace {
 
-constexpr char const* constructorName =
-    "MarvellSwitch::MarvellSwitch(Application&, unsigned int, const uint8_t*, Xml&, bool)";
+constexpr SwitchDocument::Wording wording{
+    "MarvellSwitch::MarvellSwitch(Application&, unsigned int, const uint8_t*, Xml&, bool):", false, "to be"};
 
 /// The ATU control field for an age time, with a warning when the chip cannot keep it.
 unsigned short ageTimeUnits(Application& application, unsigned short seconds) {
@@ -44,28 +42,23 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, st
                              Xml& document, bool noHardwareAccess)
     : ManagedSwitch(application, switchId, macAddress, document, noHardwareAccess),
       _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
-          application, static_cast<unsigned short>(switchId), noHardwareAccess)),
-      _vlanTableTimeout(1.0) {
-    SwitchDocument const configuration(document, switchId);
-    int const switchCount = configuration.switches().count();
-    if (switchCount == 0) {
-        application.logInfo("%s(%d): Unknown switch id:%d\n", constructorName, switchId, switchId);
+          application, static_cast<unsigned short>(switchId), noHardwareAccess)) {
+    SwitchDocument const configuration(document, *this, wording);
+    if (!configuration.hasSwitch()) {
+        application.logInfo("MarvellSwitch::MarvellSwitch(Application&, unsigned int, const uint8_t*, Xml&, "
+                            "bool)(%d): Unknown switch id:%d\n",
+                            switchId, switchId);
         return;
     }
-    if (switchCount > 1) {
-        application.logInfo("ManagedSwitch::ManagedSwitch: Unknown switch count %d\n", switchCount);
-        throw std::runtime_error("Roting xml or other catastrophic error");
-    }
-    createPorts(configuration);
-    createTrunkGroups(configuration);
+    configuration.createPorts(configuration.ports(), [this](auto&&... port) { insertNewPort(port...); });
+    configuration.createTrunkGroups();
 }
 
 MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, unsigned short numberOfPorts,
                              bool noHardwareAccess)
     : ManagedSwitch(application, switchId, numberOfPorts, noHardwareAccess),
       _communications(std::make_unique<MarvellMultiMdioManagementCommunications>(
-          application, static_cast<unsigned short>(switchId), noHardwareAccess)),
-      _vlanTableTimeout(1.0) {
+          application, static_cast<unsigned short>(switchId), noHardwareAccess)) {
     for (unsigned int portId = 0; portId < numberOfPorts; ++portId) {
         insertNewPort(portId, "external", "forwarding", nullptr);
     }
@@ -73,45 +66,11 @@ MarvellSwitch::MarvellSwitch(Application& application, unsigned int switchId, un
 
 MarvellSwitch::~MarvellSwitch() = default;
 
-void MarvellSwitch::createPorts(SwitchDocument const& configuration) {
-    XmlNodes const nodes = configuration.ports();
-    getApplication()->log(2, "%s:(%d): %d ports to configure\n", constructorName, getId(), nodes.count());
-    for (_xmlNode* const node : nodes) {
-        createPort(node);
-    }
-}
-
-void MarvellSwitch::createPort(_xmlNode* node) {
-    SwitchDocument::PortElement const element(node);
-    if (!element.hasId) {
-        getApplication()->logError("%s:(%d): Port id is not a valid integer value", constructorName, getId());
-    }
-    getApplication()->log(2, "%s:(%d): configure port %d connected to %s\n", constructorName, getId(),
-                          element.id, element.connectedTo.text());
-    getApplication()->log(2, "%s:(%d): configure port %d to be %s\n", constructorName, getId(), element.id,
-                          element.portStatus.text());
-    insertNewPort(static_cast<unsigned int>(element.id), element.connectedTo.text(),
-                  element.portStatus.text(), element.node);
-}
-
 void MarvellSwitch::insertNewPort(unsigned int portId, std::string const& connectedTo,
                                   std::string const& portStatus, _xmlNode* node) {
-    auto port = std::make_unique<MarvellPort>(*this, *_communications, portId, connectedTo, portStatus, node);
-    std::pair<unsigned int, ManagedSwitchPort*> entry(portId, port.release());
+    std::pair<unsigned int, ManagedSwitchPort*> entry(
+        portId, new MarvellPort(*this, *_communications, portId, connectedTo, portStatus, node));
     insertPort(entry);
-}
-
-void MarvellSwitch::createTrunkGroups(SwitchDocument const& configuration) {
-    configuration.createTrunkGroups(
-        *this,
-        [this] {
-            getApplication()->logError("%s:(%d): Turnk Id is not a valid integer value\n", constructorName,
-                                       getId());
-        },
-        [this](int trunkId) {
-            getApplication()->logError("%s:(%d): port id in Trunk Id %s is not a valid integer value\n",
-                                       constructorName, getId(), std::to_string(trunkId).c_str());
-        });
 }
 
 bool MarvellSwitch::detectSwitch(Application& application, unsigned short switchId, bool noHardwareAccess) {

@@ -11,7 +11,6 @@
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 
-class SwitchDocument;
 struct _xmlNode;
 
 /// A Marvell 88E6096: detection, set-up, address ageing, and the VLAN and spanning-tree tables.
@@ -61,7 +60,7 @@ public:
 
     /// Waits for the table unit to be free.
     /// \return false, after a message, when it was not by the change of the clock's second. The unit
-    ///         must be free at the look before that.
+    ///         must be free at the poll before that.
     bool waitVlanTableReady();
 
     /// Stages the VLAN membership of some ports, leaving the others as they are.
@@ -123,9 +122,6 @@ public:
     bool writeAggregationGroup(std::map<unsigned int const, ManagedSwitchPort*> ports) override;
 
 private:
-    void createPorts(SwitchDocument const& configuration);
-    void createPort(_xmlNode* node);
-    void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);
 
@@ -134,10 +130,10 @@ private:
     bool startTableOperation(unsigned short code);
     bool chooseDataRegister(unsigned short port, char const* outOfBounds,
                             std::optional<unsigned short>& dataRegister);
-    template <typename States, typename Stage>
-    bool stageStates(States const& states, char const* outOfBounds, Stage stage);
+    template <typename States, typename Place>
+    bool stageStates(States const& states, char const* outOfBounds, Place place);
     template <typename State> std::map<unsigned short, State> everyPort(State state) const;
 
     std::unique_ptr<MarvellManagementCommunications> _communications;
-    double _vlanTableTimeout;
+    double _vlanTableTimeout = 1.0;
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Where a search that is to find `id` first starts: the entry before it.
+/// A search finds the entry after the one that it starts from.
 unsigned short searchStart(unsigned short id, unsigned short highest) {
     return id == 0 ? highest : static_cast<unsigned short>(id - 1);
 }
@@ -44,7 +44,7 @@ bool MarvellSwitch::isVlanTableBusy() {
 
 bool MarvellSwitch::waitVlanTableReady() {
     polling::End const end = polling::untilReadyWithoutPause(
-        _vlanTableTimeout, [this] { return isVlanTableBusy() ? polling::Look::busy : polling::Look::ready; });
+        _vlanTableTimeout, [this] { return polling::busyIf(isVlanTableBusy()); });
     if (end == polling::End::timedOut) {
         getApplication()->logError("MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n");
         return false;
@@ -65,8 +65,10 @@ bool MarvellSwitch::chooseDataRegister(unsigned short port, char const* outOfBou
     return dataRegister.has_value();
 }
 
-template <typename States, typename Stage>
-bool MarvellSwitch::stageStates(States const& states, char const* outOfBounds, Stage stage) {
+/// Stages a code for each port. Whatever is staged, what gets cleared before is the port's membership: of
+/// spanning-tree states, on purpose, the old bits stay. A code that is too large spills over.
+template <typename States, typename Place>
+bool MarvellSwitch::stageStates(States const& states, char const* outOfBounds, Place place) {
     std::optional<unsigned short> dataRegister;
     for (auto const& entry : states) {
         if (!chooseDataRegister(entry.first, outOfBounds, dataRegister)) {
@@ -74,7 +76,9 @@ bool MarvellSwitch::stageStates(States const& states, char const* outOfBounds, S
         }
         bool const staged =
             _communications->modifyRegister(global1::device, *dataRegister, [&](unsigned short value) {
-                return stage(value, entry.first, static_cast<unsigned short>(entry.second));
+                auto const code = static_cast<unsigned short>(entry.second);
+                return static_cast<unsigned short>(global1::vtu_data::memberTag(entry.first).cleared(value) |
+                                                   code << place(entry.first).position);
             });
         if (!staged) {
             return false;
@@ -92,11 +96,7 @@ template <typename State> std::map<unsigned short, State> MarvellSwitch::everyPo
 }
 
 bool MarvellSwitch::writeVlanTable(std::map<unsigned short, VtuEgressState> states) {
-    return stageStates(
-        states, vlanPortOutOfBounds, [](unsigned short value, unsigned short port, unsigned short state) {
-            auto const cleared = global1::vtu_data::memberTag(port).cleared(value);
-            return static_cast<unsigned short>(cleared | global1::vtu_data::memberCode(port, state));
-        });
+    return stageStates(states, vlanPortOutOfBounds, global1::vtu_data::memberTag);
 }
 
 bool MarvellSwitch::readVlanTable(std::map<unsigned short, VtuEgressState>& states) {
@@ -125,6 +125,8 @@ bool MarvellSwitch::readVlanTableCommand(unsigned short vlanId) {
     if (!waitVlanTableReady() || !writeGlobal1(vtuVid, searchStart(vlanId, vtu_vid::highestVid))) {
         return false;
     }
+    // On purpose, neither is the write's result looked at nor the end of the search waited for. A search that
+    // did not start leaves the register as written above, which is another VLAN's and not valid: not found.
     startTableOperation(vtu_operation::getNextVtu);
     unsigned short found = 0;
     return readGlobal1(vtuVid, found) && vtu_vid::vid.in(found) == vlanId && vtu_vid::valid.isSet(found);
@@ -149,13 +151,7 @@ bool MarvellSwitch::initialiseSpanningTree(unsigned short spanningTreeId) {
 
 bool MarvellSwitch::writeSpanningTreeTable(
     std::map<unsigned short, ManagedSwitchPort::PortEnabledStatus> states) {
-    return stageStates(states, spanningTreePortOutOfBounds,
-                       [](unsigned short value, unsigned short port, unsigned short state) {
-                           // Clears the membership, not the state: states only ever get added to.
-                           auto const cleared = global1::vtu_data::memberTag(port).cleared(value);
-                           return static_cast<unsigned short>(cleared |
-                                                              global1::vtu_data::stateCode(port, state));
-                       });
+    return stageStates(states, spanningTreePortOutOfBounds, global1::vtu_data::portState);
 }
 
 bool MarvellSwitch::writeSpanningTreeTableCommand(unsigned short spanningTreeId) {
@@ -170,7 +166,7 @@ bool MarvellSwitch::readSpanningTreeTableCommand(unsigned short spanningTreeId) 
     if (!waitVlanTableReady() || !writeGlobal1(vtuSid, searchStart(spanningTreeId, vtu_sid::highestSid))) {
         return false;
     }
-    startTableOperation(vtu_operation::getNextStu);
+    startTableOperation(vtu_operation::getNextStu); // on purpose as in readVlanTableCommand
     unsigned short foundSid = 0;
     unsigned short foundVid = 0;
     return readGlobal1(vtuSid, foundSid) && readGlobal1(vtuVid, foundVid) && foundSid == spanningTreeId &&

@@ -5,23 +5,27 @@
 /// \tparam Word the unsigned type that holds the register.
 template <typename Word> class BitField {
 public:
-    /// \param position number of the lowest bit, 0 being the least significant of the word.
-    /// \param width number of bits, at least 1; the field must fit the word.
-    constexpr explicit BitField(unsigned int position, unsigned int width = 1)
-        : _position(position), _width(width) {}
+    /// The number of the lowest bit, 0 being the least significant of the word.
+    unsigned int const position;
+
+    /// The number of bits, at least 1; the field must fit the word.
+    unsigned int const width;
+
+    constexpr explicit BitField(unsigned int lowestBit, unsigned int bits = 1)
+        : position(lowestBit), width(bits) {}
 
     /// The field's bits set, all others clear.
     constexpr Word mask() const {
-        return static_cast<Word>(static_cast<Word>(~0ULL >> (allBits - _width)) << _position);
+        return static_cast<Word>(static_cast<Word>(~0ULL >> (allBits - width)) << position);
     }
 
     /// `value` moved to the field's place; bits that do not fit are cut off.
     constexpr Word of(unsigned long long value) const {
-        return static_cast<Word>(static_cast<Word>(value << _position) & mask());
+        return static_cast<Word>(static_cast<Word>(value << position) & mask());
     }
 
     /// The field's value in `word`.
-    constexpr Word in(Word word) const { return static_cast<Word>((word & mask()) >> _position); }
+    constexpr Word in(Word word) const { return static_cast<Word>((word & mask()) >> position); }
 
     /// `word` with the field replaced by `value`.
     constexpr Word replaced(Word word, unsigned long long value) const {
@@ -39,6 +43,4 @@ public:
 
 private:
     static constexpr unsigned int allBits = 64;
-    unsigned int _position;
-    unsigned int _width;
 };

@@ -163,6 +163,6 @@ private:
     PortEnabledStatus _state = PortEnabledStatus::disabled;
     std::vector<MulticastGroupPort*> _multicastFilterPorts;
     std::map<unsigned int, VlanPort*> _vlanPorts;
-    /// The multicast memberships again, for finding one among a thousand.
+    /// The same memberships by key.
     std::set<MulticastGroupPort*, MulticastGroupOrder> _multicastFilterPortsByKey;
 };

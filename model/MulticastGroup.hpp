@@ -14,7 +14,7 @@ struct _xmlNode;
 /// Owns its member objects. Built on the management thread.
 class MulticastGroup {
 public:
-    /// What tells groups apart. The address stays whoever's it is.
+    /// Identifies a group. Refers to the text of an address, which has to live as long.
     struct Key {
         std::string_view ip;
         unsigned short vlanId;

@@ -6,8 +6,8 @@
 #include "model/MulticastGroup.hpp"
 #include "model/MulticastGroupPort.hpp"
 
-/// Orders groups, and memberships by their groups, so that a set of them can be asked for a key. Sets have
-/// no say in the order in which groups are configured.
+/// Orders groups, and memberships by their groups, so that a set of them can be searched by key. Groups are
+/// configured in the order of the lists beside the sets.
 struct MulticastGroupOrder {
     using is_transparent = void;
 

@@ -6,39 +6,43 @@
 
 #include "model/ElapsedTime.hpp"
 
-/// Waiting for a chip by asking it again and again.
+/// Polling a chip until it is ready.
 namespace polling {
 
-/// What one look at the chip found.
-enum class Look {
+/// What one poll found.
+enum class Status {
     busy,
     ready,
-    failed, ///< the look itself did not work; waiting on makes no sense
+    failed, ///< the poll itself did not work; going on makes no sense
 };
 
-/// How a wait ended.
+constexpr Status busyIf(bool isBusy) {
+    return isBusy ? Status::busy : Status::ready;
+}
+
+/// How polling ended.
 enum class End { ready, failed, timedOut };
 
 struct Outcome {
     End end;
-    /// Whole seconds waited, at the last look.
+    /// Whole seconds until the time-out; 0 when there was none.
     double elapsedSeconds;
 };
 
-/// The pause between two looks of a wait by the monotonic clock.
+/// The pause between two polls by the monotonic clock.
 constexpr useconds_t pauseMicroseconds = 100;
 
-/// Waits by the monotonic clock, with a pause between looks. Only whole seconds count: the wait ends
-/// at the first look that finds the chip busy when that many seconds have passed.
+/// Polls by the monotonic clock, with pauses. Only whole seconds count: this ends at the first poll that
+/// finds the chip busy when that many seconds have passed.
 ///
-/// \param look a callable that returns a Look; called at least once.
-template <typename LookAtChip> Outcome untilReady(double timeoutSeconds, LookAtChip look) {
+/// \param poll a callable that returns a Status; called at least once.
+template <typename Poll> Outcome untilReady(double timeoutSeconds, Poll poll) {
     timespec start{};
     clock_gettime(CLOCK_MONOTONIC, &start);
     for (;;) {
-        Look const found = look();
-        if (found != Look::busy) {
-            return {found == Look::ready ? End::ready : End::failed, 0.0};
+        Status const status = poll();
+        if (status != Status::busy) {
+            return {status == Status::ready ? End::ready : End::failed, 0.0};
         }
         timespec now{};
         clock_gettime(CLOCK_MONOTONIC, &now);
@@ -50,38 +54,38 @@ template <typename LookAtChip> Outcome untilReady(double timeoutSeconds, LookAtC
     }
 }
 
-/// Waits by the calendar clock, whose seconds are whole, without pausing. The time-out is looked at
-/// before the answer: a chip that gets ready at the very look at which the time is over is too late.
+/// Polls by the calendar clock, whose seconds are whole, without pausing. On purpose, the time-out is
+/// checked before the status: a chip that gets ready at the last poll is too late.
 ///
-/// \param look as for untilReady.
-template <typename LookAtChip> End untilReadyWithoutPause(double timeoutSeconds, LookAtChip look) {
+/// \param poll as for untilReady.
+template <typename Poll> End untilReadyWithoutPause(double timeoutSeconds, Poll poll) {
     double elapsed = 0.0;
     time_t const start = time(nullptr);
     for (;;) {
-        Look const found = look();
-        if (found == Look::failed) {
+        Status const status = poll();
+        if (status == Status::failed) {
             return End::failed;
         }
         if (timeoutSeconds <= elapsed) {
             return End::timedOut;
         }
         elapsed = difftime(time(nullptr), start);
-        if (found == Look::ready) {
+        if (status == Status::ready) {
             return End::ready;
         }
     }
 }
 
-/// Waits by the calendar clock, whose seconds are whole, without pausing, until more than the given
-/// seconds have passed. A chip that is found ready is never too late.
+/// Polls by the calendar clock without pausing until more than the given seconds have passed. A chip that
+/// is found ready is never too late.
 ///
-/// \param look as for untilReady.
-template <typename LookAtChip> End untilReadyByCalendar(double timeoutSeconds, LookAtChip look) {
+/// \param poll as for untilReady.
+template <typename Poll> End untilReadyByCalendar(double timeoutSeconds, Poll poll) {
     time_t const start = time(nullptr);
     for (;;) {
-        Look const found = look();
-        if (found != Look::busy) {
-            return found == Look::ready ? End::ready : End::failed;
+        Status const status = poll();
+        if (status != Status::busy) {
+            return status == Status::ready ? End::ready : End::failed;
         }
         if (difftime(time(nullptr), start) > timeoutSeconds) {
             return End::timedOut;

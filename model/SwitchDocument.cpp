@@ -1,15 +1,17 @@
 #include "model/SwitchDocument.hpp"
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 
+#include "host/Application.hpp"
 #include "host/Xml.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/TrunkGroup.hpp"
 
 namespace {
 
-// Not by a stream, which would keep it to itself when it runs out of memory halfway.
+// Not by a stream, which would swallow a std::bad_alloc.
 template <typename Id> std::string query(char const* element, Id id, char const* children) {
     std::string xpath = "//";
     xpath += element;
@@ -20,59 +22,74 @@ template <typename Id> std::string query(char const* element, Id id, char const*
 
 } // namespace
 
-SwitchDocument::PortElement::PortElement(xmlNodePtr element)
-    : node(element),
-      idText(XmlText::attribute(element, "id")),
-      hasId(idText.parseDecimal(id)),
-      connectedTo(XmlText::attribute(element, "connectedTo")),
-      portStatus(XmlText::attribute(element, "portStatus")) {}
+SwitchDocument::SwitchDocument(Xml& document, ManagedSwitch& owner, Wording const& wording)
+    : _document(document), _owner(owner), _wording(wording) {}
 
-SwitchDocument::SwitchDocument(Xml& document, unsigned int switchId)
-    : _document(document), _switchId(switchId) {}
-
-XmlNodes SwitchDocument::switches() const {
-    return XmlNodes(_document.find(query("switch", _switchId, "")));
+bool SwitchDocument::hasSwitch() const {
+    int const count = XmlNodes(_document.find(query("switch", _owner.getId(), ""))).count();
+    if (count > 1) {
+        _owner.getApplication()->logInfo("ManagedSwitch::ManagedSwitch: Unknown switch count %d\n", count);
+        throw std::runtime_error("Roting xml or other catastrophic error");
+    }
+    return count == 1;
 }
 
 XmlNodes SwitchDocument::ports() const {
-    return XmlNodes(_document.find(query("switch", _switchId, "/port")));
+    return XmlNodes(_document.find(query("switch", _owner.getId(), "/port")));
 }
 
 XmlNodes SwitchDocument::portsOfAllSwitches() const {
     return XmlNodes(_document.find("//switch/port"));
 }
 
-XmlNodes SwitchDocument::trunks() const {
-    return XmlNodes(_document.find(query("switch", _switchId, "/trunk")));
+void SwitchDocument::createPorts(XmlNodes const& elements, InsertPort const& insertPort) const {
+    Application& application = *_owner.getApplication();
+    char const* const speaker = _wording.speaker;
+    unsigned int const switchId = _owner.getId();
+    application.log(2, "%s(%d): %d ports to configure\n", speaker, switchId, elements.count());
+    for (xmlNodePtr const element : elements) {
+        XmlText const idText = XmlText::attribute(element, "id");
+        int id = -1;
+        if (!idText.parseDecimal(id)) {
+            application.logError("%s(%d): Port id is not a valid integer value%s%s%s", speaker, switchId,
+                                 _wording.showsInvalidId ? " " : "",
+                                 _wording.showsInvalidId ? idText.printable() : "",
+                                 _wording.showsInvalidId ? "\n" : "");
+        }
+        XmlText const connectedTo = XmlText::attribute(element, "connectedTo");
+        XmlText const portStatus = XmlText::attribute(element, "portStatus");
+        application.log(2, "%s(%d): configure port %d connected to %s\n", speaker, switchId, id,
+                        connectedTo.text());
+        application.log(2, "%s(%d): configure port %d %s %s\n", speaker, switchId, id, _wording.toState,
+                        portStatus.text());
+        insertPort(static_cast<unsigned int>(id), connectedTo.text(), portStatus.text(), element);
+    }
 }
 
-XmlNodes SwitchDocument::trunkMembers(int trunkId) const {
-    return XmlNodes(_document.find(query("trunk", trunkId, "/port")));
-}
-
-void SwitchDocument::createTrunkGroups(ManagedSwitch& owner,
-                                       std::function<void()> const& reportTrunkWithoutId,
-                                       std::function<void(int)> const& reportPortWithoutId) const {
+void SwitchDocument::createTrunkGroups() const {
+    Application& application = *_owner.getApplication();
     unsigned int numberOfTrunks = 0;
-    for (xmlNodePtr const node : trunks()) {
+    for (xmlNodePtr const node : XmlNodes(_document.find(query("switch", _owner.getId(), "/trunk")))) {
         XmlText const id = XmlText::attribute(node, "id");
         if (!id.isPresent()) {
-            reportTrunkWithoutId();
+            application.logError("%s(%d): Turnk Id is not a valid integer value\n", _wording.speaker,
+                                 _owner.getId());
         }
         auto const trunkId = static_cast<unsigned int>(id.toInteger(-1));
         std::pair<unsigned int, TrunkGroup*> entry(numberOfTrunks, new TrunkGroup(trunkId));
-        owner.insertTrunkGroup(entry);
+        _owner.insertTrunkGroup(entry);
         ++numberOfTrunks;
     }
     for (unsigned int key = 0; key < numberOfTrunks; ++key) {
-        TrunkGroup& trunkGroup = *owner.getTrunkGroup(key);
-        for (xmlNodePtr const node : trunkMembers(trunkGroup.getId())) {
+        TrunkGroup& trunkGroup = *_owner.getTrunkGroup(key);
+        for (xmlNodePtr const node : XmlNodes(_document.find(query("trunk", trunkGroup.getId(), "/port")))) {
             XmlText const id = XmlText::attribute(node, "id");
             if (!id.isPresent()) {
-                reportPortWithoutId(trunkGroup.getId());
+                application.logError("%s(%d): port id in Trunk Id %d is not a valid integer value\n",
+                                     _wording.speaker, _owner.getId(), trunkGroup.getId());
             }
             auto const portId = static_cast<unsigned int>(id.toInteger(-1));
-            trunkGroup.insertPort({portId, owner.getPort(portId)});
+            trunkGroup.insertPort({portId, _owner.getPort(portId)});
         }
     }
 }

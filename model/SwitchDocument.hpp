@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "model/XmlNodes.hpp"
 #include "model/XmlText.hpp"
@@ -8,27 +9,26 @@
 class ManagedSwitch;
 class Xml;
 
-/// What the configuration document says about one switch: the queries that both chip families make.
+/// What the configuration document says about one switch, made into the switch's ports and trunk groups.
 class SwitchDocument {
 public:
-    /// A "port" element of a switch.
-    struct PortElement {
-        explicit PortElement(xmlNodePtr element);
-
-        xmlNodePtr node;
-        XmlText idText;
-        /// -1 when the element does not tell.
-        int id = -1;
-        bool hasId;
-        XmlText connectedTo;
-        XmlText portStatus;
+    /// What one chip family's messages say differently from the other's.
+    struct Wording {
+        char const* speaker; ///< what they begin with
+        bool showsInvalidId; ///< a port id that is not a number is quoted
+        char const* toState; ///< what leads to a port's state
     };
 
-    /// `document` must outlive this object.
-    SwitchDocument(Xml& document, unsigned int switchId);
+    /// Makes a port and inserts it into its switch.
+    using InsertPort = std::function<void(unsigned int id, std::string const& connectedTo,
+                                          std::string const& portStatus, xmlNodePtr node)>;
 
-    /// The switch's own elements; exactly one in a sound document.
-    XmlNodes switches() const;
+    /// `document` and `owner` must outlive this object.
+    SwitchDocument(Xml& document, ManagedSwitch& owner, Wording const& wording);
+
+    /// Whether the document has the switch. Throws std::runtime_error, after a message, when it has
+    /// several of that id.
+    bool hasSwitch() const;
 
     /// The switch's ports.
     XmlNodes ports() const;
@@ -36,18 +36,15 @@ public:
     /// The ports of all switches of the document.
     XmlNodes portsOfAllSwitches() const;
 
+    /// Has a port inserted for each element. One without a number has the id -1.
+    void createPorts(XmlNodes const& elements, InsertPort const& insertPort) const;
+
     /// Builds the switch's trunk groups, keyed by their position in the document, and fills them with
-    /// the ports of every trunk element of that id.
-    /// \param reportTrunkWithoutId called for a trunk element without an id, which becomes -1.
-    /// \param reportPortWithoutId called with the trunk's id for a member without an id, which is
-    ///        looked up as -1.
-    void createTrunkGroups(ManagedSwitch& owner, std::function<void()> const& reportTrunkWithoutId,
-                           std::function<void(int)> const& reportPortWithoutId) const;
+    /// the ports of every trunk element of that id. Ids that are missing are -1.
+    void createTrunkGroups() const;
 
 private:
-    XmlNodes trunks() const;
-    XmlNodes trunkMembers(int trunkId) const;
-
     Xml& _document;
-    unsigned int _switchId;
+    ManagedSwitch& _owner;
+    Wording _wording;
 };

@@ -36,8 +36,7 @@ constexpr unsigned int value = 12;
 } // namespace bus_set_up
 
 namespace read_status {
-constexpr unsigned short readyPosition = 4;
-constexpr BitField<unsigned int> ready(readyPosition);
+constexpr BitField<unsigned int> ready(4);
 } // namespace read_status
 
 namespace chip_identification {

@@ -44,7 +44,7 @@ std::atomic<unsigned int> VitesseParallelCommunication::_readAttempts{0};
 VitesseParallelCommunication::VitesseParallelCommunication(Application& application, bool noHardwareAccess)
     : VitesseManagementCommunications(application, noHardwareAccess),
       _readStatusLocation(systemRegister(vsc7390::system::readStatus)),
-      _readReadyBit(vsc7390::system::read_status::readyPosition),
+      _readReadyBit(vsc7390::system::read_status::ready.position),
       _readDataLocation(systemRegister(vsc7390::system::readData)),
       _readTimeout(1.0),
       _phyTimeout(1.0),
@@ -62,8 +62,8 @@ void VitesseParallelCommunication::readError(unsigned int physicalAddress) {
     _application->logError("Failed Read : address %x\n", physicalAddress);
 }
 
-/// Waits for the value that a read of `offset` has had the chip fetch, and takes it. Nearly all accesses
-/// to the bus are made here: the places are constants, and not the members that tell of them.
+/// Waits for the value that a read of `offset` has had the chip fetch, and takes it. Nearly all accesses to
+/// the bus are made here, so the locations are constants and not read from the members.
 inline void VitesseParallelCommunication::fetch(unsigned int offset, unsigned int& value) {
     unsigned int status = 0;
     time_t start = time(nullptr);
@@ -104,8 +104,7 @@ void VitesseParallelCommunication::waitForController(Bsa const& status) {
     polling::End const end = polling::untilReadyByCalendar(_phyTimeout, [&] {
         unsigned int value = 0;
         readRegister(status, value);
-        return vsc7390::mii_management::status_bits::busy.isSet(value) ? polling::Look::busy
-                                                                       : polling::Look::ready;
+        return polling::busyIf(vsc7390::mii_management::status_bits::busy.isSet(value));
     });
     if (end == polling::End::timedOut) {
         throw "PHY Read timed out after 1 second.";

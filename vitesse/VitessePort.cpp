@@ -47,7 +47,7 @@ VitessePort::VitessePort(ManagedSwitch& owner, VitesseManagementCommunications& 
       _pauseOff(port_mac::flow_control_configuration::off) {}
 
 bool VitessePort::registerAt(unsigned short address, Bsa& location) const {
-    // As portToBSA() says, without a call: ports ask each other whether they are up more often than anything.
+    // As portToBSA() but without a call: updating the source masks has every port read every other's status.
     if (getId() >= port_mac::numberOfPorts) {
         return false;
     }
@@ -66,11 +66,6 @@ unsigned int VitessePort::bit() const {
 
 Application& VitessePort::application() const {
     return *getSwitch().getApplication();
-}
-
-template <typename Modify> bool VitessePort::modifyMac(unsigned short address, Modify modify) {
-    Bsa location;
-    return registerAt(address, location) && _communications.modifyRegister(location, modify);
 }
 
 bool VitessePort::setMaskBit(Bsa const& mask, unsigned int bits, bool on, FailedRead failedRead) {

@@ -6,8 +6,7 @@
 #include "vitesse/ArbiterRegisters.hpp"
 #include "vitesse/VitessePort.hpp"
 
-/// What the source files of VitessePort share: where chip-wide registers are, and changes of several
-/// registers at once.
+/// What source files of VitessePort share: where chip-wide registers are, and changes of registers.
 
 inline VitesseManagementCommunications::Bsa analyserRegister(unsigned int address) {
     return {vsc7390::analyser::block, vsc7390::analyser::subBlock, static_cast<unsigned short>(address)};
@@ -27,4 +26,9 @@ template <std::size_t count> bool VitessePort::writeAll(std::array<Change, count
     return std::all_of(changes.begin(), changes.end(), [this](Change const& change) {
         return _communications.writeRegister(change.location, change.value);
     });
+}
+
+template <typename Modify> bool VitessePort::modifyMac(unsigned short address, Modify modify) {
+    Bsa location;
+    return registerAt(address, location) && _communications.modifyRegister(location, modify);
 }

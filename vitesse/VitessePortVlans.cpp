@@ -102,20 +102,15 @@ bool VitessePort::tagIngress(bool ignoreTag, bool setPortVid, unsigned short vid
 }
 
 bool VitessePort::egressStripTag(unsigned short /*vid*/) {
-    Bsa location;
-    return registerAt(port_mac::transmitUpdateConfiguration, location) &&
-           _communications.modifyRegister(location, [](unsigned int value) {
-               return port_mac::transmit_update::insertTag.cleared(value);
-           });
+    return modifyMac(port_mac::transmitUpdateConfiguration,
+                     [](unsigned int value) { return port_mac::transmit_update::insertTag.cleared(value); });
 }
 
 bool VitessePort::egressValidateTag() {
     namespace update = port_mac::transmit_update;
-    Bsa location;
-    return registerAt(port_mac::transmitUpdateConfiguration, location) &&
-           _communications.modifyRegister(location, [](unsigned int value) {
-               return update::untaggedVidEnable.cleared(update::insertTag.set(value));
-           });
+    return modifyMac(port_mac::transmitUpdateConfiguration, [](unsigned int value) {
+        return update::untaggedVidEnable.cleared(update::insertTag.set(value));
+    });
 }
 
 bool VitessePort::addPortToVlanTable(unsigned short vid) {

@@ -8,7 +8,6 @@
 #include "model/ManagedSwitch.hpp"
 #include "vitesse/VitesseManagementCommunications.hpp"
 
-class SwitchDocument;
 struct _xmlNode;
 
 /// A Vitesse VSC7390: detection, set-up, and the VLAN, MAC, multicast and aggregation tables.
@@ -118,9 +117,6 @@ public:
     static timespec clock_timediff(timespec start, timespec end);
 
 private:
-    void createPorts(SwitchDocument const& configuration);
-    void createPort(_xmlNode* node);
-    void createTrunkGroups(SwitchDocument const& configuration);
     void insertNewPort(unsigned int portId, std::string const& connectedTo, std::string const& portStatus,
                        _xmlNode* node);
 
@@ -133,9 +129,9 @@ private:
     bool joinTrunk(unsigned int port, unsigned int trunkMask);
 
     std::unique_ptr<VitesseManagementCommunications> _communications;
-    double _vlanTimeout;
-    double _macTableTimeout;
-    [[maybe_unused]] unsigned short _reserved20;
-    unsigned short _multicastBuckets;
-    unsigned short _aggregationMasks;
+    double _vlanTimeout = 1.0;
+    double _macTableTimeout = 1.0;
+    [[maybe_unused]] unsigned short _reserved20 = 20;
+    unsigned short _multicastBuckets = 4; // of a row of the MAC table
+    unsigned short _aggregationMasks = 16;
 };

@@ -47,8 +47,8 @@ unsigned int nextNumber(std::istream& text) {
 } // namespace
 
 bool VitesseSwitch::waitForMacTableReady() {
-    polling::Outcome const outcome = polling::untilReady(
-        _macTableTimeout, [this] { return isMacTableIdle() ? polling::Look::ready : polling::Look::busy; });
+    polling::Outcome const outcome =
+        polling::untilReady(_macTableTimeout, [this] { return polling::busyIf(!isMacTableIdle()); });
     if (outcome.end == polling::End::timedOut) {
         getApplication()->log(1, "VitesseSwitch::waitForMacTableReady                          "
                                  "Timeout waiting for Mac Table to be ready\n");
@@ -96,7 +96,7 @@ bool VitesseSwitch::findMulticastGroup(unsigned char const* mac, unsigned short 
     return false;
 }
 
-/// Looks whether the indexed bucket holds the group; false when its data could not be read.
+/// Checks whether the indexed bucket holds the group; false when its data could not be read.
 bool VitesseSwitch::isGroupInBucket(unsigned char const* mac, bool& found) {
     if (!macTableCommand(MacAddressCommand::readEntry)) {
         return true;
@@ -169,7 +169,7 @@ void VitesseSwitch::ipMulticastStringtoMacAddress(std::string ipAddress, unsigne
         mac[byte] = byte < lowBytes ? 0 : mac_data_low::multicastPrefix[byte - lowBytes];
     }
     std::istringstream text(ipAddress);
-    // Without memory for its work, the stream is to throw, and not to make another address of the text.
+    // Out of memory, the stream must throw rather than yield another address.
     text.exceptions(std::ios_base::badbit);
     char separator = 0;
     nextNumber(text);

@@ -11,8 +11,8 @@
 using namespace vsc7390::analyser;
 
 bool VitesseSwitch::waitforVlanTableReady() {
-    polling::Outcome const outcome = polling::untilReady(
-        _vlanTimeout, [this] { return isVlanTableIdle() ? polling::Look::ready : polling::Look::busy; });
+    polling::Outcome const outcome =
+        polling::untilReady(_vlanTimeout, [this] { return polling::busyIf(!isVlanTableIdle()); });
     if (outcome.end == polling::End::timedOut) {
         getApplication()->log(1,
                               "VitesseSwitch::waitforVlanTableReady                          "

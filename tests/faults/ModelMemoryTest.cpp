@@ -8,6 +8,8 @@
 #include <new>
 #include <utility>
 
+#include "model/MulticastGroup.hpp"
+#include "model/MulticastGroupPort.hpp"
 #include "model/PortBasedVlan.hpp"
 #include "model/TagBasedVlan.hpp"
 #include "model/TrunkGroup.hpp"
@@ -32,24 +34,28 @@ template <typename Operation> bool getsThrough(std::uint64_t failing, Operation 
 
 class ModelMemoryTest : public ModelTest {
 protected:
-    /// Whichever allocation fails, the VLAN has its one member at the second try.
-    template <typename VlanType> void expectOneMember() {
+    static auto const& membersOf(Vlan const& vlan) { return vlan.getVlanPorts(); }
+    static auto const& membersOf(MulticastGroup const& group) { return group.getPorts(); }
+
+    /// Whichever allocation fails, the owner has its one member at the second try.
+    template <typename Owner, typename... Arguments> void expectOneMember(Arguments... arguments) {
         constexpr std::uint64_t moreThanItTakes = 20;
         unsigned failures = 0;
         for (std::uint64_t failing = 1; failing <= moreThanItTakes; ++failing) {
             test_support::TestDocument document("<port ingress='addTag' egress='stripTag'/>");
             test_support::RecordingSwitch device(application, 0, calls);
             ManagedSwitchPort& port = device.addPort(3);
-            VlanType vlan(application, 5);
-            if (!getsThrough(failing, [&] { vlan.addPort(port, document.root()); })) {
+            Owner owner(application, arguments...);
+            auto const& members = membersOf(owner);
+            if (!getsThrough(failing, [&] { owner.addPort(port, document.root()); })) {
                 ++failures;
                 // A port's configuration walks over the members, and knows none that is not there.
-                EXPECT_EQ(vlan.getVlanPorts().size(), 0U);
-                vlan.addPort(port, document.root());
+                EXPECT_EQ(members.size(), 0U);
+                owner.addPort(port, document.root());
             }
-            ASSERT_EQ(vlan.getVlanPorts().size(), 1U);
-            ASSERT_NE(vlan.getVlanPorts().at(3), nullptr);
-            EXPECT_EQ(&vlan.getVlanPorts().at(3)->getSwitchPort()->getSwitch(), &device);
+            ASSERT_EQ(members.size(), 1U);
+            ASSERT_NE(members.at(3), nullptr);
+            EXPECT_EQ(&members.at(3)->getSwitchPort()->getSwitch(), &device);
         }
         EXPECT_GT(failures, 1U);
         EXPECT_LT(failures, moreThanItTakes);
@@ -57,11 +63,15 @@ protected:
 };
 
 TEST_F(ModelMemoryTest, ATagBasedVlanGetsItsMember) {
-    expectOneMember<TagBasedVlan>();
+    expectOneMember<TagBasedVlan>(5);
 }
 
 TEST_F(ModelMemoryTest, APortBasedVlanGetsItsMember) {
-    expectOneMember<PortBasedVlan>();
+    expectOneMember<PortBasedVlan>(5);
+}
+
+TEST_F(ModelMemoryTest, AMulticastGroupGetsItsMember) {
+    expectOneMember<MulticastGroup>("239.1.2.3", static_cast<unsigned short>(5));
 }
 
 TEST_F(ModelMemoryTest, ASwitchDeletesWhatItCannotKeep) {

@@ -1,8 +1,12 @@
 #include "model/SwitchDocument.hpp"
 
+#include <stdexcept>
+
 #include "model/TrunkGroup.hpp"
 #include "tests/model/ModelTest.hpp"
 
+using test_support::Lines;
+using test_support::RecordingSwitch;
 using test_support::TestDocument;
 
 namespace {
@@ -16,56 +20,77 @@ char const* const twoSwitches = "<board><switches>"
 class SwitchDocumentTest : public ModelTest {
 protected:
     TestDocument document{twoSwitches};
+    RecordingSwitch first{application, 1, calls};
+    RecordingSwitch second{application, 2, calls};
+    SwitchDocument::Wording const wording{"Chip", true, "in state"};
 };
 
 TEST_F(SwitchDocumentTest, AsksForTheSwitchById) {
-    SwitchDocument const first(document, 1);
-    EXPECT_EQ(first.switches().count(), 1);
-    EXPECT_EQ(SwitchDocument(document, 3).switches().count(), 0);
-    EXPECT_EQ(document.queries(), (std::vector<std::string>{"//switch[@id=1]", "//switch[@id=3]"}));
+    EXPECT_TRUE(SwitchDocument(document, first, wording).hasSwitch());
+    EXPECT_FALSE(SwitchDocument(document, chip, wording).hasSwitch());
+    EXPECT_EQ(document.queries(), (Lines{"//switch[@id=1]", "//switch[@id=0]"}));
+    EXPECT_EQ(log.take(), Lines{});
+}
+
+TEST_F(SwitchDocumentTest, RefusesSeveralSwitchesOfOneId) {
+    TestDocument twins("<board><switches><switch id='1'/><switch id='1'/></switches></board>");
+    EXPECT_THROW(SwitchDocument(twins, first, wording).hasSwitch(), std::runtime_error);
+    EXPECT_EQ(log.take(), Lines{"info|ManagedSwitch::ManagedSwitch: Unknown switch count 2\n"});
 }
 
 TEST_F(SwitchDocumentTest, TellsOwnPortsFromAllPorts) {
-    SwitchDocument const first(document, 1);
-    EXPECT_EQ(first.ports().count(), 1);
-    EXPECT_EQ(first.portsOfAllSwitches().count(), 3);
-    EXPECT_EQ(document.queries(), (std::vector<std::string>{"//switch[@id=1]/port", "//switch/port"}));
+    SwitchDocument const configuration(document, first, wording);
+    EXPECT_EQ(configuration.ports().count(), 1);
+    EXPECT_EQ(configuration.portsOfAllSwitches().count(), 3);
+    EXPECT_EQ(document.queries(), (Lines{"//switch[@id=1]/port", "//switch/port"}));
 }
 
-TEST_F(SwitchDocumentTest, ReadsAPortElement) {
-    SwitchDocument::PortElement const port(*SwitchDocument(document, 1).ports().begin());
-    EXPECT_TRUE(port.hasId);
-    EXPECT_EQ(port.id, 4);
-    EXPECT_STREQ(port.idText.text(), "4");
-    EXPECT_STREQ(port.connectedTo.text(), "cpu");
-    EXPECT_STREQ(port.portStatus.text(), "learning");
+TEST_F(SwitchDocumentTest, HasAPortInsertedForEachElement) {
+    SwitchDocument const configuration(document, first, wording);
+    XmlNodes const elements = configuration.ports();
+    Lines inserted;
+    configuration.createPorts(elements, [&](unsigned int id, std::string const& connectedTo,
+                                            std::string const& portStatus, xmlNodePtr node) {
+        inserted.push_back(std::to_string(id) + ' ' + connectedTo + ' ' + portStatus);
+        EXPECT_EQ(node, *elements.begin());
+    });
+    EXPECT_EQ(inserted, Lines{"4 cpu learning"});
+    EXPECT_EQ(log.take(),
+              (Lines{"2|Chip(1): 1 ports to configure\n", "2|Chip(1): configure port 4 connected to cpu\n",
+                     "2|Chip(1): configure port 4 in state learning\n"}));
 }
 
 TEST_F(SwitchDocumentTest, APortElementWithoutANumberHasNoId) {
-    for (auto* const node : SwitchDocument(document, 2).ports()) {
-        SwitchDocument::PortElement const port(node);
-        EXPECT_FALSE(port.hasId);
-        EXPECT_EQ(port.id, -1);
-        EXPECT_EQ(port.node, node);
-        EXPECT_FALSE(port.connectedTo.isPresent());
-        EXPECT_FALSE(port.portStatus.isPresent());
-    }
+    SwitchDocument const configuration(document, second, wording);
+    std::vector<unsigned int> ids;
+    configuration.createPorts(configuration.ports(), [&](unsigned int id, std::string const& connectedTo,
+                                                         std::string const& portStatus, xmlNodePtr) {
+        ids.push_back(id);
+        EXPECT_EQ(connectedTo + portStatus, "");
+    });
+    EXPECT_EQ(ids, (std::vector<unsigned int>{0xFFFFFFFF, 0xFFFFFFFF}));
+    EXPECT_EQ(log.take("error"), (Lines{"error|Chip(2): Port id is not a valid integer value (null)\n",
+                                        "error|Chip(2): Port id is not a valid integer value x\n"}));
+}
+
+TEST_F(SwitchDocumentTest, AnInvalidIdMayGoUnshown) {
+    SwitchDocument const configuration(document, second, {"Chip:", false, "to be"});
+    configuration.createPorts(configuration.ports(), [](auto&&...) {});
+    EXPECT_EQ(log.take("error"), Lines(2, "error|Chip:(2): Port id is not a valid integer value"));
 }
 
 TEST_F(SwitchDocumentTest, BuildsTrunkGroupsFirstAndFillsThemThen) {
-    auto& member = chip.addPort(4);
-    std::vector<std::string> reports;
-    SwitchDocument(document, 1)
-        .createTrunkGroups(
-            chip, [&] { reports.push_back("trunk"); },
-            [&](int trunk) { reports.push_back("port in " + std::to_string(trunk)); });
-    EXPECT_EQ(reports, (std::vector<std::string>{"trunk", "port in 6"}));
-    EXPECT_EQ(document.queries(), (std::vector<std::string>{"//switch[@id=1]/trunk", "//trunk[@id=6]/port",
-                                                            "//trunk[@id=-1]/port"}));
-    ASSERT_EQ(chip.getTrunkGroups().size(), 2U);
-    EXPECT_EQ(chip.getTrunkGroup(0)->getTrunkedPorts(),
+    auto& member = first.addPort(4);
+    SwitchDocument(document, first, wording).createTrunkGroups();
+    EXPECT_EQ(log.take("error"), (Lines{"error|Chip(1): Turnk Id is not a valid integer value\n",
+                                        "error|Chip(1): port id in Trunk Id 6 is not a valid integer value\n",
+                                        "error|ManagedSwitch::getPort id -1 out of bounds"}));
+    EXPECT_EQ(document.queries(),
+              (Lines{"//switch[@id=1]/trunk", "//trunk[@id=6]/port", "//trunk[@id=-1]/port"}));
+    ASSERT_EQ(first.getTrunkGroups().size(), 2U);
+    EXPECT_EQ(first.getTrunkGroup(0)->getTrunkedPorts(),
               (std::map<unsigned int const, ManagedSwitchPort*>{{4, &member}, {0xFFFFFFFF, nullptr}}));
-    EXPECT_EQ(chip.getTrunkGroup(1)->getId(), -1);
+    EXPECT_EQ(first.getTrunkGroup(1)->getId(), -1);
 }
 
 } // namespace
