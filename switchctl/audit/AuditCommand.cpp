@@ -13,62 +13,51 @@
 
 namespace switchctl::audit {
 
-namespace {
+AuditCommand::AuditCommand(std::string memoryDevice)
+    : Command("audit", "Compare the chips with what a document determines"),
+      _memoryDevice(std::move(memoryDevice)) {}
 
-/// What --simulate without a document is as a value.
-constexpr char const* sameDocument = "true";
+void AuditCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
+    auto const simulate =
+        _simulation.addTo(arguments,
+                          "Read chip models instead of hardware: those of BOARD.xml or of another document, "
+                          "after they were brought up",
+                          "[=OTHER.xml]");
+    arguments
+        .option("--deviate", _deviations,
+                "Write a register of the simulated board before it is read; also LOCATION:FIELD=VALUE. "
+                "May be repeated")
+        .type("SWITCH/LOCATION=VALUE")
+        .oneEach()
+        .needs(simulate);
+    addJson(arguments);
+}
 
-std::string footer() {
+std::string AuditCommand::getHelp() const {
     return AuditSelection::explain() +
            "\n"
            "Examples:\n"
            "  switchctl audit board.xml\n"
            "  switchctl audit board.xml --simulate --deviate 0/port8/PortControl:PortState=0\n"
            "  switchctl audit board.xml --simulate=other.xml --json\n"
-           "\n" +
-           chips::auditExitStatusHelp();
+           "\n";
 }
 
-} // namespace
-
-AuditCommand::AuditCommand(CLI::App& program, std::string memoryDevice)
-    : _command(program.add_subcommand("audit", "Compare the chips with what a document determines")),
-      _memoryDevice(std::move(memoryDevice)) {
-    _command->add_option("BOARD.xml", _path, "Configuration document of the board")->required();
-    CLI::Option* const simulate =
-        _command
-            ->add_flag("--simulate", _simulate,
-                       "Read chip models instead of hardware: those of BOARD.xml or of another document, "
-                       "after they were brought up")
-            ->type_name("[=OTHER.xml]");
-    _command
-        ->add_option("--deviate", _deviations,
-                     "Write a register of the simulated board before it is read; also LOCATION:FIELD=VALUE. "
-                     "May be repeated")
-        ->type_name("SWITCH/LOCATION=VALUE")
-        ->allow_extra_args(false)
-        ->needs(simulate);
-    _command->add_flag("--json", _json, "Print JSON");
-    _command->footer(footer());
+std::vector<Command::StatusLine> AuditCommand::getStatuses() const {
+    return {{ExitStatus::success, "all chips are as the document determines"},
+            {ExitStatus::chipsDeviate, "at least one register or table entry deviates"},
+            {ExitStatus::usage, "the command line, a location or a value is wrong"},
+            {ExitStatus::badDocument, "a document cannot be read or is not well-formed"},
+            ExitStatus::noHardware,
+            ExitStatus::startUpFailed,
+            {ExitStatus::registerFailed, "a chip could not be read completely"}};
 }
 
-bool AuditCommand::isChosen() const {
-    return _command->parsed();
-}
-
-chips::ExitStatus AuditCommand::run(std::ostream& out, std::ostream& errors) const {
-    try {
-        return audit(out, errors);
-    } catch (chips::ToolError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return error.getStatus();
-    }
-}
-
-chips::ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) const {
+ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const {
     std::unique_ptr<AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
-    if (_json) {
+    if (isJson()) {
         report.printJson(out);
     } else {
         report.print(out);
@@ -77,9 +66,9 @@ chips::ExitStatus AuditCommand::audit(std::ostream& out, std::ostream& errors) c
         errors << "switchctl: " << line << '\n';
     }
     if (!run->getUnread().empty()) {
-        return chips::ExitStatus::registerFailed;
+        return ExitStatus::registerFailed;
     }
-    return run->getDeviations().empty() ? chips::ExitStatus::success : chips::ExitStatus::chipsDeviate;
+    return run->getDeviations().empty() ? ExitStatus::success : ExitStatus::chipsDeviate;
 }
 
 /// What the library prints meanwhile goes to `errors`.
@@ -91,7 +80,7 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
         board::ModelBringUp expected(_path);
         run = std::make_unique<AuditRun>(expected);
     }
-    if (_simulate.empty()) {
+    if (!_simulation.isChosen()) {
         board::BoardAccess board(_memoryDevice);
         run->compare(board);
     } else {
@@ -101,7 +90,7 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
 }
 
 void AuditCommand::compareSimulated(AuditRun& run) const {
-    board::ModelBringUp chips(getSimulatedPath());
+    board::ModelBringUp chips(_simulation.getPath(_path));
     board::BoardAccess board(chips.getBoard());
     for (std::string const& deviation : _deviations) {
         SeededWrite::make(deviation, chips, board);
@@ -109,12 +98,8 @@ void AuditCommand::compareSimulated(AuditRun& run) const {
     run.compare(board);
 }
 
-std::string AuditCommand::getSimulatedPath() const {
-    return _simulate == sameDocument ? _path : _simulate;
-}
-
 std::string AuditCommand::getAudited() const {
-    return _simulate.empty() ? "the board's chips" : "the models of " + getSimulatedPath();
+    return !_simulation.isChosen() ? "the board's chips" : "the models of " + _simulation.getPath(_path);
 }
 
 } // namespace switchctl::audit

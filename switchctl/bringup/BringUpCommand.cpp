@@ -24,13 +24,6 @@ namespace {
 constexpr char const* prefix = "switchctl: ";
 constexpr unsigned int highestLogLevel = 4;
 
-constexpr char const* examples =
-    "Examples:\n"
-    "  switchctl bring-up board.xml --simulate\n"
-    "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
-    "  switchctl bring-up board.xml --log-level 2\n"
-    "\n";
-
 std::string refuseOtherThanPortAddress(std::string const& text) {
     return chips::PortAddress::fromText(text) ? "" : "\"" + text + "\" is not of the form SWITCH.PORT";
 }
@@ -48,55 +41,59 @@ std::unique_ptr<StreamLog> makeLog(std::ostream& out, std::optional<unsigned int
 
 } // namespace
 
-BringUpCommand::BringUpCommand(CLI::App& program, std::string memoryDevice)
-    : _command(program.add_subcommand("bring-up", "Bring up the switches of a board")),
-      _memoryDevice(std::move(memoryDevice)) {
-    _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board")->required();
-    _command->add_flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
-    _command->add_flag("--no-hardware-access", _noHardwareAccess,
-                       "Create the switches without accessing any chip");
-    _command->add_option("--trace", _tracePath, "Write every register access of the chips to FILE")
-        ->type_name("FILE");
-    _command
-        ->add_option("--log-level", _logLevel,
-                     "Show the library's messages, those with a level up to N (0 to 4)")
-        ->type_name("N")
-        ->check(CLI::Range(0U, highestLogLevel));
-    _command->add_option("--statistics", _statistics, "Print the counters of a port; may be repeated")
-        ->type_name("SWITCH.PORT")
-        ->allow_extra_args(false)
-        ->check(refuseOtherThanPortAddress);
-    _command->footer(examples + chips::exitStatusHelp());
+BringUpCommand::BringUpCommand(std::string memoryDevice)
+    : Command("bring-up", "Bring up the switches of a board"), _memoryDevice(std::move(memoryDevice)) {}
+
+void BringUpCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
+    arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    arguments.flag("--no-hardware-access", _noHardwareAccess,
+                   "Create the switches without accessing any chip");
+    arguments.option("--trace", _tracePath, "Write every register access of the chips to FILE").type("FILE");
+    arguments
+        .option("--log-level", _logLevel, "Show the library's messages, those with a level up to N (0 to 4)")
+        .type("N")
+        .range(0U, highestLogLevel);
+    arguments.option("--statistics", _statistics, "Print the counters of a port; may be repeated")
+        .type("SWITCH.PORT")
+        .oneEach()
+        .check(refuseOtherThanPortAddress);
 }
 
-bool BringUpCommand::isChosen() const {
-    return _command->parsed();
+std::string BringUpCommand::getHelp() const {
+    return "Examples:\n"
+           "  switchctl bring-up board.xml --simulate\n"
+           "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
+           "  switchctl bring-up board.xml --log-level 2\n"
+           "\n";
 }
 
-chips::ExitStatus BringUpCommand::run(std::ostream& out, std::ostream& errors) const {
-    std::unique_ptr<XmlDocument> document;
-    try {
-        document = XmlDocument::fromFile(_documentPath);
-    } catch (reference_host::XmlError const& error) {
-        errors << prefix << error.what() << '\n';
-        return chips::ExitStatus::badDocument;
-    }
-    if (!hardwareIsReachable(errors)) {
-        return chips::ExitStatus::noHardware;
-    }
+std::vector<Command::StatusLine> BringUpCommand::getStatuses() const {
+    return {{ExitStatus::success, "every switch of the document came up"},
+            {ExitStatus::switchMissing, "a switch of the document is missing, or the document has no switch"},
+            ExitStatus::usage,
+            ExitStatus::badDocument,
+            ExitStatus::noHardware,
+            {ExitStatus::startUpFailed, "start-up ended before the switches were ready"},
+            {ExitStatus::noStatistics, "the statistics of a port could not be read"},
+            ExitStatus::noTrace};
+}
+
+ExitStatus BringUpCommand::perform(std::ostream& out, std::ostream& errors) const {
+    auto const document = XmlDocument::fromFile(_documentPath);
+    requireHardware();
     std::ofstream trace;
     if (!_tracePath.empty()) {
         trace.open(_tracePath);
         if (!trace) {
-            errors << prefix << _tracePath << ": " << std::generic_category().message(errno) << '\n';
-            return chips::ExitStatus::noTrace;
+            throw ToolError(ExitStatus::noTrace, _tracePath + ": " + std::generic_category().message(errno));
         }
     }
     return bringUp(*document, trace, out, errors);
 }
 
-chips::ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
-                                          std::ostream& errors) const {
+ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
+                                   std::ostream& errors) const {
     std::unique_ptr<StreamLog> const log = makeLog(errors, _logLevel, !_simulate);
     board::BoardSession::Options options;
     options.simulate = _simulate;
@@ -109,27 +106,27 @@ chips::ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, s
         options.wrapMemory = [&](auto memory) { return accesses->wrap(std::move(memory)); };
     }
     board::BoardSession session(document, options);
-    chips::ExitStatus const status = report(document, session, out, errors);
+    ExitStatus const status = report(document, session, out, errors);
     if (accesses) {
         accesses->finish();
         trace.close();
         if (!trace) {
             errors << prefix << _tracePath << ": the trace could not be written\n";
-            return status == chips::ExitStatus::success ? chips::ExitStatus::noTrace : status;
+            return status == ExitStatus::success ? ExitStatus::noTrace : status;
         }
     }
     return status;
 }
 
-chips::ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, std::ostream& out,
-                                         std::ostream& errors) const {
+ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, std::ostream& out,
+                                  std::ostream& errors) const {
     board::BoardDocument const boardDocument(document);
     BoardSummary const summary(boardDocument, session);
     board::StartUpMonitor::Outcome const outcome = bringUp(session, errors);
     if (!outcome.populated) {
         summary.printComplaints(out);
         errors << prefix << "start-up failed: " << outcome.reason << '\n';
-        return chips::ExitStatus::startUpFailed;
+        return ExitStatus::startUpFailed;
     }
     summary.print(out);
     bool const statisticsRead = printStatistics(session, out, errors);
@@ -139,9 +136,9 @@ chips::ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& ses
                << (boardDocument.getSwitches().empty() ? "no switch in the document"
                                                        : "not every switch came up")
                << '\n';
-        return chips::ExitStatus::switchMissing;
+        return ExitStatus::switchMissing;
     }
-    return statisticsRead ? chips::ExitStatus::success : chips::ExitStatus::noStatistics;
+    return statisticsRead ? ExitStatus::success : ExitStatus::noStatistics;
 }
 
 board::StartUpMonitor::Outcome BringUpCommand::bringUp(board::BoardSession& session,
@@ -169,13 +166,12 @@ bool BringUpCommand::printStatistics(board::BoardSession& session, std::ostream&
     return allRead;
 }
 
-bool BringUpCommand::hardwareIsReachable(std::ostream& errors) const {
+void BringUpCommand::requireHardware() const {
     std::string reason;
-    if (_simulate || _noHardwareAccess || DeviceMemory::isAccessible(_memoryDevice, reason)) {
-        return true;
+    if (!_simulate && !_noHardwareAccess && !DeviceMemory::isAccessible(_memoryDevice, reason)) {
+        throw ToolError(ExitStatus::noHardware,
+                        reason + " (the switches are reached through this device; see --simulate)");
     }
-    errors << prefix << reason << " (the switches are reached through this device; see --simulate)\n";
-    return false;
 }
 
 } // namespace switchctl::bringup

@@ -16,58 +16,59 @@ using reference_host::XmlDocument;
 
 namespace {
 
-chips::ExitStatus statusOf(DocumentCheck const& check) {
+ExitStatus statusOf(DocumentCheck const& check) {
     switch (check.getWorst().value_or(Severity::note)) {
     case Severity::error:
-        return chips::ExitStatus::badDocument;
+        return ExitStatus::badDocument;
     case Severity::warning:
-        return chips::ExitStatus::documentWarnings;
+        return ExitStatus::documentWarnings;
     default:
-        return chips::ExitStatus::success;
+        return ExitStatus::success;
     }
 }
 
-std::string footer() {
+} // namespace
+
+CheckCommand::CheckCommand() : Command("check", "Say what the library will make of a board's document") {}
+
+void CheckCommand::declare(Arguments& arguments) {
+    auto const path = arguments.option("BOARD.xml", _documentPath, "Configuration document of the board");
+    auto const list = arguments.flag("--list", _list, "List all checks instead").excludes(path);
+    auto schema = arguments.flag("--schema", _schema, "Print the RELAX NG schema instead")
+                      .excludes(path)
+                      .excludes(list);
+    schema.excludes(addJson(arguments));
+    arguments.finally([this] {
+        if (_documentPath.empty() && !_list && !_schema) {
+            throw Arguments::Wrong("BOARD.xml is required");
+        }
+    });
+}
+
+std::string CheckCommand::getHelp() const {
     return "Examples:\n"
            "  switchctl check board.xml\n"
            "  switchctl check board.xml --json | jq '.findings[] | select(.severity == \"error\")'\n"
            "  switchctl check --list\n"
            "  switchctl check --schema > board.rng\n"
-           "\n" +
-           chips::checkExitStatusHelp();
+           "\n";
 }
 
-} // namespace
-
-CheckCommand::CheckCommand(CLI::App& program)
-    : _command(program.add_subcommand("check", "Say what the library will make of a board's document")) {
-    CLI::Option* const path =
-        _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board");
-    CLI::Option* const list = _command->add_flag("--list", _list, "List all checks instead")->excludes(path);
-    CLI::Option* const schema = _command->add_flag("--schema", _schema, "Print the RELAX NG schema instead")
-                                    ->excludes(path)
-                                    ->excludes(list);
-    CLI::Option* const json = _command->add_flag("--json", _json, "Print JSON");
-    schema->excludes(json);
-    _command->footer(footer());
-    _command->final_callback([this] {
-        if (_documentPath.empty() && !_list && !_schema) {
-            throw CLI::RequiredError("BOARD.xml");
-        }
-    });
+std::vector<Command::StatusLine> CheckCommand::getStatuses() const {
+    return {
+        {ExitStatus::success, "nothing was found, or notes only"},
+        ExitStatus::usage,
+        {ExitStatus::badDocument, "errors were found, or the document cannot be read or is not well-formed"},
+        {ExitStatus::documentWarnings, "warnings were found, and no errors"}};
 }
 
-bool CheckCommand::isChosen() const {
-    return _command->parsed();
-}
-
-chips::ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) const {
+ExitStatus CheckCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (_list) {
         return list(out);
     }
     if (_schema) {
         out << BoardSchema::text();
-        return chips::ExitStatus::success;
+        return ExitStatus::success;
     }
     std::unique_ptr<XmlDocument> document;
     try {
@@ -78,7 +79,7 @@ chips::ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) con
     std::optional<Progress> progress(std::in_place, errors, "checking " + _documentPath);
     DocumentCheck const check(*document);
     progress.reset();
-    if (_json) {
+    if (isJson()) {
         printFindingsAsJson(out, _documentPath, check);
     } else {
         printFindings(out, _documentPath, check);
@@ -86,23 +87,22 @@ chips::ExitStatus CheckCommand::run(std::ostream& out, std::ostream& errors) con
     return statusOf(check);
 }
 
-chips::ExitStatus CheckCommand::list(std::ostream& out) const {
-    if (_json) {
+ExitStatus CheckCommand::list(std::ostream& out) const {
+    if (isJson()) {
         printChecksAsJson(out);
     } else {
         printChecks(out);
     }
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
-chips::ExitStatus CheckCommand::refuse(std::string const& reason, std::ostream& out,
-                                       std::ostream& errors) const {
-    if (_json) {
+ExitStatus CheckCommand::refuse(std::string const& reason, std::ostream& out, std::ostream& errors) const {
+    if (isJson()) {
         nlohmann::ordered_json const json{{"file", _documentPath}, {"reason", reason}};
         out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
     }
     errors << "switchctl: " << reason << '\n';
-    return chips::ExitStatus::badDocument;
+    return ExitStatus::badDocument;
 }
 
 } // namespace switchctl::check

@@ -25,8 +25,7 @@ class Link {
 public:
     Link(std::string const& device, std::string const& path) : _path(path) {
         if (!_path.empty() && symlink(device.c_str(), _path.c_str()) != 0) {
-            throw chips::ToolError(chips::ExitStatus::noHardware,
-                                   _path + ": " + std::generic_category().message(errno));
+            throw ToolError(ExitStatus::noHardware, _path + ": " + std::generic_category().message(errno));
         }
     }
     ~Link() {
@@ -43,41 +42,39 @@ private:
 
 } // namespace
 
-SimulateControllerCommand::SimulateControllerCommand(CLI::App& program)
-    : _command(program.add_subcommand("simulate-controller",
-                                      "Serve a simulated VSC7390 on a serial line until interrupted")) {
-    CLI::Option* const document = _command->add_option("BOARD.xml", _documentPath, "Board to bring up first");
-    _command->add_flag("--fresh", _fresh, "Just a VSC7390 after reset")->excludes(document);
-    _command->add_option("--link", _link, "Make PATH a link to the line's device")->type_name("PATH");
-    _command->final_callback([this] {
+SimulateControllerCommand::SimulateControllerCommand()
+    : Command("simulate-controller", "Serve a simulated VSC7390 on a serial line until interrupted") {}
+
+void SimulateControllerCommand::declare(Arguments& arguments) {
+    auto const document = arguments.option("BOARD.xml", _documentPath, "Board to bring up first");
+    arguments.flag("--fresh", _fresh, "Just a VSC7390 after reset").excludes(document);
+    arguments.option("--link", _link, "Make PATH a link to the line's device").type("PATH");
+    arguments.finally([this] {
         if (!_fresh && _documentPath.empty()) {
-            throw CLI::ValidationError("simulate-controller", "needs BOARD.xml or --fresh");
+            throw Arguments::Wrong("simulate-controller: needs BOARD.xml or --fresh");
         }
     });
-    _command->footer("Example:\n"
-                     "  switchctl simulate-controller --fresh --link /tmp/line &\n"
-                     "  switchctl register read serial --device /tmp/line system/CHIPID\n");
 }
 
-bool SimulateControllerCommand::isChosen() const {
-    return _command->parsed();
+std::string SimulateControllerCommand::getHelp() const {
+    return "Example:\n"
+           "  switchctl simulate-controller --fresh --link /tmp/line &\n"
+           "  switchctl register read serial --device /tmp/line system/CHIPID\n";
 }
 
-chips::ExitStatus SimulateControllerCommand::run(std::ostream& out, std::ostream& errors) const {
+std::vector<Command::StatusLine> SimulateControllerCommand::getStatuses() const {
+    return {};
+}
+
+// Serves the line until the process is told to end (SIGINT, SIGTERM).
+ExitStatus SimulateControllerCommand::perform(std::ostream& out, std::ostream& /*errors*/) const {
     EndSignals const signals;
     try {
         _fresh ? serveFresh(signals, out) : serveDocument(signals, out);
-    } catch (chips::ToolError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return error.getStatus();
-    } catch (reference_host::XmlError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return chips::ExitStatus::badDocument;
     } catch (std::out_of_range const& error) {
-        errors << "switchctl: " << _documentPath << ": " << error.what() << '\n';
-        return chips::ExitStatus::noHardware;
+        throw ToolError(ExitStatus::noHardware, _documentPath + ": " + error.what());
     }
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
 void SimulateControllerCommand::serveFresh(EndSignals const& signals, std::ostream& out) const {
@@ -93,8 +90,7 @@ void SimulateControllerCommand::serveDocument(EndSignals const& signals, std::os
     board::BoardSession session(*document, options);
     board::StartUpMonitor::Outcome const outcome = session.bringUp();
     if (!outcome.populated) {
-        throw chips::ToolError(chips::ExitStatus::startUpFailed,
-                               _documentPath + ": start-up failed: " + outcome.reason);
+        throw ToolError(ExitStatus::startUpFailed, _documentPath + ": start-up failed: " + outcome.reason);
     }
     serve(*session.getBoard(), signals, out);
 }

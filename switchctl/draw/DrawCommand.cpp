@@ -16,53 +16,50 @@ namespace switchctl::draw {
 
 using reference_host::XmlDocument;
 
-DrawCommand::DrawCommand(CLI::App& program)
-    : _command(program.add_subcommand("draw", "Draw a board: switches, ports, trunks, VLANs")) {
-    _command->add_option("BOARD.xml", _documentPath, "Configuration document of the board")->required();
-    _command->add_option("-o,--output", _outputPath, "File to write; may be left out for --format dot");
-    _command->add_option("--format", _format, "svg, or dot for Graphviz's own language")
-        ->check(CLI::IsMember({"svg", "dot"}))
-        ->capture_default_str();
-    _command->add_option("--graphviz", _graphviz, "Graphviz's program, which draws svg")
-        ->capture_default_str();
-    _command->footer("Examples:\n"
-                     "  switchctl draw board.xml -o board.svg\n"
-                     "  switchctl draw board.xml --format dot | dot -Tpng > board.png\n"
-                     "\n" +
-                     chips::drawExitStatusHelp());
-    _command->final_callback([this] {
+DrawCommand::DrawCommand() : Command("draw", "Draw a board: switches, ports, trunks, VLANs") {}
+
+void DrawCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
+    arguments.option("-o,--output", _outputPath, "File to write; may be left out for --format dot");
+    arguments.option("--format", _format, "svg, or dot for Graphviz's own language")
+        .oneOf({"svg", "dot"})
+        .showDefault();
+    arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg").showDefault();
+    arguments.finally([this] {
         if (_outputPath.empty() && _format != "dot") {
-            throw CLI::RequiredError("--output");
+            throw Arguments::Wrong("--output is required");
         }
     });
 }
 
-bool DrawCommand::isChosen() const {
-    return _command->parsed();
+std::string DrawCommand::getHelp() const {
+    return "Examples:\n"
+           "  switchctl draw board.xml -o board.svg\n"
+           "  switchctl draw board.xml --format dot | dot -Tpng > board.png\n"
+           "\n";
 }
 
-chips::ExitStatus DrawCommand::run(std::ostream& out, std::ostream& errors) const {
-    std::unique_ptr<XmlDocument> document;
-    try {
-        document = XmlDocument::fromFile(_documentPath);
-    } catch (reference_host::XmlError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return chips::ExitStatus::badDocument;
-    }
+std::vector<Command::StatusLine> DrawCommand::getStatuses() const {
+    return {{ExitStatus::success, "the picture was written"},
+            ExitStatus::usage,
+            {ExitStatus::badDocument, "the document cannot be read, is not well-formed or has no switch"},
+            {ExitStatus::noPicture, "the picture could not be drawn or written"}};
+}
+
+ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
+    auto const document = XmlDocument::fromFile(_documentPath);
     board::BoardReading const board(*document);
     if (board.getSwitches().empty()) {
-        errors << "switchctl: " << _documentPath << ": the document has no switch to draw\n";
-        return chips::ExitStatus::badDocument;
+        throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
     return write(BoardDrawing(board, _documentPath.substr(_documentPath.rfind('/') + 1)).getDot(), out,
                  errors);
 }
 
-chips::ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out,
-                                     std::ostream& errors) const {
+ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::ostream& errors) const {
     if (_format == "dot" && _outputPath.empty()) {
         out << graph;
-        return chips::ExitStatus::success;
+        return ExitStatus::success;
     }
     try {
         Progress const progress(errors, "drawing " + _outputPath);
@@ -75,10 +72,9 @@ chips::ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out
             Graphviz(_graphviz).render(graph, _format, _outputPath);
         }
     } catch (Graphviz::Error const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return chips::ExitStatus::noPicture;
+        throw ToolError(ExitStatus::noPicture, error.what());
     }
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
 } // namespace switchctl::draw

@@ -1,29 +1,26 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <iosfwd>
 #include <string>
 
-#include "chips/ExitStatus.hpp"
+#include "switchctl/Command.hpp"
 
 namespace switchctl::draw {
 
 /// `switchctl draw`: a board as a picture.
-class DrawCommand {
+class DrawCommand : public Command {
 public:
-    /// Adds the command to the program's.
-    explicit DrawCommand(CLI::App& program);
+    DrawCommand();
 
-    /// Whether the command line asks for it.
-    bool isChosen() const;
-
-    /// \param out gets the graph when no file is to; `errors` why there is no picture.
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    std::vector<StatusLine> getStatuses() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    chips::ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
+    ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
 
-    CLI::App* _command;
     std::string _documentPath;
     std::string _outputPath;
     std::string _format = "svg";

@@ -20,7 +20,17 @@ BringUpPlan planOf(std::string const& path, std::ostream& errors) {
     return BringUpPlan(bringUp);
 }
 
-std::string footer() {
+} // namespace
+
+PlanCommand::PlanCommand() : Command("plan", "Show the register writes that a bring-up would make") {}
+
+void PlanCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
+    arguments.option("OTHER.xml", _otherPath, "Another one: show what differs instead");
+    addJson(arguments);
+}
+
+std::string PlanCommand::getHelp() const {
     return "The writes come from a bring-up on chip models, which starts with fresh chips. Times are those\n"
            "of the buses and of the library's waits; the processor's own time comes on top.\n"
            "\n"
@@ -28,56 +38,44 @@ std::string footer() {
            "  switchctl plan board.xml\n"
            "  switchctl plan before.xml after.xml\n"
            "  switchctl plan board.xml --json | jq .predicted\n"
-           "\n" +
-           chips::planExitStatusHelp();
+           "\n";
 }
 
-} // namespace
-
-PlanCommand::PlanCommand(CLI::App& program)
-    : _command(program.add_subcommand("plan", "Show the register writes that a bring-up would make")) {
-    _command->add_option("BOARD.xml", _path, "Configuration document of the board")->required();
-    _command->add_option("OTHER.xml", _otherPath, "Another one: show what differs instead");
-    _command->add_flag("--json", _json, "Print JSON");
-    _command->footer(footer());
+std::vector<Command::StatusLine> PlanCommand::getStatuses() const {
+    return {{ExitStatus::success, "done; of two documents: their plans are equal"},
+            {ExitStatus::plansDiffer, "the plans of two documents differ"},
+            ExitStatus::usage,
+            {ExitStatus::badDocument, "a document cannot be read or is not well-formed"},
+            ExitStatus::startUpFailed};
 }
 
-bool PlanCommand::isChosen() const {
-    return _command->parsed();
+ExitStatus PlanCommand::perform(std::ostream& out, std::ostream& errors) const {
+    return _otherPath.empty() ? show(out, errors) : compare(out, errors);
 }
 
-chips::ExitStatus PlanCommand::run(std::ostream& out, std::ostream& errors) const {
-    try {
-        return _otherPath.empty() ? show(out, errors) : compare(out, errors);
-    } catch (chips::ToolError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return error.getStatus();
-    }
-}
-
-chips::ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
+ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const plan = planOf(_path, errors);
     PlanReport const report(plan);
-    if (_json) {
+    if (isJson()) {
         report.printJson(out);
     } else {
         report.print(out);
     }
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
-chips::ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
+ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const first = planOf(_path, errors);
     BringUpPlan const second = planOf(_otherPath, errors);
     std::optional<Progress> progress(std::in_place, errors, "comparing");
     PlanDifferenceReport const report(first, second);
     progress.reset();
-    if (_json) {
+    if (isJson()) {
         report.printJson(out);
     } else {
         report.print(out);
     }
-    return report.isEmpty() ? chips::ExitStatus::success : chips::ExitStatus::plansDiffer;
+    return report.isEmpty() ? ExitStatus::success : ExitStatus::plansDiffer;
 }
 
 } // namespace switchctl::plan

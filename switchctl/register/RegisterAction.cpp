@@ -2,17 +2,20 @@
 
 namespace switchctl::registers {
 
-RegisterAction::RegisterAction(CLI::App& command, char const* name, char const* text)
-    : _app(command.add_subcommand(name, text)) {}
-
-RegisterAction::~RegisterAction() = default;
-
-bool RegisterAction::isChosen() const {
-    return _app->parsed();
+std::vector<Command::StatusLine> RegisterAction::statuses() {
+    return {{ExitStatus::success, "done; of diff: the dumps are equal"},
+            {ExitStatus::registersDiffer, "of diff: the dumps differ"},
+            {ExitStatus::usage, "the command line, a location or a value is wrong"},
+            {ExitStatus::badDocument, "a document or dump cannot be read or is not well-formed"},
+            {ExitStatus::noHardware, "the chip cannot be reached (/dev/mem, the serial line)"},
+            {ExitStatus::startUpFailed, "the simulated board did not come up"},
+            ExitStatus::noTrace,
+            {ExitStatus::registerFailed, "a register could not be read or written"},
+            {ExitStatus::notConfirmed, "nothing was written, as --yes was missing"}};
 }
 
-CLI::App& RegisterAction::getApp() {
-    return *_app;
+std::vector<Command::StatusLine> RegisterAction::getStatuses() const {
+    return statuses();
 }
 
 std::vector<chips::RegisterLocation> RegisterAction::find(chips::ChipCatalogue const& catalogue,

@@ -1,37 +1,28 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "chips/ExitStatus.hpp"
-#include "reference_host/DeviceMemory.hpp"
-#include "switchctl/register/RegisterAction.hpp"
+#include "switchctl/Command.hpp"
 
 namespace switchctl::registers {
 
 /// `switchctl register`: single registers of a chip, by hand.
-class RegisterCommand {
+class RegisterCommand : public Command {
 public:
-    /// Adds the command to the program's command line.
     /// \param memoryDevice where hardware is reached.
-    explicit RegisterCommand(
-        CLI::App& program, std::string const& memoryDevice = reference_host::DeviceMemory::defaultDevicePath);
-    RegisterCommand(RegisterCommand const&) = delete;
-    RegisterCommand& operator=(RegisterCommand const&) = delete;
+    explicit RegisterCommand(std::string const& memoryDevice);
 
-    /// Whether the parsed command line asks for it.
-    bool isChosen() const;
-
-    /// \param out gets the results.
-    /// \param errors gets the reason of a refusal, and what the library prints.
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    std::vector<StatusLine> getStatuses() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    CLI::App* _command;
-    std::vector<std::unique_ptr<RegisterAction>> _actions;
+    std::vector<std::unique_ptr<Command>> _actions;
 };
 
 } // namespace switchctl::registers

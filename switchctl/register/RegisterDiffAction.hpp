@@ -7,14 +7,16 @@ namespace switchctl::registers {
 /// `switchctl register diff`.
 class RegisterDiffAction : public RegisterAction {
 public:
-    explicit RegisterDiffAction(CLI::App& command);
+    RegisterDiffAction();
 
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const override;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     std::string _first;
     std::string _second;
-    bool _json = false;
 };
 
 } // namespace switchctl::registers

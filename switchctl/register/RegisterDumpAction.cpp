@@ -9,27 +9,25 @@
 
 namespace switchctl::registers {
 
-namespace {
+RegisterDumpAction::RegisterDumpAction(std::string memoryDevice)
+    : RegisterAction("dump", "Print all registers of a chip that can be read without harm"),
+      _memoryDevice(std::move(memoryDevice)) {}
 
-constexpr char const* examplesOfDump =
-    "\n"
-    "Examples:\n"
-    "  switchctl register dump smi --switch 0 --simulate > fresh.txt\n"
-    "  switchctl register dump smi --switch 0 --simulate=board.xml > up.txt\n"
-    "  switchctl register dump parallel --json\n"
-    "\n";
-
-} // namespace
-
-RegisterDumpAction::RegisterDumpAction(CLI::App& command, std::string memoryDevice)
-    : RegisterAction(command, "dump", "Print all registers of a chip that can be read without harm"),
-      _memoryDevice(std::move(memoryDevice)) {
-    getApp().footer(DumpSelection::explain() + examplesOfDump + chips::registerExitStatusHelp());
-    _transport.addTo(getApp(),
-                     [this](CLI::App& transport) { transport.add_flag("--json", _json, "Print JSON"); });
+void RegisterDumpAction::declare(Arguments& arguments) {
+    _transport.addTo(arguments, [this](Arguments& transport) { addJson(transport); });
 }
 
-chips::ExitStatus RegisterDumpAction::run(std::ostream& out, std::ostream& errors) const {
+std::string RegisterDumpAction::getHelp() const {
+    return DumpSelection::explain() +
+           "\n"
+           "Examples:\n"
+           "  switchctl register dump smi --switch 0 --simulate > fresh.txt\n"
+           "  switchctl register dump smi --switch 0 --simulate=board.xml > up.txt\n"
+           "  switchctl register dump parallel --json\n"
+           "\n";
+}
+
+ExitStatus RegisterDumpAction::perform(std::ostream& out, std::ostream& errors) const {
     RegisterDump dump;
     dump.catalogue = std::make_shared<chips::ChipCatalogue const>(_transport.getModel());
     bool isComplete = false;
@@ -37,12 +35,12 @@ chips::ExitStatus RegisterDumpAction::run(std::ostream& out, std::ostream& error
         RegisterSession session(_transport, _memoryDevice, errors);
         isComplete = readAll(session.getTransport(), dump, errors);
     }
-    if (_json) {
+    if (isJson()) {
         dump.printJson(out, _transport.getText());
     } else {
         dump.print(out, _transport.getText());
     }
-    return isComplete ? chips::ExitStatus::success : chips::ExitStatus::registerFailed;
+    return isComplete ? ExitStatus::success : ExitStatus::registerFailed;
 }
 
 bool RegisterDumpAction::readAll(chips::RegisterTransport& transport, RegisterDump& dump,
@@ -58,7 +56,7 @@ bool RegisterDumpAction::readAll(chips::RegisterTransport& transport, RegisterDu
         }
         try {
             dump.readings.push_back({location, transport.read(location)});
-        } catch (chips::ToolError const& error) {
+        } catch (ToolError const& error) {
             // A PHY may be missing; a chip that does not answer will not do so for the next register.
             if (location.address.space != chips::RegisterAddress::Space::phy) {
                 throw;

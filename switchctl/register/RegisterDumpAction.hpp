@@ -9,9 +9,12 @@ namespace switchctl::registers {
 /// `switchctl register dump`.
 class RegisterDumpAction : public RegisterAction {
 public:
-    RegisterDumpAction(CLI::App& command, std::string memoryDevice);
+    explicit RegisterDumpAction(std::string memoryDevice);
 
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const override;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     /// \return false when a PHY did not answer; its registers are then missing.
@@ -19,7 +22,6 @@ private:
 
     std::string _memoryDevice;
     TransportOptions _transport;
-    bool _json = false;
 };
 
 } // namespace switchctl::registers

@@ -6,29 +6,26 @@
 
 namespace switchctl::registers {
 
-namespace {
+RegisterRead::RegisterRead(std::string memoryDevice)
+    : RegisterAction("read", "Read registers, one after the other"), _memoryDevice(std::move(memoryDevice)) {}
 
-constexpr char const* examplesOfRead =
-    "Examples:\n"
-    "  switchctl register read parallel system/CHIPID\n"
-    "  switchctl register read serial --device /dev/ttyS1 port0/MAC_CFG\n"
-    "  switchctl register read smi --switch 0 port0/SwitchIdentifier --json\n"
-    "  switchctl register read phy --parallel 3/Identifier1 --simulate\n"
-    "\n";
-
-} // namespace
-
-RegisterRead::RegisterRead(CLI::App& command, std::string memoryDevice)
-    : RegisterAction(command, "read", "Read registers, one after the other"),
-      _memoryDevice(std::move(memoryDevice)) {
-    getApp().footer(examplesOfRead + chips::registerExitStatusHelp());
-    _transport.addTo(getApp(), [this](CLI::App& transport) {
-        transport.add_option("LOCATION", _locations, "Registers, UNIT/REGISTER")->required();
-        transport.add_flag("--json", _json, "Print JSON");
+void RegisterRead::declare(Arguments& arguments) {
+    _transport.addTo(arguments, [this](Arguments& transport) {
+        transport.option("LOCATION", _locations, "Registers, UNIT/REGISTER").required();
+        addJson(transport);
     });
 }
 
-chips::ExitStatus RegisterRead::run(std::ostream& out, std::ostream& errors) const {
+std::string RegisterRead::getHelp() const {
+    return "Examples:\n"
+           "  switchctl register read parallel system/CHIPID\n"
+           "  switchctl register read serial --device /dev/ttyS1 port0/MAC_CFG\n"
+           "  switchctl register read smi --switch 0 port0/SwitchIdentifier --json\n"
+           "  switchctl register read phy --parallel 3/Identifier1 --simulate\n"
+           "\n";
+}
+
+ExitStatus RegisterRead::perform(std::ostream& out, std::ostream& errors) const {
     chips::ChipCatalogue const catalogue(_transport.getModel());
     std::vector<RegisterReading> readings;
     {
@@ -38,12 +35,12 @@ chips::ExitStatus RegisterRead::run(std::ostream& out, std::ostream& errors) con
             readings.push_back({location, session.getTransport().read(location)});
         }
     }
-    if (_json) {
-        out << toJson(readings).dump(2) << '\n';
+    if (isJson()) {
+        Command::print(out, toJson(readings));
     } else {
         print(out, readings);
     }
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
 } // namespace switchctl::registers

@@ -7,15 +7,17 @@ namespace switchctl::registers {
 /// `switchctl register read`.
 class RegisterRead : public RegisterAction {
 public:
-    RegisterRead(CLI::App& command, std::string memoryDevice);
+    explicit RegisterRead(std::string memoryDevice);
 
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const override;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     std::string _memoryDevice;
     TransportOptions _transport;
     std::vector<std::string> _locations;
-    bool _json = false;
 };
 
 } // namespace switchctl::registers

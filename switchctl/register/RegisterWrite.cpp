@@ -7,36 +7,34 @@
 
 namespace switchctl::registers {
 
-namespace {
+RegisterWrite::RegisterWrite(std::string memoryDevice)
+    : RegisterAction("write", "Write registers, one after the other"),
+      _memoryDevice(std::move(memoryDevice)) {}
 
-constexpr char const* examplesOfWrite =
-    "Examples:\n"
-    "  switchctl register write smi --switch 0 port3/PortControl:PortState=3 --yes\n"
-    "  switchctl register write phy --serial --simulate --yes 3/Control:PowerDown=1\n"
-    "  switchctl register write parallel --simulate --yes analyser/VLANTIDX=10 \\\n"
-    "      analyser/VLANACCESS=0x10000022 analyser/VLANACCESS=1 --then-read analyser/VLANACCESS\n"
-    "\n";
-
-} // namespace
-
-RegisterWrite::RegisterWrite(CLI::App& command, std::string memoryDevice)
-    : RegisterAction(command, "write", "Write registers, one after the other"),
-      _memoryDevice(std::move(memoryDevice)) {
-    getApp().footer(examplesOfWrite + chips::registerExitStatusHelp());
-    _transport.addTo(getApp(), [this](CLI::App& transport) {
+void RegisterWrite::declare(Arguments& arguments) {
+    _transport.addTo(arguments, [this](Arguments& transport) {
         transport
-            .add_option("ASSIGNMENT", _assignments,
-                        "LOCATION=VALUE, or LOCATION:FIELD=VALUE[,FIELD=VALUE]... to read the register and "
-                        "change fields of it")
-            ->required();
-        transport.add_option("--then-read", _thenRead, "Registers to read afterwards; all that follow")
-            ->type_name("LOCATION...");
-        transport.add_flag("--yes", _yes, "Do write; without it, only tell what would be written");
-        transport.add_flag("--json", _json, "Print JSON");
+            .option("ASSIGNMENT", _assignments,
+                    "LOCATION=VALUE, or LOCATION:FIELD=VALUE[,FIELD=VALUE]... to read the register and "
+                    "change fields of it")
+            .required();
+        transport.option("--then-read", _thenRead, "Registers to read afterwards; all that follow")
+            .type("LOCATION...");
+        transport.flag("--yes", _yes, "Do write; without it, only tell what would be written");
+        addJson(transport);
     });
 }
 
-chips::ExitStatus RegisterWrite::run(std::ostream& out, std::ostream& errors) const {
+std::string RegisterWrite::getHelp() const {
+    return "Examples:\n"
+           "  switchctl register write smi --switch 0 port3/PortControl:PortState=3 --yes\n"
+           "  switchctl register write phy --serial --simulate --yes 3/Control:PowerDown=1\n"
+           "  switchctl register write parallel --simulate --yes analyser/VLANTIDX=10 \\\n"
+           "      analyser/VLANACCESS=0x10000022 analyser/VLANACCESS=1 --then-read analyser/VLANACCESS\n"
+           "\n";
+}
+
+ExitStatus RegisterWrite::perform(std::ostream& out, std::ostream& errors) const {
     chips::ChipCatalogue const catalogue(_transport.getModel());
     std::vector<chips::RegisterAssignment> assignments;
     for (std::string const& text : _assignments) {
@@ -56,7 +54,7 @@ chips::ExitStatus RegisterWrite::run(std::ostream& out, std::ostream& errors) co
         }
     }
     print(out, written, read);
-    return chips::ExitStatus::success;
+    return ExitStatus::success;
 }
 
 void RegisterWrite::requireConsent(std::vector<chips::RegisterAssignment> const& assignments) const {
@@ -67,7 +65,7 @@ void RegisterWrite::requireConsent(std::vector<chips::RegisterAssignment> const&
     for (chips::RegisterAssignment const& assignment : assignments) {
         text += "\n  " + assignment.getText();
     }
-    throw chips::ToolError(chips::ExitStatus::notConfirmed, text);
+    throw ToolError(ExitStatus::notConfirmed, text);
 }
 
 RegisterReading RegisterWrite::write(chips::RegisterTransport& transport,
@@ -81,9 +79,8 @@ RegisterReading RegisterWrite::write(chips::RegisterTransport& transport,
 
 void RegisterWrite::print(std::ostream& out, std::vector<RegisterReading> const& written,
                           std::vector<RegisterReading> const& read) const {
-    if (_json) {
-        nlohmann::ordered_json const result = {{"written", toJson(written)}, {"read", toJson(read)}};
-        out << result.dump(2) << '\n';
+    if (isJson()) {
+        Command::print(out, {{"written", toJson(written)}, {"read", toJson(read)}});
         return;
     }
     for (RegisterReading const& reading : written) {

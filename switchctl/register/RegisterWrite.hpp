@@ -9,9 +9,12 @@ namespace switchctl::registers {
 /// `switchctl register write`.
 class RegisterWrite : public RegisterAction {
 public:
-    RegisterWrite(CLI::App& command, std::string memoryDevice);
+    explicit RegisterWrite(std::string memoryDevice);
 
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const override;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     void requireConsent(std::vector<chips::RegisterAssignment> const& assignments) const;
@@ -25,7 +28,6 @@ private:
     std::vector<std::string> _assignments;
     std::vector<std::string> _thenRead;
     bool _yes = false;
-    bool _json = false;
 };
 
 } // namespace switchctl::registers

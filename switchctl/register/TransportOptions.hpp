@@ -1,10 +1,11 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "chips/TraceAccess.hpp"
+#include "switchctl/Simulation.hpp"
 
 namespace switchctl::registers {
 
@@ -20,7 +21,7 @@ public:
 
     /// Adds the transports to an action such as "read"; one of them has to be chosen.
     /// \param addArguments called for each of them, for what the action itself needs to know.
-    void addTo(CLI::App& action, std::function<void(CLI::App&)> const& addArguments);
+    void addTo(Arguments& action, std::function<void(Arguments&)> const& addArguments);
 
     Way getWay() const;
 
@@ -51,21 +52,16 @@ public:
     bool showsTraffic() const;
 
 private:
-    CLI::App& addTransport(CLI::App& action, char const* name, char const* text);
-    void addSwitchOption(CLI::App& transport, bool required);
-    void addSerialOptions(CLI::App& transport);
+    Arguments addTransport(Arguments& action, char const* name, char const* text);
+    void addSwitchOption(Arguments& transport, bool required);
+    void addSerialOptions(Arguments& transport);
 
-    /// By option, of whichever transport was chosen.
-    static bool isGiven(CLI::App const* transport, char const* option);
-    bool isChosen(CLI::App const* transport) const;
-
-    CLI::App* _parallel = nullptr;
-    CLI::App* _serial = nullptr;
-    CLI::App* _smi = nullptr;
-    CLI::App* _phy = nullptr;
+    std::optional<Arguments> _serial;
+    std::optional<Arguments> _smi;
+    std::optional<Arguments> _phy;
     unsigned _switchId = 0;
     std::string _device = "/dev/ttyS1";
-    std::string _simulate;
+    Simulation _simulation;
     std::string _trace;
     bool _viaParallel = false;
     bool _viaSerial = false;

@@ -14,18 +14,6 @@ namespace {
 
 constexpr unsigned digitsOfSmiWord = 4;
 
-std::string footer() {
-    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; docs/trace-format.md "
-           "tells\n"
-           "what is in it. Its accesses are made to fresh models of its chips, at its times.\n"
-           "\n"
-           "Examples:\n"
-           "  switchctl bring-up board.xml --trace board.txt\n"
-           "  switchctl replay board.txt\n"
-           "\n" +
-           chips::replayExitStatusHelp();
-}
-
 std::string outcomeOf(chips::TraceAccess const& access, unsigned digits) {
     std::string value = access.value ? chips::NumberText::hexadecimal(*access.value, digits) : "";
     if (access.succeeded) {
@@ -48,33 +36,42 @@ void printFields(std::ostream& out, chips::RegisterLocation const& location, std
 
 } // namespace
 
-ReplayCommand::ReplayCommand(CLI::App& program)
-    : _command(program.add_subcommand("replay", "Run a trace against chip models")) {
-    _command->add_option("FILE", _path, "The trace")->required();
-    _command->footer(footer());
+ReplayCommand::ReplayCommand() : Command("replay", "Run a trace against chip models") {}
+
+void ReplayCommand::declare(Arguments& arguments) {
+    arguments.option("FILE", _path, "The trace").required();
 }
 
-bool ReplayCommand::isChosen() const {
-    return _command->parsed();
+std::string ReplayCommand::getHelp() const {
+    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; docs/trace-format.md "
+           "tells\n"
+           "what is in it. Its accesses are made to fresh models of its chips, at its times.\n"
+           "\n"
+           "Examples:\n"
+           "  switchctl bring-up board.xml --trace board.txt\n"
+           "  switchctl replay board.txt\n"
+           "\n";
 }
 
-chips::ExitStatus ReplayCommand::run(std::ostream& out, std::ostream& errors) const {
-    try {
-        board::TraceReader const trace = board::TraceReader::fromFile(_path);
-        OutputDiversion const diversion(errors);
-        std::optional<Progress> progress(std::in_place, errors, "replaying " + _path);
-        auto const divergence = Replay(trace).run();
-        progress.reset();
-        if (!divergence) {
-            out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
-            return chips::ExitStatus::success;
-        }
-        print(out, trace, *divergence);
-        return chips::ExitStatus::traceDiverges;
-    } catch (chips::ToolError const& error) {
-        errors << "switchctl: " << error.what() << '\n';
-        return error.getStatus();
+std::vector<Command::StatusLine> ReplayCommand::getStatuses() const {
+    return {{ExitStatus::success, "the models did what the trace says"},
+            {ExitStatus::traceDiverges, "they did something else"},
+            ExitStatus::usage,
+            {ExitStatus::badDocument, "the trace cannot be read or is not well-formed"}};
+}
+
+ExitStatus ReplayCommand::perform(std::ostream& out, std::ostream& errors) const {
+    board::TraceReader const trace = board::TraceReader::fromFile(_path);
+    OutputDiversion const diversion(errors);
+    std::optional<Progress> progress(std::in_place, errors, "replaying " + _path);
+    auto const divergence = Replay(trace).run();
+    progress.reset();
+    if (!divergence) {
+        out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
+        return ExitStatus::success;
     }
+    print(out, trace, *divergence);
+    return ExitStatus::traceDiverges;
 }
 
 void ReplayCommand::print(std::ostream& out, board::TraceReader const& trace,

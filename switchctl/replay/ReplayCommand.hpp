@@ -1,32 +1,28 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 #include <string>
 
-#include "chips/ExitStatus.hpp"
+#include "switchctl/Command.hpp"
 #include "switchctl/replay/Replay.hpp"
 
 namespace switchctl::replay {
 
 /// `switchctl replay`: whether chip models do what a trace says.
-class ReplayCommand {
+class ReplayCommand : public Command {
 public:
-    /// Adds the command to the program's.
-    explicit ReplayCommand(CLI::App& program);
+    ReplayCommand();
 
-    /// Whether the command line asks for it.
-    bool isChosen() const;
-
-    /// \param out gets the first divergence, or how much was replayed.
-    /// \param errors gets why the trace cannot be read, and what the library prints.
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    std::vector<StatusLine> getStatuses() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     void print(std::ostream& out, board::TraceReader const& trace,
                Replay::Divergence const& divergence) const;
 
-    CLI::App* _command;
     std::string _path;
 };
 

@@ -19,14 +19,63 @@ namespace {
 
 constexpr char const* prefix = "switchctl: ";
 
-/// What --simulate without a document is as a value.
-constexpr char const* sameDocument = "true";
-
 constexpr double shortestRound = 0.1;
 constexpr double longestRound = 86400;
 constexpr unsigned mostRounds = 1000000000;
 
-std::string footer() {
+ExitStatus statusOf(std::vector<std::string> const& unread, std::ostream& errors) {
+    for (std::string const& line : unread) {
+        errors << prefix << line << '\n';
+    }
+    return unread.empty() ? ExitStatus::success : ExitStatus::noStatistics;
+}
+
+} // namespace
+
+StatisticsCommand::StatisticsCommand(std::string memoryDevice)
+    : Command("statistics", "Read the counters of a board's ports"), _memoryDevice(std::move(memoryDevice)) {}
+
+void StatisticsCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
+    arguments.option("SWITCH.PORT", _ports, "Ports to read, for example 0.1; all without one");
+    arguments.option("--format", _format, "text, json or openmetrics")
+        .oneOf({"text", "json", "openmetrics"})
+        .showDefault();
+    addWatch(arguments);
+    addSimulation(arguments);
+}
+
+void StatisticsCommand::addWatch(Arguments& arguments) {
+    auto const watch = arguments.option("--watch", _watch, "Show rates instead, every so many seconds")
+                           .type("SECONDS")
+                           .range(shortestRound, longestRound);
+    arguments.option("--count", _count, "End after so many rates")
+        .type("N")
+        .range(1U, mostRounds)
+        .needs(watch);
+    arguments.finally([this] {
+        if (_watch && _format != "text") {
+            throw Arguments::Wrong("--watch: shows rates as text, not as " + _format);
+        }
+    });
+}
+
+void StatisticsCommand::addSimulation(Arguments& arguments) {
+    auto const simulate =
+        _simulation.addTo(arguments,
+                          "Read chip models instead of hardware: those of BOARD.xml or of another document, "
+                          "after they were brought up",
+                          "[=OTHER.xml]");
+    arguments
+        .option("--seed", _seeds,
+                "What a counter of the simulated board holds; with +STEP, how much it goes on by between "
+                "two rounds. May be repeated")
+        .type("SWITCH.PORT/COUNTER=VALUE[+STEP]")
+        .oneEach()
+        .needs(simulate);
+}
+
+std::string StatisticsCommand::getHelp() const {
     return "The chips are read as they are: no port and no table is set up or reset. To read its counters, "
            "an\n"
            "88E6096 is told to capture them, so nothing else may use its statistics unit meanwhile; "
@@ -48,79 +97,19 @@ std::string footer() {
            "  switchctl statistics board.xml --format openmetrics > /var/lib/metrics/switches.prom\n"
            "  switchctl statistics board.xml --watch 1\n"
            "  switchctl statistics board.xml --simulate --seed 0.1/inUnicast=7+50 --watch 1 --count 5\n"
-           "\n" +
-           chips::statisticsExitStatusHelp();
+           "\n";
 }
 
-chips::ExitStatus statusOf(std::vector<std::string> const& unread, std::ostream& errors) {
-    for (std::string const& line : unread) {
-        errors << prefix << line << '\n';
-    }
-    return unread.empty() ? chips::ExitStatus::success : chips::ExitStatus::noStatistics;
+std::vector<Command::StatusLine> StatisticsCommand::getStatuses() const {
+    return {{ExitStatus::success, "all counters were read; of --watch: in the last round"},
+            {ExitStatus::usage, "the command line, a port or a counter is wrong"},
+            {ExitStatus::badDocument, "the document cannot be read, is not well-formed or has no ports"},
+            ExitStatus::noHardware,
+            {ExitStatus::startUpFailed, "the simulated board does not come up"},
+            {ExitStatus::noStatistics, "at least one counter could not be read"}};
 }
 
-} // namespace
-
-StatisticsCommand::StatisticsCommand(CLI::App& program, std::string memoryDevice)
-    : _command(program.add_subcommand("statistics", "Read the counters of a board's ports")),
-      _memoryDevice(std::move(memoryDevice)) {
-    _command->add_option("BOARD.xml", _path, "Configuration document of the board")->required();
-    _command->add_option("SWITCH.PORT", _ports, "Ports to read, for example 0.1; all without one");
-    _command->add_option("--format", _format, "text, json or openmetrics")
-        ->check(CLI::IsMember({"text", "json", "openmetrics"}))
-        ->capture_default_str();
-    addWatch();
-    addSimulation();
-    _command->footer(footer());
-}
-
-void StatisticsCommand::addWatch() {
-    CLI::Option* const watch =
-        _command->add_option("--watch", _watch, "Show rates instead, every so many seconds")
-            ->type_name("SECONDS")
-            ->check(CLI::Range(shortestRound, longestRound));
-    _command->add_option("--count", _count, "End after so many rates")
-        ->type_name("N")
-        ->check(CLI::Range(1U, mostRounds))
-        ->needs(watch);
-    _command->final_callback([this] {
-        if (_watch && _format != "text") {
-            throw CLI::ValidationError("--watch", "shows rates as text, not as " + _format);
-        }
-    });
-}
-
-void StatisticsCommand::addSimulation() {
-    CLI::Option* const simulate =
-        _command
-            ->add_flag("--simulate", _simulate,
-                       "Read chip models instead of hardware: those of BOARD.xml or of another document, "
-                       "after they were brought up")
-            ->type_name("[=OTHER.xml]");
-    _command
-        ->add_option(
-            "--seed", _seeds,
-            "What a counter of the simulated board holds; with +STEP, how much it goes on by between "
-            "two rounds. May be repeated")
-        ->type_name("SWITCH.PORT/COUNTER=VALUE[+STEP]")
-        ->allow_extra_args(false)
-        ->needs(simulate);
-}
-
-bool StatisticsCommand::isChosen() const {
-    return _command->parsed();
-}
-
-chips::ExitStatus StatisticsCommand::run(std::ostream& out, std::ostream& errors) const {
-    try {
-        return read(out, errors);
-    } catch (chips::ToolError const& error) {
-        errors << prefix << error.what() << '\n';
-        return error.getStatus();
-    }
-}
-
-chips::ExitStatus StatisticsCommand::read(std::ostream& out, std::ostream& errors) const {
+ExitStatus StatisticsCommand::perform(std::ostream& out, std::ostream& errors) const {
     PortSelection const selection = select();
     // Signals have to wait before there are other threads to take them.
     std::optional<RealPace> pace;
@@ -137,12 +126,8 @@ chips::ExitStatus StatisticsCommand::read(std::ostream& out, std::ostream& error
 }
 
 PortSelection StatisticsCommand::select() const {
-    try {
-        auto const document = XmlDocument::fromFile(_path);
-        return {board::BoardReading(*document), _path, _ports};
-    } catch (reference_host::XmlError const& error) {
-        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
-    }
+    auto const document = XmlDocument::fromFile(_path);
+    return {board::BoardReading(*document), _path, _ports};
 }
 
 StatisticsCommand::Chips StatisticsCommand::open(PortSelection const& selection, std::ostream& errors) const {
@@ -150,12 +135,12 @@ StatisticsCommand::Chips StatisticsCommand::open(PortSelection const& selection,
     for (std::string const& seed : _seeds) {
         chips.seeds.emplace_back(seed, selection);
     }
-    if (_simulate.empty()) {
+    if (!_simulation.isChosen()) {
         chips.board = std::make_unique<board::BoardAccess>(_memoryDevice);
         return chips;
     }
-    Progress const progress(errors, "bringing up the models of " + getSimulatedPath());
-    chips.models = std::make_unique<board::ModelBringUp>(getSimulatedPath());
+    Progress const progress(errors, "bringing up the models of " + _simulation.getPath(_path));
+    chips.models = std::make_unique<board::ModelBringUp>(_simulation.getPath(_path));
     chips.board = std::make_unique<board::BoardAccess>(chips.models->getBoard());
     chips.seed();
     return chips;
@@ -168,8 +153,8 @@ void StatisticsCommand::Chips::seed() {
     }
 }
 
-chips::ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selection,
-                                               std::ostream& out, std::ostream& errors) const {
+ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selection, std::ostream& out,
+                                        std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     LibraryText library(*chips.board);
     std::vector<std::string> unread;
@@ -179,7 +164,7 @@ chips::ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const
             Progress const progress(errors, "reading switch " + std::to_string(port.address.switchId));
             sampler.requireChip(port);
             library.write(port, out);
-        } catch (chips::ToolError const& error) {
+        } catch (ToolError const& error) {
             out << "  not available\n";
             unread.push_back("port " + std::to_string(port.address.switchId) + "." +
                              std::to_string(port.address.portId) + ": " + error.what());
@@ -188,8 +173,8 @@ chips::ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const
     return statusOf(unread, errors);
 }
 
-chips::ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& selection,
-                                                 std::ostream& out, std::ostream& errors) const {
+ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
+                                          std::ostream& errors) const {
     chips::CounterSample sample;
     {
         Progress progress(errors, "reading counters of ports");
@@ -205,8 +190,8 @@ chips::ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection con
     return statusOf(sample.unread, errors);
 }
 
-chips::ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
-                                           std::ostream& out, std::ostream& errors) const {
+ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
+                                    std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     RateDisplay display(out);
     bool isFirst = true;
@@ -225,12 +210,8 @@ chips::ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& se
     return statusOf(last.unread, errors);
 }
 
-std::string StatisticsCommand::getSimulatedPath() const {
-    return _simulate == sameDocument ? _path : _simulate;
-}
-
 std::string StatisticsCommand::getSource() const {
-    return _simulate.empty() ? "the board's chips" : "the models of " + getSimulatedPath();
+    return !_simulation.isChosen() ? "the board's chips" : "the models of " + _simulation.getPath(_path);
 }
 
 } // namespace switchctl::statistics

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -8,8 +7,8 @@
 #include <vector>
 
 #include "board/ModelBringUp.hpp"
-#include "chips/ExitStatus.hpp"
-#include "reference_host/DeviceMemory.hpp"
+#include "switchctl/Command.hpp"
+#include "switchctl/Simulation.hpp"
 #include "switchctl/statistics/BoardSampler.hpp"
 #include "switchctl/statistics/LibraryText.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
@@ -19,21 +18,16 @@
 namespace switchctl::statistics {
 
 /// `switchctl statistics`: the counters of a board's ports, without setting anything up.
-class StatisticsCommand {
+class StatisticsCommand : public Command {
 public:
-    /// Adds the command to the program's.
     /// \param memoryDevice where hardware is reached.
-    explicit StatisticsCommand(CLI::App& program,
-                               std::string memoryDevice = reference_host::DeviceMemory::defaultDevicePath);
-    StatisticsCommand(StatisticsCommand const&) = delete;
-    StatisticsCommand& operator=(StatisticsCommand const&) = delete;
+    explicit StatisticsCommand(std::string memoryDevice);
 
-    /// Whether the command line asks for it.
-    bool isChosen() const;
-
-    /// \param out gets the counters.
-    /// \param errors gets what could not be read or done, and what the library prints.
-    chips::ExitStatus run(std::ostream& out, std::ostream& errors) const;
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    std::vector<StatusLine> getStatuses() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
     /// The board's chips, simulated or not, with what is to be counted meanwhile.
@@ -45,25 +39,22 @@ private:
         void seed();
     };
 
-    void addSimulation();
-    void addWatch();
-    chips::ExitStatus read(std::ostream& out, std::ostream& errors) const;
+    void addWatch(Arguments& arguments);
+    void addSimulation(Arguments& arguments);
     PortSelection select() const;
     Chips open(PortSelection const& selection, std::ostream& errors) const;
-    chips::ExitStatus printText(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                std::ostream& errors) const;
-    chips::ExitStatus printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                  std::ostream& errors) const;
-    chips::ExitStatus watch(Chips& chips, PortSelection const& selection, WatchPace& pace, std::ostream& out,
-                            std::ostream& errors) const;
-    std::string getSimulatedPath() const;
+    ExitStatus printText(Chips& chips, PortSelection const& selection, std::ostream& out,
+                         std::ostream& errors) const;
+    ExitStatus printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
+                           std::ostream& errors) const;
+    ExitStatus watch(Chips& chips, PortSelection const& selection, WatchPace& pace, std::ostream& out,
+                     std::ostream& errors) const;
     std::string getSource() const;
 
-    CLI::App* _command;
     std::string _memoryDevice;
     std::string _path;
     std::vector<std::string> _ports;
-    std::string _simulate;
+    Simulation _simulation;
     std::vector<std::string> _seeds;
     std::string _format = "text";
     std::optional<double> _watch;

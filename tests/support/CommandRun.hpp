@@ -1,12 +1,10 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "chips/ExitStatus.hpp"
+#include "switchctl/Command.hpp"
 
 namespace test_support {
 
@@ -16,17 +14,17 @@ struct CommandRun {
     std::string out;
     std::string errors;
 
-    /// \param arguments as on a command line, from the command's name on; parse errors are thrown on.
-    /// \param options for the command's constructor, after the program.
+    /// \param arguments as on a command line, from the command's name on.
+    /// \param options for the command's constructor.
     template <typename Command, typename... Options>
-    static CommandRun of(std::vector<std::string> arguments, Options const&... options) {
-        CLI::App program;
-        Command const command(program, options...);
-        std::reverse(arguments.begin(), arguments.end());
-        program.parse(arguments);
+    static CommandRun of(std::vector<std::string> const& arguments, Options const&... options) {
         std::ostringstream out;
         std::ostringstream errors;
-        chips::ExitStatus const status = command.run(out, errors);
+        switchctl::Arguments program("switchctl", "", "");
+        Command command(options...);
+        command.addTo(program);
+        auto const refused = program.parse(arguments, out, errors);
+        chips::ExitStatus const status = refused ? *refused : command.run(out, errors);
         return {status, out.str(), errors.str()};
     }
 };

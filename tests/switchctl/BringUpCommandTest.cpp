@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <sstream>
 #include <string>
 
+#include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
 using chips::ExitStatus;
 using switchctl::bringup::BringUpCommand;
+using test_support::CommandRun;
 using test_support::TemporaryFile;
 
 namespace {
@@ -17,11 +20,12 @@ namespace {
 class BringUpCommandTest : public testing::Test {
 protected:
     chips::ExitStatus run(std::string const& arguments, std::string const& memoryDevice) {
-        CLI::App program;
-        switchctl::bringup::BringUpCommand const command(program, memoryDevice);
-        program.parse("bring-up " + document.path() + " " + arguments);
-        EXPECT_TRUE(command.isChosen());
-        return command.run(out, errors);
+        std::istringstream words("bring-up " + document.path() + " " + arguments);
+        CommandRun const run =
+            CommandRun::of<BringUpCommand>({std::istream_iterator<std::string>(words), {}}, memoryDevice);
+        out << run.out;
+        errors << run.errors;
+        return run.status;
     }
 
     TemporaryFile document{"<switches><switch id='0' switchModel='88e6096'>"
@@ -58,13 +62,6 @@ TEST_F(BringUpCommandTest, ABoardWithoutTheChipIsReported) {
               std::string::npos)
         << out.str();
     EXPECT_EQ(errors.str(), "switchctl: " + document.path() + ": not every switch came up\n");
-}
-
-TEST_F(BringUpCommandTest, IsOnlyChosenWhenItIsNamed) {
-    CLI::App program;
-    switchctl::bringup::BringUpCommand const command(program);
-    program.parse("");
-    EXPECT_FALSE(command.isChosen());
 }
 
 } // namespace

@@ -30,13 +30,6 @@ protected:
     std::string const device = controller.getDevicePath();
 };
 
-TEST_F(RegisterCommandTest, IsOnlyChosenWhenItIsNamed) {
-    CLI::App program;
-    switchctl::registers::RegisterCommand const command(program);
-    program.parse("");
-    EXPECT_FALSE(command.isChosen());
-}
-
 TEST_F(RegisterCommandTest, TalksToTheControllerOnALine) {
     EXPECT_EQ(outputOf({"read", "serial", "--device", device, "system/CHIPID"}),
               "system/CHIPID (7.0/0x18) = 0x07390000\n"

@@ -1,19 +1,15 @@
 #include "tests/switchctl/RegisterFixture.hpp"
 
-#include <algorithm>
-
 #include "switchctl/register/RegisterCommand.hpp"
+#include "tests/support/CommandRun.hpp"
 
 chips::ExitStatus RegisterFixture::run(std::vector<std::string> arguments) {
-    out.str("");
-    errors.str("");
-    CLI::App program;
-    switchctl::registers::RegisterCommand const command(program, memoryDevice);
     arguments.insert(arguments.begin(), "register");
-    std::reverse(arguments.begin(), arguments.end());
-    program.parse(arguments);
-    EXPECT_TRUE(command.isChosen());
-    return command.run(out, errors);
+    auto const run =
+        test_support::CommandRun::of<switchctl::registers::RegisterCommand>(arguments, memoryDevice);
+    out.str(run.out);
+    errors.str(run.errors);
+    return run.status;
 }
 
 std::string RegisterFixture::outputOf(std::vector<std::string> const& arguments) {

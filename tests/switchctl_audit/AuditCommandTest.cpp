@@ -113,14 +113,12 @@ TEST(AuditCommandTest, RefusesWhatItCannotDo) {
                                    "0/port1/PortControl=0x10000", "0/port1/PortControl"}) {
         EXPECT_EQ(audit({minimal, "--simulate", "--deviate", text}).status, chips::ExitStatus::usage) << text;
     }
-    EXPECT_THROW(audit({minimal, "--deviate", "0/port1/PortControl=1"}), CLI::ParseError);
-    EXPECT_THROW(audit({}), CLI::ParseError);
+    EXPECT_EQ(audit({minimal, "--deviate", "0/port1/PortControl=1"}).status, chips::ExitStatus::usage);
+    EXPECT_EQ(audit({}).status, chips::ExitStatus::usage);
 }
 
 TEST(AuditCommandTest, HelpHasExamplesAndSaysWhatAnAuditDoes) {
-    CLI::App program;
-    AuditCommand const command(program);
-    std::string const help = program.get_subcommand("audit")->help();
+    std::string const help = audit({"--help"}).out;
     EXPECT_THAT(help, HasSubstr("switchctl audit board.xml"));
     EXPECT_THAT(help, HasSubstr("staging\nand command registers"));
     EXPECT_THAT(help, HasSubstr("Exit status:"));

@@ -10,12 +10,14 @@
 
 #include "switchctl/check/BoardSchema.hpp"
 #include "switchctl/check/CheckTable.hpp"
+#include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 #include "tests/switchctl_check/Documents.hpp"
 
 using chips::ExitStatus;
 using nlohmann::json;
 using switchctl::check::CheckCommand;
+using test_support::CommandRun;
 using test_support::TemporaryFile;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -40,13 +42,11 @@ std::string good() {
 class CheckCommandTest : public testing::Test {
 protected:
     chips::ExitStatus run(std::vector<std::string> arguments) {
-        CLI::App program;
-        CheckCommand const command(program);
-        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
-        reversed.emplace_back("check");
-        program.parse(reversed);
-        EXPECT_TRUE(command.isChosen());
-        return command.run(out, errors);
+        arguments.insert(arguments.begin(), "check");
+        CommandRun const run = CommandRun::of<CheckCommand>(arguments);
+        out << run.out;
+        errors << run.errors;
+        return run.status;
     }
 
     chips::ExitStatus check(std::string const& text) {
@@ -164,16 +164,18 @@ TEST_F(CheckCommandTest, PrintsTheSchema) {
 }
 
 TEST_F(CheckCommandTest, NeedsADocumentOrAnOption) {
-    EXPECT_THROW(run({}), CLI::RequiredError);
-    EXPECT_THROW(run({"--json"}), CLI::RequiredError);
-    EXPECT_THROW(run({"board.xml", "--list"}), CLI::ExcludesError);
-    EXPECT_THROW(run({"--list", "--schema"}), CLI::ExcludesError);
+    std::string const more = "Run with --help for more information.\n";
+    for (std::vector<std::string> const& arguments :
+         {std::vector<std::string>{}, {"--json"}, {"board.xml", "--list"}, {"--list", "--schema"}}) {
+        EXPECT_EQ(run(arguments), chips::ExitStatus::usage);
+    }
+    EXPECT_EQ(errors.str(), "BOARD.xml is required\n" + more + "BOARD.xml is required\n" + more +
+                                "BOARD.xml excludes --list\n" + more + "--list excludes --schema\n" + more);
 }
 
 TEST_F(CheckCommandTest, HelpHasExamplesAndStatuses) {
-    CLI::App program;
-    CheckCommand const command(program);
-    std::string const help = program.get_subcommand("check")->help();
+    EXPECT_EQ(run({"--help"}), chips::ExitStatus::success);
+    std::string const help = out.str();
     EXPECT_THAT(help, HasSubstr("switchctl check board.xml"));
     EXPECT_THAT(help, HasSubstr("switchctl check --list"));
     EXPECT_THAT(help, HasSubstr("10  warnings were found"));

@@ -2,14 +2,17 @@
 
 #include <gmock/gmock.h>
 
+#include <iterator>
 #include <sstream>
 
 #include "reference_host/XmlDocument.hpp"
+#include "tests/support/CommandRun.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
 using chips::ExitStatus;
 using reference_host::XmlDocument;
 using switchctl::draw::DrawCommand;
+using test_support::CommandRun;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -19,13 +22,11 @@ namespace {
 class DrawCommandTest : public testing::Test {
 protected:
     chips::ExitStatus run(std::string const& arguments) {
-        CLI::App program;
-        DrawCommand const command(program);
-        program.parse("draw " + arguments);
-        EXPECT_TRUE(command.isChosen());
-        out.str("");
-        errors.str("");
-        return command.run(out, errors);
+        std::istringstream words("draw " + arguments);
+        CommandRun const run = CommandRun::of<DrawCommand>({std::istream_iterator<std::string>(words), {}});
+        out.str(run.out);
+        errors.str(run.errors);
+        return run.status;
     }
 
     std::string const mixed = EXAMPLES_FOLDER "/mixed.xml";
@@ -58,8 +59,10 @@ TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
 }
 
 TEST_F(DrawCommandTest, APictureNeedsAFile) {
-    EXPECT_THROW(run(mixed), CLI::RequiredError);
-    EXPECT_THROW(run(mixed + " --format png -o x"), CLI::ValidationError);
+    EXPECT_EQ(run(mixed), chips::ExitStatus::usage);
+    EXPECT_THAT(errors.str(), StartsWith("--output is required\n"));
+    EXPECT_EQ(run(mixed + " --format png -o x"), chips::ExitStatus::usage);
+    EXPECT_THAT(errors.str(), StartsWith("--format: png not in {svg,dot}\n"));
 }
 
 TEST_F(DrawCommandTest, FailuresHaveReasons) {

@@ -32,7 +32,8 @@ CommandRun statistics(std::vector<std::string> arguments) {
 
 TEST(StatisticsCommandTest, TheTextIsTheLibrarysOwn) {
     CommandRun const bringUp = CommandRun::of<switchctl::bringup::BringUpCommand>(
-        {"bring-up", mixed, "--simulate", "--statistics", "0.1", "--statistics", "3.1"});
+        {"bring-up", mixed, "--simulate", "--statistics", "0.1", "--statistics", "3.1"},
+        std::string("/nonexistent/mem"));
     CommandRun const run = statistics({mixed, "0.1", "3.1", "--simulate"});
     EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_EQ(run.errors, "");

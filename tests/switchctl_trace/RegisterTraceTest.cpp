@@ -24,7 +24,7 @@ namespace {
 CommandRun runRegister(std::vector<std::string> arguments, std::string const& trace) {
     arguments.insert(arguments.begin(), "register");
     arguments.insert(arguments.end(), {"--trace", trace});
-    return CommandRun::of<switchctl::registers::RegisterCommand>(arguments);
+    return CommandRun::of<switchctl::registers::RegisterCommand>(arguments, std::string("/nonexistent/mem"));
 }
 
 struct Case {

@@ -111,9 +111,7 @@ TEST(ReplayCommandTest, WhatIsNoTraceIsRefused) {
 }
 
 TEST(ReplayCommandTest, HelpHasExamplesAndExitStatuses) {
-    CLI::App program;
-    switchctl::replay::ReplayCommand const command(program);
-    std::string const help = program.get_subcommand("replay")->help();
+    std::string const help = replay("--help").out;
     EXPECT_THAT(help, HasSubstr("switchctl replay board.txt"));
     EXPECT_THAT(help, HasSubstr("Exit status:"));
 }

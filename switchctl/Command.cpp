@@ -1,0 +1,81 @@
+#include "switchctl/Command.hpp"
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "reference_host/XmlDocument.hpp"
+
+namespace switchctl {
+
+namespace {
+
+char const* usualMeaning(ExitStatus status) {
+    switch (status) {
+    case ExitStatus::usage:
+        return "the command line is wrong";
+    case ExitStatus::badDocument:
+        return "the document cannot be read or is not well-formed";
+    case ExitStatus::noHardware:
+        return "the hardware cannot be reached (/dev/mem)";
+    case ExitStatus::startUpFailed:
+        return "a bring-up on models fails, or not every switch would come up";
+    case ExitStatus::noTrace:
+        return "the trace could not be written";
+    default:
+        throw std::logic_error("a status without a meaning");
+    }
+}
+
+} // namespace
+
+Command::StatusLine::StatusLine(ExitStatus status) : StatusLine(status, usualMeaning(status)) {}
+
+Command::Command(char const* name, char const* purpose) : _name(name), _purpose(purpose) {}
+
+Command::~Command() = default;
+
+void Command::addTo(Arguments& parent) {
+    _arguments = parent.subcommand(_name, _purpose);
+    _arguments->footer(getHelp() + explainStatuses());
+    declare(*_arguments);
+}
+
+bool Command::isChosen() const {
+    return _arguments && _arguments->isChosen();
+}
+
+ExitStatus Command::run(std::ostream& out, std::ostream& errors) const {
+    auto const refuse = [&](std::exception const& error, ExitStatus status) {
+        errors << "switchctl: " << error.what() << '\n';
+        return status;
+    };
+    try {
+        return perform(out, errors);
+    } catch (ToolError const& error) {
+        return refuse(error, error.getStatus());
+    } catch (reference_host::XmlError const& error) {
+        return refuse(error, ExitStatus::badDocument);
+    } catch (std::exception const& error) {
+        return refuse(error, ExitStatus::startUpFailed);
+    }
+}
+
+std::string Command::explainStatuses() const {
+    std::string text;
+    for (StatusLine const& line : getStatuses()) {
+        text += fmt::format("{:3}  {}\n", line.number, line.meaning);
+    }
+    return text.empty() ? "" : "Exit status:\n" + text;
+}
+
+Arguments::Option Command::addJson(Arguments& arguments) {
+    return arguments.flag("--json", _json, "Print JSON");
+}
+
+void Command::print(std::ostream& out, nlohmann::ordered_json const& json) {
+    out << json.dump(2) << '\n';
+}
+
+} // namespace switchctl

@@ -1,0 +1,59 @@
+#include "switchctl/Program.hpp"
+
+#include "switchctl/audit/AuditCommand.hpp"
+#include "switchctl/bringup/BringUpCommand.hpp"
+#include "switchctl/check/CheckCommand.hpp"
+#include "switchctl/controller/SimulateControllerCommand.hpp"
+#include "switchctl/draw/DrawCommand.hpp"
+#include "switchctl/plan/PlanCommand.hpp"
+#include "switchctl/register/RegisterCommand.hpp"
+#include "switchctl/replay/ReplayCommand.hpp"
+#include "switchctl/statistics/StatisticsCommand.hpp"
+
+namespace switchctl {
+
+namespace {
+
+constexpr char const* help = "Examples, on a desk; on a board, without --simulate:\n"
+                             "  switchctl check board.xml\n"
+                             "  switchctl plan board.xml\n"
+                             "  switchctl draw board.xml -o board.svg\n"
+                             "  switchctl bring-up board.xml --simulate\n"
+                             "  switchctl audit board.xml --simulate\n"
+                             "  switchctl statistics board.xml --simulate\n"
+                             "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
+                             "\n";
+
+} // namespace
+
+// In the order of the help.
+Program::Program(std::string const& memoryDevice) {
+    _commands.push_back(std::make_unique<bringup::BringUpCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<registers::RegisterCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<check::CheckCommand>());
+    _commands.push_back(std::make_unique<draw::DrawCommand>());
+    _commands.push_back(std::make_unique<plan::PlanCommand>());
+    _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<replay::ReplayCommand>());
+    _commands.push_back(std::make_unique<controller::SimulateControllerCommand>());
+}
+
+ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
+    Arguments arguments("switchctl", "Brings up and inspects the Ethernet switches of a board",
+                        help + _commands.front()->explainStatuses());
+    for (auto const& command : _commands) {
+        command->addTo(arguments);
+    }
+    if (auto const status = arguments.parse(words, out, errors)) {
+        return *status;
+    }
+    for (auto const& command : _commands) {
+        if (command->isChosen()) {
+            return command->run(out, errors);
+        }
+    }
+    return ExitStatus::usage;
+}
+
+} // namespace switchctl

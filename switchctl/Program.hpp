@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "reference_host/DeviceMemory.hpp"
+#include "switchctl/Command.hpp"
+
+namespace switchctl {
+
+/// `switchctl`: its commands, and the choice of one by the command line.
+class Program {
+public:
+    /// \param memoryDevice where hardware is reached.
+    explicit Program(std::string const& memoryDevice = reference_host::DeviceMemory::defaultDevicePath);
+
+    /// Runs the command that the words, without the program's name, ask for. Call it once.
+    ExitStatus run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors);
+
+private:
+    std::vector<std::unique_ptr<Command>> _commands;
+};
+
+} // namespace switchctl
