@@ -32,7 +32,7 @@ void AccessRecorder::accessed(std::uintptr_t address, bool isWrite, std::uint32_
     }
 }
 
-std::vector<AccessRecorder::Access> AccessRecorder::take() {
+std::vector<Access> AccessRecorder::take() {
     return std::exchange(_accesses, {});
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "benchmarks/Access.hpp"
 #include "simulation/AccessObserver.hpp"
 #include "simulation/SimulatedBoard.hpp"
 
@@ -12,17 +13,6 @@ namespace benchmarks {
 /// come from one thread after the other.
 class AccessRecorder : public simulation::AccessObserver {
 public:
-    struct Access {
-        unsigned physicalAddress;
-        bool isWrite;
-        std::uint32_t value;
-
-        bool operator==(Access const& other) const {
-            return physicalAddress == other.physicalAddress && isWrite == other.isWrite &&
-                   value == other.value;
-        }
-    };
-
     explicit AccessRecorder(simulation::SimulatedBoard& board);
     ~AccessRecorder() override;
     AccessRecorder(AccessRecorder const&) = delete;

@@ -37,17 +37,24 @@ OperationCounts OperationCounts::count(MeasuredRun& run, AccessRecorder& recorde
     counts.mdioFrames = board.getLog().getMdioFrames() - mdioFrames;
     counts.chipRegisters = board.getRegisterAccesses() - chipRegisters;
     counts.accesses = recorder.take();
-    counts.idleLoops = static_cast<std::uint64_t>(std::count_if(
-        counts.accesses.begin(), counts.accesses.end(),
-        [](AccessRecorder::Access const& access) { return access.physicalAddress == miiStatus; }));
+    counts.idleLoops = static_cast<std::uint64_t>(
+        std::count_if(counts.accesses.begin(), counts.accesses.end(),
+                      [](Access const& access) { return access.physicalAddress == miiStatus; }));
     return counts;
 }
 
+std::vector<AccessList::Section> OperationCounts::accessesOf(std::vector<OperationCounts> const& counts) {
+    std::vector<AccessList::Section> sections;
+    for (OperationCounts const& operation : counts) {
+        sections.push_back({operation.name, operation.accesses});
+    }
+    return sections;
+}
+
 std::uint64_t OperationCounts::busCycles() const {
-    auto const parallel =
-        std::count_if(accesses.begin(), accesses.end(), [](AccessRecorder::Access const& access) {
-            return access.physicalAddress >= parallelBus;
-        });
+    auto const parallel = std::count_if(accesses.begin(), accesses.end(), [](Access const& access) {
+        return access.physicalAddress >= parallelBus;
+    });
     return mdioFrames * cyclesOfFrame + static_cast<std::uint64_t>(parallel);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "benchmarks/AccessList.hpp"
 #include "benchmarks/AccessRecorder.hpp"
 #include "benchmarks/MeasuredRun.hpp"
 
@@ -16,7 +17,7 @@ struct OperationCounts {
 
     std::string name;
     /// 32-bit accesses of the processor, in order.
-    std::vector<AccessRecorder::Access> accesses;
+    std::vector<Access> accesses;
     /// Registers inside of the chips that these reached.
     std::uint64_t chipRegisters = 0;
     std::uint64_t mdioFrames = 0;
@@ -28,6 +29,9 @@ struct OperationCounts {
 
     /// Brings the run's board up, does all of its operations, and counts each.
     static std::vector<OperationCounts> of(MeasuredRun& run);
+
+    /// The accesses alone, to compare with a list or to make one of.
+    static std::vector<AccessList::Section> accessesOf(std::vector<OperationCounts> const& counts);
 
     /// Cycles of the buses' clocks: 64 for an MDIO frame, 1 for an access to the parallel bus.
     std::uint64_t busCycles() const;

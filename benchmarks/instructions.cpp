@@ -1,7 +1,7 @@
 // Brings the board of a document up and does single operations on it, for what counts instructions:
-// instructions library|required|assembly BOARD.xml [bring-up]. "assembly" is the library without access to
-// any chip. With "bring-up", nothing else is done. Prints the operations' names, in the order of callgrind's
-// dumps.
+// instructions library|assembly|LIST.txt BOARD.xml [bring-up]. "assembly" is the library without access to
+// any chip; a list of accesses is replayed. With "bring-up", nothing else is done. Prints the operations'
+// names, in the order of callgrind's dumps.
 
 #if __has_include(<valgrind/callgrind.h>)
 #include <valgrind/callgrind.h>
@@ -17,21 +17,24 @@
 #include <iostream>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "benchmarks/LibraryRun.hpp"
 #include "benchmarks/OperationCounts.hpp"
-#include "benchmarks/RequiredRun.hpp"
+#include "benchmarks/ReplayRun.hpp"
 #include "reference_host/XmlDocument.hpp"
 
 namespace {
 
 using benchmarks::MeasuredRun;
 
-std::unique_ptr<MeasuredRun> makeRun(std::string_view who, Xml& document) {
+bool isLibrary(std::string const& who) {
+    return who == "library" || who == "assembly";
+}
+
+std::unique_ptr<MeasuredRun> makeRun(std::string const& who, Xml& document) {
     using benchmarks::LibraryRun;
-    if (who == "required") {
-        return std::make_unique<benchmarks::RequiredRun>(document);
+    if (!isLibrary(who)) {
+        return std::make_unique<benchmarks::ReplayRun>(document, benchmarks::AccessList::readFile(who));
     }
     return std::make_unique<LibraryRun>(document, who == "assembly" ? LibraryRun::Hardware::leftAlone
                                                                     : LibraryRun::Hardware::accessed);
@@ -52,13 +55,13 @@ void measure(MeasuredRun::Operation const& operation) {
 
 /// The library brings a board up on a thread of its own, and callgrind has been told the function to count.
 /// What the threads have to say to each other before is not the same each time.
-void bringUp(std::string_view who, MeasuredRun& run) {
+void bringUp(std::string const& who, MeasuredRun& run) {
     MeasuredRun::Operation const operation{benchmarks::OperationCounts::bringUp, [&run] { run.bringUp(); }};
-    if (who == "required") {
-        measure(operation);
-    } else {
+    if (isLibrary(who)) {
         operation.run();
         tell(operation);
+    } else {
+        measure(operation);
     }
 }
 
@@ -76,7 +79,7 @@ void printPlaces() {
 
 int main(int argc, char** argv) try {
     if (argc < 3) {
-        std::cerr << "instructions library|required|assembly BOARD.xml [bring-up]\n";
+        std::cerr << "instructions library|assembly|LIST.txt BOARD.xml [bring-up]\n";
         return 2;
     }
     auto const document = reference_host::XmlDocument::fromFile(argv[2]);

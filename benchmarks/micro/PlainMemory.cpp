@@ -8,11 +8,21 @@ namespace {
 
 constexpr unsigned macAddress = 0x80010000;
 constexpr unsigned macSize = 0x30;
+constexpr unsigned parallelBusAddress = 0xF3000000;
 constexpr unsigned parallelBusSize = 0x1000000;
 /// Block 7, sub-block 0, address 0x30.
 constexpr unsigned readStatus = 7U << 14 | 0x30U << 2;
 constexpr unsigned ready = 1U << 4;
 constexpr unsigned miiData = 0x14;
+
+/// Where accesses are written down, or null.
+std::vector<Access>* recorded = nullptr;
+
+void tell(std::uintptr_t address, bool isWrite, unsigned value) {
+    if (recorded != nullptr) {
+        recorded->push_back({static_cast<unsigned>(address), isWrite, value});
+    }
+}
 
 unsigned volatile& wordAt(std::uintptr_t address) {
     return *reinterpret_cast<unsigned volatile*>(address);
@@ -36,6 +46,23 @@ bool PlainMemory::map(unsigned int physicalAddress, unsigned int /*size*/, Mappi
 
 void PlainMemory::unmap(Mapping const& /*mapping*/) noexcept {}
 
+std::vector<Access> PlainMemory::record(std::function<void()> const& work) {
+    std::vector<Access> accesses;
+    recorded = &accesses;
+    work();
+    recorded = nullptr;
+    auto const bus = reinterpret_cast<std::uintptr_t>(_parallelBus.data());
+    auto const mac = reinterpret_cast<std::uintptr_t>(_mac.data());
+    for (Access& access : accesses) {
+        // Of the addresses in memory, the lower halves are enough.
+        unsigned const offset = access.physicalAddress - static_cast<unsigned>(bus);
+        access.physicalAddress = offset < parallelBusSize
+                                     ? parallelBusAddress + offset
+                                     : macAddress + (access.physicalAddress - static_cast<unsigned>(mac));
+    }
+    return accesses;
+}
+
 } // namespace benchmarks
 
 // The dynamic linker prefers these to the library's.
@@ -47,6 +74,7 @@ bool HardwareMapping::set(unsigned int offset, unsigned int value) {
     if (offset != benchmarks::miiData) {
         benchmarks::wordAt(_baseAddress + _startOffset + offset) = value;
     }
+    benchmarks::tell(_baseAddress + _startOffset + offset, true, value);
     return true;
 }
 
@@ -55,5 +83,6 @@ bool HardwareMapping::get(unsigned int offset, unsigned int& value) const {
         return false;
     }
     value = benchmarks::wordAt(_baseAddress + _startOffset + offset);
+    benchmarks::tell(_baseAddress + _startOffset + offset, false, value);
     return true;
 }

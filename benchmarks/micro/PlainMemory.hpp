@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
+#include "benchmarks/Access.hpp"
 #include "reference_host/PhysicalMemory.hpp"
 
 namespace benchmarks {
@@ -15,6 +17,9 @@ public:
 
     bool map(unsigned int physicalAddress, unsigned int size, Mapping& mapping, std::string& reason) override;
     void unmap(Mapping const& mapping) noexcept override;
+
+    /// What a function accesses.
+    std::vector<Access> record(std::function<void()> const& work);
 
 private:
     std::vector<unsigned> _mac;

@@ -1,5 +1,5 @@
-// The hot paths of the library, each beside what is required of it: library/X and required/X. Both use the
-// same register accessors, on ordinary memory.
+// The hot paths of the library, library/X, each beside a replay of the accesses that it makes, floor/X. Both
+// use the same register accessors, on ordinary memory.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -13,11 +13,9 @@
 #include <mutex>
 #include <vector>
 
+#include "benchmarks/floor/Replay.hpp"
 #include "benchmarks/micro/AnsweringLine.hpp"
 #include "benchmarks/micro/PlainMemory.hpp"
-#include "benchmarks/required/BoardPlan.hpp"
-#include "benchmarks/required/Marvell.hpp"
-#include "benchmarks/required/Vitesse.hpp"
 #include "host/Threads.hpp"
 #include "manager/SwitchManager.hpp"
 #include "marvell/MarvellMultiMdioManagementCommunications.hpp"
@@ -68,26 +66,19 @@ void repeat(benchmark::State& state, Work const& work) {
     }
 }
 
-void add(std::string const& name, std::function<Work()> const& library,
-         std::function<Work()> const& required) {
+void addOne(std::string const& name, Work const& work) {
     // Wall-clock time, since a manager works on a thread of its own.
-    benchmark::RegisterBenchmark(("library/" + name).c_str(), [=](benchmark::State& state) {
-        repeat(state, library());
-    })->UseRealTime();
-    benchmark::RegisterBenchmark(("required/" + name).c_str(), [=](benchmark::State& state) {
-        repeat(state, required());
+    benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+        repeat(state, work);
     })->UseRealTime();
 }
 
-required::marvell::Chip marvellChip() {
-    static auto const section = required::marvell::sectionOf(host().application);
-    return {*section, switchId, marvellPorts};
-}
-
-required::vitesse::Chip vitesseChip() {
-    static auto const section = required::vitesse::sectionOf(host().application);
-    static std::vector<required::PortPlan> const noPorts;
-    return {*section, vitessePorts, noPorts};
+void add(std::string const& name, Work const& work) {
+    static benchmarks::Replay replay(host().application);
+    work();
+    auto const steps = replay.prepare(host().memory.record(work));
+    addOne("library/" + name, work);
+    addOne("floor/" + name, [=] { benchmark::DoNotOptimize(benchmarks::Replay::run(steps)); });
 }
 
 MarvellSwitch& marvellSwitch() {
@@ -104,89 +95,30 @@ void addMarvell() {
     using Access = MarvellMultiMdioManagementCommunications;
     using Registers = MarvellManagementCommunications::MarvelRegisterValues;
     auto const access = std::make_shared<Access>(host().application, switchId, false);
-    add(
-        "88e6096 register read",
-        [=] {
-            return [=] {
-                Registers registers(device, number);
-                benchmark::DoNotOptimize(access->readRegister(registers));
-            };
-        },
-        [] {
-            return [] { benchmark::DoNotOptimize(required::marvell::read(marvellChip(), device, number)); };
-        });
-    add(
-        "88e6096 register write",
-        [=] { return [=] { access->writeRegister(Registers(device, number, 1)); }; },
-        [] { return [] { required::marvell::write(marvellChip(), device, number, 1); }; });
-    add(
-        "88e6096 port into a VLAN",
-        [] {
-            return [] {
-                marvellSwitch().getPort(1)->addPortToVlan(vid, Port::IngressTagSetting::addTag,
-                                                          Port::EgressTagSetting::stripTag);
-            };
-        },
-        [] {
-            return [] {
-                required::marvell::addToVlan(marvellChip(), 1,
-                                             {vid, required::Ingress::addTag, required::Egress::stripTag});
-            };
-        });
+    add("88e6096 register read", [=] {
+        Registers registers(device, number);
+        benchmark::DoNotOptimize(access->readRegister(registers));
+    });
+    add("88e6096 register write", [=] { access->writeRegister(Registers(device, number, 1)); });
+    add("88e6096 port into a VLAN", [] {
+        marvellSwitch().getPort(1)->addPortToVlan(vid, Port::IngressTagSetting::addTag,
+                                                  Port::EgressTagSetting::stripTag);
+    });
 }
 
 void addParallelBus() {
     using Bsa = VitesseManagementCommunications::Bsa;
     auto const access = std::make_shared<VitesseParallelCommunication>(host().application, false);
-    add(
-        "vsc7390 register read, parallel bus",
-        [=] {
-            return [=] {
-                unsigned value = 0;
-                benchmark::DoNotOptimize(access->readRegister(Bsa{analyser, 0, number}, value));
-            };
-        },
-        [] {
-            return [] {
-                benchmark::DoNotOptimize(required::vitesse::read(vitesseChip().bus, analyser, 0, number));
-            };
-        });
-    add(
-        "vsc7390 register write, parallel bus",
-        [=] { return [=] {
-                  access->writeRegister(Bsa{analyser, 0, number}, 1);
-              }; },
-        [] { return [] { required::vitesse::write(vitesseChip().bus, analyser, 0, number, 1); }; });
-}
-
-void addVitesseTables() {
-    add(
-        "vsc7390 port into a VLAN",
-        [] {
-            return [] {
-                vitesseSwitch().getPort(1)->addPortToVlan(vid, Port::IngressTagSetting::addTag,
-                                                          Port::EgressTagSetting::stripTag);
-            };
-        },
-        [] {
-            return [] {
-                required::vitesse::addToVlan(vitesseChip(), 1,
-                                             {vid, required::Ingress::addTag, required::Egress::stripTag});
-            };
-        });
-    add(
-        "vsc7390 port into a group",
-        [] { return [] { vitesseSwitch().getPort(1)->addPortToMulticastGroup(group, vid); }; },
-        [] { return [] {
-                 required::vitesse::joinGroup(vitesseChip(), 1, {group, vid});
-             }; });
-    static constexpr unsigned char mac[] = {0x03, 0x02, 0x01, 0x5E, 0x00, 0x01};
-    add(
-        "vsc7390 hash of an address",
-        [] {
-            return [] { benchmark::DoNotOptimize(vitesseSwitch().calculateHashKeyForMacIndex(mac, vid)); };
-        },
-        [] { return [] { benchmark::DoNotOptimize(required::vitesse::hash(mac, vid)); }; });
+    add("vsc7390 register read, parallel bus", [=] {
+        unsigned value = 0;
+        benchmark::DoNotOptimize(access->readRegister(Bsa{analyser, 0, number}, value));
+    });
+    add("vsc7390 register write, parallel bus", [=] { access->writeRegister(Bsa{analyser, 0, number}, 1); });
+    add("vsc7390 port into a VLAN", [] {
+        vitesseSwitch().getPort(1)->addPortToVlan(vid, Port::IngressTagSetting::addTag,
+                                                  Port::EgressTagSetting::stripTag);
+    });
+    add("vsc7390 port into a group", [] { vitesseSwitch().getPort(1)->addPortToMulticastGroup(group, vid); });
 }
 
 unsigned readByLine(int line) {
@@ -234,8 +166,7 @@ void addSerialLine() {
         unsigned value = 0;
         benchmark::DoNotOptimize(access->readRegister(Bsa{analyser, 0, number}, value));
     });
-    addRead("required/vsc7390 register read, serial line",
-            [=] { benchmark::DoNotOptimize(readByLine(own)); });
+    addRead("floor/vsc7390 register read, serial line", [=] { benchmark::DoNotOptimize(readByLine(own)); });
 }
 
 /// Has a manager assemble the document and waits for it.
@@ -261,9 +192,7 @@ void assemble(Xml& document) {
 
 void addAssembly(char const* path) {
     std::shared_ptr<Xml> const document = reference_host::XmlDocument::fromFile(path);
-    add(
-        "assembly of a document", [=] { return [=] { assemble(*document); }; },
-        [=] { return [=] { benchmark::DoNotOptimize(required::BoardPlan::of(*document)); }; });
+    addOne("library/assembly of a document", [=] { assemble(*document); });
 }
 
 } // namespace
@@ -277,7 +206,6 @@ int main(int argc, char** argv) try {
     addMarvell();
     addParallelBus();
     addSerialLine();
-    addVitesseTables();
     addAssembly(argv[1]);
     benchmark::RunSpecifiedBenchmarks();
 } catch (std::exception const& error) {

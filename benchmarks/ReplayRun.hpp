@@ -1,10 +1,8 @@
 #pragma once
 
-#include <memory>
-
+#include "benchmarks/AccessList.hpp"
 #include "benchmarks/MeasuredRun.hpp"
-#include "benchmarks/required/BoardPlan.hpp"
-#include "host/MappedSection.hpp"
+#include "benchmarks/floor/Replay.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/LogSink.hpp"
 #include "switchctl/ClockAdoption.hpp"
@@ -12,15 +10,17 @@
 
 namespace benchmarks {
 
-/// Does what is required, without the library.
-class RequiredRun : public MeasuredRun {
+/// Makes the accesses of a list, without the library.
+class ReplayRun : public MeasuredRun {
 public:
-    explicit RequiredRun(Xml& document);
-    ~RequiredRun() override;
+    ReplayRun(Xml& document, std::vector<AccessList::Section> const& list);
 
     simulation::SimulatedBoard& getBoard() override;
     void bringUp() override;
     std::vector<Operation> getOperations() override;
+
+    /// Reads so far that gave another value than the listed one.
+    std::size_t getUnexpected() const { return _unexpected; }
 
 private:
     class NoLog : public reference_host::LogSink {
@@ -28,17 +28,15 @@ private:
         void write(reference_host::LogMessage const& /*message*/) override {}
     };
 
-    void addMarvell(required::SwitchPlan const& plan, std::vector<Operation>& operations);
-    void addVitesse(required::SwitchPlan const& plan, std::vector<Operation>& operations);
-
-    required::BoardPlan _plan;
     simulation::SimulatedBoard _board;
     switchctl::ClockAdoption _clock;
     switchctl::SimulatedMemory _memory;
     NoLog _log;
     reference_host::HostApplication _application;
-    std::unique_ptr<MappedSection> _mac;
-    std::unique_ptr<MappedSection> _bus;
+    Replay _replay;
+    /// A bring-up, and then the others.
+    std::vector<Operation> _operations;
+    std::size_t _unexpected = 0;
 };
 
 } // namespace benchmarks
