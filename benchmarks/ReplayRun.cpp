@@ -10,7 +10,7 @@ ReplayRun::ReplayRun(Xml& document, std::vector<AccessList::Section> const& list
       _replay(_application) {
     for (AccessList::Section const& section : list) {
         _operations.push_back({section.name, [this, steps = _replay.prepare(section.accesses)] {
-                                   _unexpected += Replay::run(steps);
+                                   _unexpected += Floor::run(steps);
                                }});
     }
 }

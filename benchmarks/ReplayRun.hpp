@@ -2,7 +2,7 @@
 
 #include "benchmarks/AccessList.hpp"
 #include "benchmarks/MeasuredRun.hpp"
-#include "benchmarks/floor/Replay.hpp"
+#include "benchmarks/Replay.hpp"
 #include "reference_host/HostApplication.hpp"
 #include "reference_host/LogSink.hpp"
 #include "switchctl/ClockAdoption.hpp"

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <vector>
 
-#include "benchmarks/floor/Replay.hpp"
+#include "benchmarks/Replay.hpp"
 #include "benchmarks/micro/AnsweringLine.hpp"
 #include "benchmarks/micro/PlainMemory.hpp"
 #include "host/Threads.hpp"
@@ -78,7 +78,7 @@ void add(std::string const& name, Work const& work) {
     work();
     auto const steps = replay.prepare(host().memory.record(work));
     addOne("library/" + name, work);
-    addOne("floor/" + name, [=] { benchmark::DoNotOptimize(benchmarks::Replay::run(steps)); });
+    addOne("floor/" + name, [=] { benchmark::DoNotOptimize(benchmarks::Floor::run(steps)); });
 }
 
 MarvellSwitch& marvellSwitch() {

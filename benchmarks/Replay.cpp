@@ -1,4 +1,4 @@
-#include "benchmarks/floor/Replay.hpp"
+#include "benchmarks/Replay.hpp"
 
 namespace benchmarks {
 
@@ -10,13 +10,6 @@ constexpr unsigned macStatus = 0x18;
 constexpr unsigned parallelBusAddress = 0xF3000000;
 constexpr unsigned parallelBusSize = 0x1000000;
 
-// The loop that the MAC is given before each look at it.
-inline void idle() {
-    constexpr int steps = 1000;
-    for (int volatile i = 0; i < steps; ++i) {
-    }
-}
-
 } // namespace
 
 Replay::Replay(SystemLogInterface& log) : _mac("mac", log, false), _parallelBus("parallel bus", log, false) {
@@ -25,8 +18,8 @@ Replay::Replay(SystemLogInterface& log) : _mac("mac", log, false), _parallelBus(
     _parallelBus.map(parallelBusAddress, parallelBusSize);
 }
 
-std::vector<Replay::Step> Replay::prepare(std::vector<Access> const& accesses) {
-    std::vector<Step> steps;
+std::vector<Floor::Step> Replay::prepare(std::vector<Access> const& accesses) {
+    std::vector<Floor::Step> steps;
     steps.reserve(accesses.size());
     for (Access const& access : accesses) {
         bool const isMac = access.physicalAddress < parallelBusAddress;
@@ -35,23 +28,6 @@ std::vector<Replay::Step> Replay::prepare(std::vector<Access> const& accesses) {
                          isMac && offset == macStatus});
     }
     return steps;
-}
-
-std::size_t Replay::run(std::vector<Step> const& steps) {
-    std::size_t unexpected = 0;
-    for (Step const& step : steps) {
-        if (step.isMacStatus) {
-            idle();
-        }
-        if (step.isWrite) {
-            step.section->set(step.offset, step.value);
-        } else {
-            unsigned value = 0;
-            step.section->get(step.offset, value);
-            unexpected += value == step.value ? 0 : 1;
-        }
-    }
-    return unexpected;
 }
 
 } // namespace benchmarks
