@@ -106,9 +106,11 @@ int findLibrary(dl_phdr_info* object, std::size_t /*size*/, void* /*unused*/) {
     return 1;
 }
 
-Owner ownerOf(void const* caller) {
+void* allocateFor(void const* caller, std::size_t size) {
     auto const address = reinterpret_cast<std::uintptr_t>(caller);
-    return address >= libraryCode.begin && address < libraryCode.end ? Owner::library : Owner::anyone;
+    bool const isLibrary = address >= libraryCode.begin && address < libraryCode.end;
+    void* const block = allocate(size, alignof(std::max_align_t), isLibrary ? Owner::library : Owner::anyone);
+    return block == nullptr ? throw std::bad_alloc() : block;
 }
 
 } // namespace
@@ -179,21 +181,11 @@ extern "C" int posix_memalign(void** block, std::size_t alignment, std::size_t s
 }
 
 void* operator new(std::size_t size) {
-    void* const block =
-        allocate(size, alignof(std::max_align_t), footprint::ownerOf(__builtin_return_address(0)));
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    return block;
+    return footprint::allocateFor(__builtin_return_address(0), size);
 }
 
 void* operator new[](std::size_t size) {
-    void* const block =
-        allocate(size, alignof(std::max_align_t), footprint::ownerOf(__builtin_return_address(0)));
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    return block;
+    return footprint::allocateFor(__builtin_return_address(0), size);
 }
 
 void operator delete(void* block) noexcept {

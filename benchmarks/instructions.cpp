@@ -70,7 +70,7 @@ void printPlaces() {
     std::ifstream maps("/proc/self/maps");
     for (std::string line; std::getline(maps, line);) {
         if (line.find(".so") != std::string::npos) {
-            std::cerr << line << '\n';
+            std::cout << line << '\n';
         }
     }
 }

@@ -1,5 +1,5 @@
 # GCC for the ARM920T: ARMv4T without a floating-point unit, soft-float calls. Libraries come from
-# ARM920T_SYSROOT only, nothing from the building machine; scripts/arm920t-sysroot makes one.
+# ARM920T_SYSROOT only, nothing from the building machine; scripts/target/arm920t-sysroot makes one.
 
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR armv4t)

@@ -1,5 +1,5 @@
 // Does to boards, chips, a serial line and a manager's memory everything that can go wrong, one thing at a
-// time. scripts/fault-sweep starts it once for each subject and puts the reports together.
+// time. scripts/reliability/fault-sweep starts it once for each subject and puts the reports together.
 
 #include <CLI/CLI.hpp>
 #include <fstream>
