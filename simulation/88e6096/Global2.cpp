@@ -16,6 +16,7 @@ RegisterTable Global2::table() {
         Register(global2::managementEnable0x, "MGMTEnable0x").field("Enable", 15, 0),
         Register(global2::switchManagement, "SwitchManagement").field("RSVD2CPU", 3),
         Register(global2::smiPhyCommand, "SMIPHYCommand")
+            .staging()
             .field(busy.called("SMIBusy"))
             .field("SMIMode", 12)
             .field(smi::operation)
@@ -23,7 +24,7 @@ RegisterTable Global2::table() {
             .field(smi::address)
             .onRead([this](std::uint32_t stored) { return withBusy(stored, _timer); })
             .onWrite([this](std::uint32_t word) { operate(word); }),
-        Register(global2::smiPhyData, "SMIPHYData").field("Data", 15, 0),
+        Register(global2::smiPhyData, "SMIPHYData").staging().field("Data", 15, 0),
     };
 }
 

@@ -85,10 +85,10 @@ RegisterTable Port::table(unsigned number) {
         Register(port::associationVector, "PortAssociationVector", bit(number))
             .field("LockedPort", 13)
             .field(vlanTable.called("PAV")),
-        Register(port::inDiscardsLow, "InDiscardsLow").readOnly("Frames", 15, 0),
-        Register(port::inDiscardsHigh, "InDiscardsHigh").readOnly("Frames", 15, 0),
-        Register(port::inFiltered, "InFiltered").readOnly("Frames", 15, 0),
-        Register(port::outFiltered, "OutFiltered").readOnly("Frames", 15, 0),
+        Register(port::inDiscardsLow, "InDiscardsLow").counter().readOnly("Frames", 15, 0),
+        Register(port::inDiscardsHigh, "InDiscardsHigh").counter().readOnly("Frames", 15, 0),
+        Register(port::inFiltered, "InFiltered").counter().readOnly("Frames", 15, 0),
+        Register(port::outFiltered, "OutFiltered").counter().readOnly("Frames", 15, 0),
     };
 }
 

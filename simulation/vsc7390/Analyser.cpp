@@ -68,9 +68,10 @@ void Analyser::addMaskArrays(RegisterTable& table) const {
 }
 
 void Analyser::addTableAccess(RegisterTable& table) {
-    table.add(Register(analyser::macHigh, "MACHDATA").field(mac::vid).field(mac::highBytes));
-    table.add(Register(analyser::macLow, "MACLDATA").field("Mac2345", 31, 0));
+    table.add(Register(analyser::macHigh, "MACHDATA").staging().field(mac::vid).field(mac::highBytes));
+    table.add(Register(analyser::macLow, "MACLDATA").staging().field("Mac2345", 31, 0));
     table.add(Register(analyser::macAccess, "MACACCESS")
+                  .staging()
                   .field(mac::cpuCopy)
                   .field(mac::forwardKill)
                   .field(mac::ignoreVlan)
@@ -81,8 +82,13 @@ void Analyser::addTableAccess(RegisterTable& table) {
                   .field(mac::command)
                   .onRead([this](std::uint32_t stored) { return _macTable.shown(stored); })
                   .onWrite([this](std::uint32_t word) { _macTable.operate(word); }));
-    table.add(Register(analyser::macIndex, "MACTINDX").field(mac::shadow).field(mac::bucket).field(mac::row));
+    table.add(Register(analyser::macIndex, "MACTINDX")
+                  .staging()
+                  .field(mac::shadow)
+                  .field(mac::bucket)
+                  .field(mac::row));
     table.add(Register(analyser::vlanAccess, "VLANACCESS")
+                  .staging()
                   .field("Other31", 31)
                   .field(vlan::learnDisabled)
                   .field(vlan::mirror)
@@ -92,7 +98,7 @@ void Analyser::addTableAccess(RegisterTable& table) {
                   .field(vlan::command)
                   .onRead([this](std::uint32_t stored) { return _vlanTable.shown(stored); })
                   .onWrite([this](std::uint32_t word) { _vlanTable.operate(word); }));
-    table.add(Register(analyser::vlanIndex, "VLANTIDX").field("VID", 11, 0));
+    table.add(Register(analyser::vlanIndex, "VLANTIDX").staging().field("VID", 11, 0));
 }
 
 std::uint32_t Analyser::destinationReset(unsigned number) const {

@@ -14,7 +14,7 @@ Arbiter::Arbiter(Context& context, Receives receives)
 
 RegisterTable Arbiter::table() {
     return {
-        Register(arbiter::empty, "ARBEMPTY").readOnly(ports).onRead([this](std::uint32_t) {
+        Register(arbiter::empty, "ARBEMPTY").unstable().readOnly(ports).onRead([this](std::uint32_t) {
             return empty();
         }),
         Register(arbiter::discard, "ARBDISC").field(ports).onWrite([this](std::uint32_t mask) {

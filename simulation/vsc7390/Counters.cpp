@@ -27,7 +27,7 @@ void require(unsigned address) {
 
 void Counters::addTo(RegisterTable& table) {
     for (unsigned address = first; address <= last; ++address) {
-        Register counter = Register(address, names[address - first]).readOnly("Count", 31, 0);
+        Register counter = Register(address, names[address - first]).counter().readOnly("Count", 31, 0);
         if (address == port::packetsIn) {
             counter.onAttempt([this](std::uint32_t value) {
                 if (value == 0) {

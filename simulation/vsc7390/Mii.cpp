@@ -21,11 +21,13 @@ Mii::Mii(Context& context, unsigned number, Phys* phys)
 RegisterTable Mii::table() {
     return {
         Register(mii::status, "MIIMSTAT")
+            .unstable()
             .readOnly(mii::busy)
             .readOnly(mii::readPending)
             .readOnly(mii::writePending)
             .onRead([this](std::uint32_t stored) { return stored | status(); }),
         Register(mii::command, "MIIMCMD")
+            .staging()
             .field("SCAN", 27)
             .field(mii::read)
             .field(mii::phy)
@@ -33,6 +35,7 @@ RegisterTable Mii::table() {
             .field(mii::value)
             .onWrite([this](std::uint32_t word) { operate(word); }),
         Register(mii::data, "MIIMDATA")
+            .staging()
             .readOnly(mii::failure)
             .readOnly(mii::value)
             .onRead([this](std::uint32_t) { return data(); }),

@@ -12,18 +12,22 @@ System::System(Context& context)
 RegisterTable System::table() {
     Vsc7390Options const& options = _context.options;
     return {
-        Register(system::busSetUp, "BusSetUp").field("SetUp", 31, 0),
-        Register(system::globalReset, "GLORESET").field("Other", 31, 1).field("MASTER_RESET", 0),
+        Register(system::busSetUp, "BusSetUp").unstable().field("SetUp", 31, 0),
+        Register(system::globalReset, "GLORESET").unstable().field("Other", 31, 1).field("MASTER_RESET", 0),
         Register(system::chipIdentifier, "CHIPID",
                  system::revision.placed(options.revision) | system::product.placed(system::productNumber) |
                      system::identifierLow.placed(options.identifierLow))
             .readOnly(system::revision)
             .readOnly(system::product)
             .readOnly(system::identifierLow),
-        Register(system::indirectData, "IndirectData").readOnly("Data", 31, 0).onRead([this](std::uint32_t) {
-            return data();
-        }),
+        Register(system::indirectData, "IndirectData")
+            .unstable()
+            .changedByRead()
+            .readOnly("Data", 31, 0)
+            .onRead([this](std::uint32_t) { return data(); }),
         Register(system::indirectStatus, "IndirectStatus")
+            .unstable()
+            .changedByRead()
             .readOnly(system::dataReady)
             .onRead([this](std::uint32_t stored) {
                 return isReady() ? stored | system::dataReady.getMask() : stored;

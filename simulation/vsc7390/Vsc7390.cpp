@@ -23,14 +23,15 @@ Mii::Phys makePhys(Context& context) {
 }
 
 RegisterTable memoryTable() {
-    return {Register(initialise, "MEMINIT").field("Command", 31, 0),
-            Register(result, "MEMRES").field("Result", 31, 0)};
+    return {Register(initialise, "MEMINIT").staging().field("Command", 31, 0),
+            Register(result, "MEMRES").staging().field("Result", 31, 0)};
 }
 
 RegisterTable captureTable() {
     RegisterTable table;
     for (unsigned word = 0; word < wordsOfCapture; ++word) {
-        table.add(Register(word, "Word" + std::to_string(word)).field("Data", 31, 0));
+        table.add(
+            Register(word, "Word" + std::to_string(word)).unstable().changedByRead().field("Data", 31, 0));
     }
     return table;
 }
