@@ -22,7 +22,10 @@ constexpr unsigned harmless[] = {4, 5, 7, 8, 9, 15};
 } // namespace
 
 Phy::Phy(Context& context, unsigned number)
-    : _registers(context.services, context.chip, "phy " + std::to_string(number), table()) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::phy, number, {UnitPlace::Space::phy, 0, number}}) {
+    define(table());
+}
 
 RegisterTable Phy::table() {
     RegisterTable table = {
@@ -53,11 +56,7 @@ RegisterTable Phy::table() {
 }
 
 void Phy::control(std::uint32_t value) {
-    _registers.store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
-}
-
-RegisterFile& Phy::getRegisters() {
-    return _registers;
+    store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
 }
 
 bool Phy::isPlugged() const {

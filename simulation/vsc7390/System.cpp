@@ -5,9 +5,12 @@
 namespace simulation::vitesse {
 
 System::System(Context& context)
-    : _context(context),
-      _timer(context.services.clock),
-      _registers(context.services, context.chip, "system", table()) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::system, 0, {UnitPlace::Space::block, block::system, 0}}),
+      _context(context),
+      _timer(context.services.clock) {
+    define(table());
+}
 
 RegisterTable System::table() {
     Vsc7390Options const& options = _context.options;
@@ -29,14 +32,8 @@ RegisterTable System::table() {
             .unstable()
             .changedByRead()
             .readOnly(system::dataReady)
-            .onRead([this](std::uint32_t stored) {
-                return isReady() ? stored | system::dataReady.getMask() : stored;
-            }),
+            .onRead([this](std::uint32_t stored) { return stored | system::dataReady.placed(isReady()); }),
     };
-}
-
-RegisterFile& System::getRegisters() {
-    return _registers;
 }
 
 CommandTimer& System::getTimer() {
@@ -47,24 +44,10 @@ void System::startFetch(std::uint32_t value) {
     _before = data();
     _fetched = value;
     _timer.start(_context.options.indirectReadNanoseconds);
-    _isLost = _fetchesToLose > 0;
-    if (_isLost) {
-        --_fetchesToLose;
-    }
 }
 
 bool System::isReady() const {
-    return _timer.isDone() && !_isLost;
-}
-
-void System::loseFetches(unsigned count) {
-    _fetchesToLose = count;
-}
-
-void System::release() {
-    _timer.release();
-    _fetchesToLose = 0;
-    _isLost = false;
+    return _timer.isDone();
 }
 
 std::uint32_t System::data() const {

@@ -26,8 +26,8 @@ protected:
     /// Calls `look` with each unit's name and table.
     template <typename Look> void forEachTable(Look look) {
         simulation::ChipTestSide const& chip = _chip->getTestSide();
-        for (std::string const& unit : chip.getUnits()) {
-            look(unit, chip.getRegisters(unit));
+        for (simulation::RegisterFile const* const unit : chip.getUnits()) {
+            look(unit->getName(), unit->getTable());
         }
     }
 
@@ -58,7 +58,7 @@ protected:
     }
 
     bool keeps(std::string const& unit, unsigned address, std::string const& name) {
-        Register const& row = *_chip->getTestSide().getRegisters(unit).find(address);
+        Register const& row = *_chip->getTestSide().getUnit(unit).getTable().find(address);
         for (Field const& field : row.getFields()) {
             if (field.name == name) {
                 return row.keeps(field);
