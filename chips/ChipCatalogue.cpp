@@ -103,8 +103,9 @@ struct ChipCatalogue::Chip {
 
 ChipCatalogue::ChipCatalogue(std::string const& model) : _model(model), _chip(std::make_unique<Chip>(model)) {
     simulation::ChipTestSide const& chip = _chip->chip->getTestSide();
-    for (std::string const& unit : chip.getUnits()) {
-        _units.push_back({unit, startOf(unit, getSpace() == Space::block), &chip.getRegisters(unit)});
+    for (simulation::RegisterFile const* const unit : chip.getUnits()) {
+        std::string const& name = unit->getName();
+        _units.push_back({name, startOf(name, getSpace() == Space::block), &unit->getTable()});
     }
 }
 

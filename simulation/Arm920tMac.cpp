@@ -19,7 +19,7 @@ Arm920tMac::Arm920tMac(Services& services, MdioBus& bus, Options const& options)
     : _services(services),
       _bus(bus),
       _timer(services.clock, options.busyNanoseconds),
-      _registers(services, "mac", "mdio", table(*this, options), RegisterFile::Logging::off) {}
+      _registers(services, {"mac", "mdio"}, table(*this, options), RegisterFile::Logging::off) {}
 
 RegisterTable Arm920tMac::table(Arm920tMac& mac, Options const& options) {
     return {

@@ -1,38 +1,59 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
-#include "simulation/RegisterTable.hpp"
+#include "simulation/CommandTimer.hpp"
+#include "simulation/Services.hpp"
+#include "simulation/UnitDirectory.hpp"
 
 namespace simulation {
 
 /// The side of a chip model that has no pins: what a test may look at and disturb. Nothing done
 /// here shows in the access log.
 ///
-/// Units go by the names of the access log. An operation on a unit that the chip does not have
-/// throws std::out_of_range. Any thread may call.
+/// An operation on a unit, port, table entry and so on that the chip does not have throws
+/// std::out_of_range. Any thread may call; each operation is one step for the threads that use the board.
 class ChipTestSide {
 public:
+    /// The parts of chips that take commands or their time.
+    enum class CommandUnit {
+        smi,
+        smiPhy,
+        vtu,
+        atu,
+        statistics,
+        indirectRead,
+        vlanTable,
+        macTable,
+        mii0,
+        mii1,
+        arbiter
+    };
+
     virtual ~ChipTestSide() = default;
 
-    /// Names of all units with registers.
-    virtual std::vector<std::string> getUnits() const = 0;
+    /// \name Units with registers
+    /// @{
+    std::vector<RegisterFile*> const& getUnits() const;
+    RegisterFile& getUnit(UnitKind kind, unsigned number = 0) const;
+    /// By the name that the access log has, for example "port 3".
+    RegisterFile& getUnit(std::string const& name) const;
 
-    /// What is known of a unit's registers: names, fields, reset values. Lives as long as the chip.
-    virtual RegisterTable const& getRegisters(std::string const& unit) const = 0;
-
-    /// What a read over the bus would return now.
-    virtual std::uint32_t peek(std::string const& unit, unsigned address) const = 0;
-
-    /// Stores a value, read-only and reserved bits included, without starting anything.
-    virtual void poke(std::string const& unit, unsigned address, std::uint32_t value) = 0;
-
-    /// From now on the bits of `ones` read as 1 and those of `zeros` as 0, whatever is written.
-    /// Two zero masks heal the register.
-    virtual void stick(std::string const& unit, unsigned address, std::uint32_t ones,
-                       std::uint32_t zeros) = 0;
+    /// As the unit's own.
+    std::uint32_t peek(std::string const& unit, unsigned address) const {
+        return getUnit(unit).peek(address);
+    }
+    void poke(std::string const& unit, unsigned address, std::uint32_t value) {
+        getUnit(unit).poke(address, value);
+    }
+    void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) {
+        getUnit(unit).stick(address, ones, zeros);
+    }
+    /// @}
 
     /// Makes one register access fail as the driver sees it. A chip behind a command register shows
     /// busy for so long before the access that a driver which waits a second gives up; it recovers by
@@ -41,6 +62,34 @@ public:
     /// \param nth the access counted from now on, 1 = the next one; see AccessLog::Entry::transfer.
     ///        0 disarms.
     virtual void failAccess(unsigned nth) = 0;
+
+    /// Every command that is started from now on takes that long, whatever the options say.
+    void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds);
+
+    /// The unit is busy for ever.
+    /// \param nthCommand from which command on, 1 = the next one; 0 = from now on, command or not.
+    void hang(CommandUnit unit, unsigned nthCommand = 0);
+
+    /// Ends a hang; the unit is ready at once.
+    void release(CommandUnit unit);
+
+    /// Commands that the unit has started.
+    unsigned getCommands(CommandUnit unit) const;
+
+protected:
+    using Timers = std::map<CommandUnit, CommandTimer*>;
+
+    /// All must outlive the object.
+    ChipTestSide(Services& services, UnitDirectory const& units, Timers timers);
+
+    std::unique_lock<std::recursive_mutex> lock() const;
+    CommandTimer& getTimer(CommandUnit unit) const;
+    static void require(bool condition, char const* what);
+
+private:
+    Services& _services;
+    UnitDirectory const& _units;
+    Timers _timers;
 };
 
 } // namespace simulation

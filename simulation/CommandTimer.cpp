@@ -16,6 +16,10 @@ void CommandTimer::start(std::uint64_t usualNanoseconds) {
         --_commandsToHang;
         _hangs = _commandsToHang == 0;
     }
+    _isLost = _commandsToLose > 0;
+    if (_isLost) {
+        --_commandsToLose;
+    }
 }
 
 bool CommandTimer::isBusy() const {
@@ -23,7 +27,7 @@ bool CommandTimer::isBusy() const {
 }
 
 bool CommandTimer::isDone() const {
-    return _commands > 0 && !isBusy();
+    return _commands > 0 && !isBusy() && !_isLost;
 }
 
 unsigned CommandTimer::getCommands() const {
@@ -40,7 +44,13 @@ void CommandTimer::hang(unsigned nthCommand) {
     _hangs = nthCommand == 0;
 }
 
+void CommandTimer::lose(unsigned count) {
+    _commandsToLose = count;
+}
+
 void CommandTimer::release() {
+    _commandsToLose = 0;
+    _isLost = false;
     _commandsToHang = 0;
     _hangs = false;
     _busyUntil = 0;

@@ -29,7 +29,10 @@ public:
     /// Busy for ever: from the nth command on (1 = the next), or 0 = from now on.
     void hang(unsigned nthCommand);
 
-    /// Ends a hang and whatever runs.
+    /// The next commands never end, as many as `count`; those after them do.
+    void lose(unsigned count);
+
+    /// Ends a hang, a loss and whatever runs.
     void release();
 
 private:
@@ -40,6 +43,8 @@ private:
     unsigned _commands = 0;
     unsigned _commandsToHang = 0;
     bool _hangs = false;
+    unsigned _commandsToLose = 0;
+    bool _isLost = false;
 };
 
 } // namespace simulation

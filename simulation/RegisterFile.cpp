@@ -1,25 +1,18 @@
 #include "simulation/RegisterFile.hpp"
 
-#include <cstdio>
+#include <fmt/format.h>
+
 #include <utility>
 
 namespace simulation {
 
-namespace {
-
-std::string hexadecimal(std::uint32_t value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%04x", value);
-    return text;
+RegisterFile::RegisterFile(Services& services, UnitIdentity identity, RegisterTable table, Logging logging)
+    : _services(services), _identity(std::make_shared<UnitIdentity>(std::move(identity))), _logging(logging) {
+    define(std::move(table));
 }
 
-} // namespace
-
-RegisterFile::RegisterFile(Services& services, std::string const& chip, std::string const& unit,
-                           RegisterTable table, Logging logging)
-    : _services(services),
-      _identity(std::make_shared<UnitIdentity const>(UnitIdentity{chip, unit, std::move(table)})),
-      _logging(logging) {
+void RegisterFile::define(RegisterTable table) {
+    _identity->registers = std::move(table);
     reset();
 }
 
@@ -38,7 +31,7 @@ void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfe
     Register const* const description = _identity->registers.find(address);
     std::uint32_t const before = peek(address);
     if (description == nullptr) {
-        report(MisuseReport::Kind::unknownRegister, address, "write of " + hexadecimal(value));
+        report(MisuseReport::Kind::unknownRegister, address, fmt::format("write of 0x{:04x}", value));
         store(address, value);
     } else {
         reportUnwritable(*description, value, before);
@@ -58,6 +51,10 @@ std::uint32_t RegisterFile::getStored(unsigned address) const {
     return withStuckBits(address, found == _values.end() ? 0 : found->second);
 }
 
+std::uint32_t RegisterFile::getStored(unsigned address, Field const& field) const {
+    return field.get(getStored(address));
+}
+
 void RegisterFile::store(unsigned address, std::uint32_t value) {
     _values[address] = value;
 }
@@ -74,12 +71,21 @@ void RegisterFile::reset() {
 }
 
 std::uint32_t RegisterFile::peek(unsigned address) const {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
     Register const* const description = _identity->registers.find(address);
     std::uint32_t const stored = getStored(address);
     return withStuckBits(address, description == nullptr ? stored : description->shown(stored));
 }
 
+// Looked at first: what had arrived by now would otherwise come on top of the value later.
+void RegisterFile::poke(unsigned address, std::uint32_t value) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
+    peek(address);
+    store(address, value);
+}
+
 void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zeros) {
+    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
     if (ones == 0 && zeros == 0) {
         _stuckBits.erase(address);
     } else {
@@ -87,7 +93,11 @@ void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zer
     }
 }
 
-std::string const& RegisterFile::getUnit() const {
+UnitIdentity const& RegisterFile::getIdentity() const {
+    return *_identity;
+}
+
+std::string const& RegisterFile::getName() const {
     return _identity->unit;
 }
 
@@ -106,9 +116,9 @@ void RegisterFile::reportUnwritable(Register const& description, std::uint32_t v
                                     std::uint32_t shown) const {
     std::uint32_t const refused = value & ~description.getWritable() & ~description.getIgnored() & ~shown;
     if (refused != 0) {
-        report(MisuseReport::Kind::unwritableBits, description.getAddress(),
-               "write of " + hexadecimal(value) + " tries to set " + hexadecimal(refused) +
-                   ", which cannot be written");
+        report(
+            MisuseReport::Kind::unwritableBits, description.getAddress(),
+            fmt::format("write of 0x{:04x} tries to set 0x{:04x}, which cannot be written", value, refused));
     }
 }
 

@@ -11,15 +11,17 @@
 
 namespace simulation {
 
-/// The registers of one hardware unit at work: stores, logs, reports misuse, and calls what the
-/// table says. An address without a row is plain storage that starts at 0.
+/// A hardware unit with registers: stores, logs, reports misuse, and calls what the table says. An
+/// address without a row is plain storage that starts at 0.
 class RegisterFile {
 public:
     enum class Logging { on, off };
 
     /// `services` must outlive the file.
-    RegisterFile(Services& services, std::string const& chip, std::string const& unit, RegisterTable table,
+    RegisterFile(Services& services, UnitIdentity identity, RegisterTable table = {},
                  Logging logging = Logging::on);
+    RegisterFile(RegisterFile const&) = delete;
+    RegisterFile& operator=(RegisterFile const&) = delete;
 
     /// \name Bus side
     /// `transfer` goes to the access log.
@@ -31,19 +33,35 @@ public:
     /// \name Model side: no log, no hook of a write
     /// @{
     std::uint32_t getStored(unsigned address) const;
+    /// A field of what is stored.
+    std::uint32_t getStored(unsigned address, Field const& field) const;
     void store(unsigned address, std::uint32_t value);
     void report(MisuseReport::Kind kind, unsigned address, std::string const& text) const;
     /// Back to the reset values of the table.
     void reset();
     /// @}
 
-    /// \name Test side
+    /// \name Test side: any thread may call, nothing shows in the access log
     /// @{
+
+    /// What a read over the bus would return now.
     std::uint32_t peek(unsigned address) const;
+
+    /// Stores a value, read-only and reserved bits included, without starting anything.
+    void poke(unsigned address, std::uint32_t value);
+
+    /// From now on the bits of `ones` read as 1 and those of `zeros` as 0, whatever is written.
+    /// Two zero masks heal the register.
     void stick(unsigned address, std::uint32_t ones, std::uint32_t zeros);
-    std::string const& getUnit() const;
+
+    UnitIdentity const& getIdentity() const;
+    std::string const& getName() const;
     RegisterTable const& getTable() const;
     /// @}
+
+protected:
+    /// Gives a unit its registers, at their reset values, when it is constructed.
+    void define(RegisterTable table);
 
 private:
     struct StuckBits {
@@ -55,7 +73,7 @@ private:
     void reportUnwritable(Register const& description, std::uint32_t value, std::uint32_t shown) const;
 
     Services& _services;
-    std::shared_ptr<UnitIdentity const> _identity;
+    std::shared_ptr<UnitIdentity> _identity;
     Logging _logging;
     std::map<unsigned, std::uint32_t> _values;
     std::map<unsigned, StuckBits> _stuckBits;

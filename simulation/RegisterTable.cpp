@@ -22,6 +22,31 @@ Register& Register::ignored(Field const& field) {
     return *this;
 }
 
+Register& Register::selfClearing(Field const& field) {
+    _selfClearing |= field.getMask();
+    return this->field(field);
+}
+
+Register& Register::staging() {
+    _kind = Kind::staging;
+    return *this;
+}
+
+Register& Register::counter() {
+    _kind = Kind::counter;
+    return *this;
+}
+
+Register& Register::unstable() {
+    _kind = Kind::unstable;
+    return *this;
+}
+
+Register& Register::changedByRead() {
+    _isChangedByRead = true;
+    return *this;
+}
+
 Register& Register::onWrite(WriteHook hook) {
     _writeHook = std::move(hook);
     return *this;
@@ -59,6 +84,18 @@ std::uint32_t Register::getIgnored() const {
 
 std::vector<Register::Field> const& Register::getFields() const {
     return _fields;
+}
+
+Register::Kind Register::getKind() const {
+    return _kind;
+}
+
+bool Register::isChangedByRead() const {
+    return _isChangedByRead;
+}
+
+bool Register::keeps(Field const& field) const {
+    return (field.getMask() & (~_writable | _selfClearing)) == 0;
 }
 
 std::uint32_t Register::shown(std::uint32_t stored) const {

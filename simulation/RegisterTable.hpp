@@ -19,6 +19,18 @@ class Register {
 public:
     using Field = simulation::Field;
 
+    /// How the contents behave, for tools that save, compare or restore them.
+    enum class Kind {
+        /// Configuration: keeps what is written.
+        setting,
+        /// Gives access to a table or to other registers: what stands there is left over from the last
+        /// command.
+        staging,
+        counter,
+        /// Does not keep still: status, captured frames, what clears itself, what reaching the chip sets.
+        unstable,
+    };
+
     /// Called after a write was stored, with the register's new contents.
     using WriteHook = std::function<void(std::uint32_t value)>;
     /// Called on a read, with the stored contents; returns what the read shows.
@@ -41,6 +53,19 @@ public:
     /// Bits that a write may set without effect and without complaint.
     Register& ignored(Field const& field);
 
+    /// Bits that can be written and that the chip clears once it has acted on them.
+    Register& selfClearing(Field const& field);
+
+    /// \name What is not a setting
+    /// @{
+    Register& staging();
+    Register& counter();
+    Register& unstable();
+    /// @}
+
+    /// A read changes what is there, for example clears it, or nobody but the maker knows that it does not.
+    Register& changedByRead();
+
     Register& onWrite(WriteHook hook);
     /// Called after onWrite's, with all bits that the write had, those included that cannot be written.
     Register& onAttempt(WriteHook hook);
@@ -52,6 +77,11 @@ public:
     std::uint32_t getWritable() const;
     std::uint32_t getIgnored() const;
     std::vector<Field> const& getFields() const;
+    Kind getKind() const;
+    bool isChangedByRead() const;
+
+    /// Whether the field keeps what is written: all of it can be written, and none of it clears itself.
+    bool keeps(Field const& field) const;
 
     /// What a read shows of the stored contents.
     std::uint32_t shown(std::uint32_t stored) const;
@@ -63,6 +93,9 @@ private:
     std::uint32_t _reset;
     std::uint32_t _writable = 0;
     std::uint32_t _ignored = 0;
+    std::uint32_t _selfClearing = 0;
+    Kind _kind = Kind::setting;
+    bool _isChangedByRead = false;
     std::vector<Field> _fields;
     WriteHook _writeHook;
     WriteHook _attemptHook;

@@ -29,12 +29,9 @@ std::uint32_t moved(std::uint32_t data, std::uint32_t command) {
 } // namespace
 
 Atu::Atu(Context& context, RegisterFile& registers)
-    : _registers(registers), _timer(context.services.clock, context.options.atuBusyNanoseconds) {}
+    : CommandUnit(context, registers, global1::atuOperation, context.options.atuBusyNanoseconds) {}
 
-void Atu::operate(std::uint32_t word) {
-    if (!startCommand(_registers, global1::atuOperation, word, _timer)) {
-        return;
-    }
+void Atu::perform(std::uint32_t word) {
     switch (globalOperation.get(word)) {
     case flushAll:
         return flushOrMove(true, true);
@@ -52,16 +49,8 @@ void Atu::operate(std::uint32_t word) {
         // Violations come from frames, of which there are none.
         return;
     default:
-        _registers.report(MisuseReport::Kind::meaninglessCommand, global1::atuOperation, "no such operation");
+        reportMeaningless("no such operation");
     }
-}
-
-CommandTimer& Atu::getTimer() {
-    return _timer;
-}
-
-CommandTimer const& Atu::getTimer() const {
-    return _timer;
 }
 
 Atu::Key Atu::stagedKey() const {

@@ -16,15 +16,20 @@ constexpr std::uint32_t statsOperationReset = 0x0C00;
 } // namespace
 
 Global1::Global1(Context& context)
-    : _context(context),
-      _registers(context.services, context.chip, "global 1", table()),
-      _vtu(context, _registers),
-      _atu(context, _registers),
-      _statistics(context, _registers) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::global, 1, {UnitPlace::Space::device, 0, global1Device}}),
+      _context(context),
+      _vtu(context, *this),
+      _atu(context, *this),
+      _statistics(context, *this) {
+    define(table());
+}
 
 RegisterTable Global1::table() {
     return {
         Register(global1::status, "GlobalStatus", statusReset)
+            .unstable()
+            .changedByRead()
             .readOnly("PPUPolling", 15)
             .readOnly("InitReady", 11)
             .readOnly(global1::statsDone)
@@ -33,23 +38,21 @@ RegisterTable Global1::table() {
             .readOnly("ATUProb", 3)
             .readOnly(global1::atuDone)
             .onRead([this](std::uint32_t stored) { return status(stored); }),
-        Register(global1::atuFid, "ATUFID").field("FID", 11, 0),
-        Register(global1::vtuFid, "VTUFID").field("FID", 11, 0),
+        Register(global1::atuFid, "ATUFID").staging().field("FID", 11, 0),
+        Register(global1::vtuFid, "VTUFID").staging().field("FID", 11, 0),
         vtuSidRegister(),
         Register(global1::control, "GlobalControl")
-            .field("SWReset", 15)
+            .selfClearing({"SWReset", 15})
             .field("PPUEn", 14)
             .field("DiscardExcessive", 13)
             .field("MaxFrame", 10),
-        Register(global1::vtuOperation, "VTUOperation")
-            .field(busy.called("VTUBusy"))
-            .field(globalOperation.called("VTUOp"))
-            .readOnly(vtu::memberViolation)
-            .readOnly(vtu::missViolation)
-            .readOnly(vtu::sourcePort)
-            .onRead([this](std::uint32_t stored) { return withBusy(stored, _vtu.getTimer()); })
-            .onWrite([this](std::uint32_t word) { _vtu.operate(word); }),
-        Register(global1::vtuVid, "VTUVID").field(vtu::valid).field(vtu::vid),
+        _vtu.attachedTo(Register(global1::vtuOperation, "VTUOperation")
+                            .field(busy.called("VTUBusy"))
+                            .field(globalOperation.called("VTUOp"))
+                            .readOnly(vtu::memberViolation)
+                            .readOnly(vtu::missViolation)
+                            .readOnly(vtu::sourcePort)),
+        Register(global1::vtuVid, "VTUVID").staging().field(vtu::valid).field(vtu::vid),
         vtuDataRegister(0),
         vtuDataRegister(1),
         vtuDataRegister(2),
@@ -57,28 +60,25 @@ RegisterTable Global1::table() {
             .field("Other", 15, 12)
             .field(global1::ageTime)
             .field("Other", 3, 0),
-        Register(global1::atuOperation, "ATUOperation")
-            .field(busy.called("ATUBusy"))
-            .field(globalOperation.called("ATUOp"))
-            .onRead([this](std::uint32_t stored) { return withBusy(stored, _atu.getTimer()); })
-            .onWrite([this](std::uint32_t word) { _atu.operate(word); }),
+        _atu.attachedTo(Register(global1::atuOperation, "ATUOperation")
+                            .field(busy.called("ATUBusy"))
+                            .field(globalOperation.called("ATUOp"))),
         Register(global1::atuData, "ATUData")
+            .staging()
             .field("Trunk", 15)
             .field(atu::portVector)
             .field(atu::entryState),
-        Register(global1::atuMac01, "ATUMAC01").field("Byte0", 15, 8).field("Byte1", 7, 0),
-        Register(global1::atuMac23, "ATUMAC23").field("Byte2", 15, 8).field("Byte3", 7, 0),
-        Register(global1::atuMac45, "ATUMAC45").field("Byte4", 15, 8).field("Byte5", 7, 0),
-        Register(global1::statsOperation, "StatsOperation", statsOperationReset)
-            .field(busy.called("StatsBusy"))
-            .field(globalOperation.called("StatsOp"))
-            .field(statistics::histogramMode)
-            .ignored({"Unused", 9, 6})
-            .field(statistics::item)
-            .onRead([this](std::uint32_t stored) { return withBusy(stored, _statistics.getTimer()); })
-            .onWrite([this](std::uint32_t word) { _statistics.operate(word); }),
-        Register(global1::statsHigh, "StatsCounterHigh").readOnly("Count", 15, 0),
-        Register(global1::statsLow, "StatsCounterLow").readOnly("Count", 15, 0),
+        Register(global1::atuMac01, "ATUMAC01").staging().field("Byte0", 15, 8).field("Byte1", 7, 0),
+        Register(global1::atuMac23, "ATUMAC23").staging().field("Byte2", 15, 8).field("Byte3", 7, 0),
+        Register(global1::atuMac45, "ATUMAC45").staging().field("Byte4", 15, 8).field("Byte5", 7, 0),
+        _statistics.attachedTo(Register(global1::statsOperation, "StatsOperation", statsOperationReset)
+                                   .field(busy.called("StatsBusy"))
+                                   .field(globalOperation.called("StatsOp"))
+                                   .field(statistics::histogramMode)
+                                   .ignored({"Unused", 9, 6})
+                                   .field(statistics::item)),
+        Register(global1::statsHigh, "StatsCounterHigh").staging().readOnly("Count", 15, 0),
+        Register(global1::statsLow, "StatsCounterLow").staging().readOnly("Count", 15, 0),
     };
 }
 
@@ -86,13 +86,14 @@ RegisterTable Global1::table() {
 Register Global1::vtuSidRegister() const {
     auto const width = static_cast<unsigned>(_context.options.sidWidth);
     Register description(global1::vtuSid, "VTUSID");
-    description.field("SID", width - 1, 0);
+    description.staging().field("SID", width - 1, 0);
     return width < 12 ? description.ignored({"Unused", 11, width}) : description;
 }
 
 Register Global1::vtuDataRegister(unsigned index) const {
     static char const* const names[] = {"VTUData0-3", "VTUData4-7", "VTUData8-11"};
     Register description(global1::vtuData0 + index, names[index]);
+    description.staging();
     for (unsigned place = vtu::portsPerRegister; place-- > 0;) {
         unsigned const port = index * vtu::portsPerRegister + place;
         if (port < Marvell88E6096TestSide::numberOfPorts) {
@@ -109,14 +110,6 @@ std::uint32_t Global1::status(std::uint32_t stored) const {
            global1::vtuProblem.placed(_vtu.hasViolation()) |
            global1::vtuDone.placed(_vtu.getTimer().isDone()) |
            global1::atuDone.placed(_atu.getTimer().isDone());
-}
-
-RegisterFile& Global1::getRegisters() {
-    return _registers;
-}
-
-RegisterFile const& Global1::getRegisters() const {
-    return _registers;
 }
 
 Vtu& Global1::getVtu() {

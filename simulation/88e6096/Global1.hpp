@@ -8,15 +8,11 @@
 namespace simulation::marvell {
 
 /// The first set of registers for the chip as a whole, and the units that take commands there.
-class Global1 {
+class Global1 : public RegisterFile {
 public:
     /// `context` must outlive the unit.
     explicit Global1(Context& context);
-    Global1(Global1 const&) = delete;
-    Global1& operator=(Global1 const&) = delete;
 
-    RegisterFile& getRegisters();
-    RegisterFile const& getRegisters() const;
     Vtu& getVtu();
     Atu& getAtu();
     Statistics& getStatistics();
@@ -28,7 +24,6 @@ private:
     std::uint32_t status(std::uint32_t stored) const;
 
     Context& _context;
-    RegisterFile _registers;
     Vtu _vtu;
     Atu _atu;
     Statistics _statistics;

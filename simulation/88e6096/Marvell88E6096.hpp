@@ -1,10 +1,9 @@
 #pragma once
 
-#include <array>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "simulation/88e6096/Context.hpp"
 #include "simulation/88e6096/Global1.hpp"
@@ -14,6 +13,7 @@
 #include "simulation/88e6096/Port.hpp"
 #include "simulation/88e6096/Smi.hpp"
 #include "simulation/SimulatedChip.hpp"
+#include "simulation/UnitDirectory.hpp"
 
 namespace simulation {
 
@@ -36,15 +36,15 @@ public:
     Marvell88E6096TestSide& getMarvellTestSide();
 
 private:
-    friend class Marvell88E6096TestAccess;
+    friend class Marvell88E6096TestSide;
 
     RegisterFile& findDevice(unsigned device);
-    std::vector<RegisterFile*> getUnits();
 
     unsigned _id;
     marvell::Context _context;
+    UnitDirectory _units;
     marvell::Global2::Phys _phys;
-    std::array<std::unique_ptr<marvell::Port>, Marvell88E6096TestSide::numberOfPorts> _ports;
+    std::deque<marvell::Port> _ports;
     marvell::Global1 _global1;
     marvell::Global2 _global2;
     marvell::Smi _smi;

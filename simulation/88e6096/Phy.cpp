@@ -18,19 +18,22 @@ constexpr unsigned megabits1000 = 1000;
 } // namespace
 
 Phy::Phy(Context& context, unsigned number)
-    : _context(context),
-      _registers(context.services, context.chip, "phy " + std::to_string(number), table()) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::phy, number, {UnitPlace::Space::phy, 0, number}}),
+      _context(context) {
+    define(table());
+}
 
 RegisterTable Phy::table() {
     return {
         Register(phy::control, "Control", controlReset)
-            .field(phy::reset)
+            .selfClearing(phy::reset)
             .field("Loopback", 14)
             .field(phy::speedLow)
             .field(phy::autoNegotiation)
             .field(phy::powerDown)
             .field("Isolate", 10)
-            .field(phy::restartNegotiation)
+            .selfClearing(phy::restartNegotiation)
             .field(phy::duplex)
             .field("CollisionTest", 7)
             .field(phy::speedHigh)
@@ -49,23 +52,19 @@ RegisterTable Phy::table() {
 void Phy::control(std::uint32_t value) {
     if (phy::reset.isSet(value) &&
         _context.options.phyReset == Marvell88E6096Options::PhyReset::restoresDefaults) {
-        _registers.reset();
+        reset();
         return;
     }
     std::uint32_t const clearThemselves = phy::reset.getMask() | phy::restartNegotiation.getMask();
-    _registers.store(phy::control, value & ~clearThemselves);
-}
-
-RegisterFile& Phy::getRegisters() {
-    return _registers;
+    store(phy::control, value & ~clearThemselves);
 }
 
 bool Phy::hasLink() const {
-    return _isPlugged && !phy::powerDown.isSet(_registers.getStored(phy::control));
+    return _isPlugged && !phy::powerDown.isSet(getStored(phy::control));
 }
 
 unsigned Phy::getMegabits() const {
-    std::uint32_t const control = _registers.getStored(phy::control);
+    std::uint32_t const control = getStored(phy::control);
     if (phy::autoNegotiation.isSet(control)) {
         return _partnerMegabits;
     }
@@ -76,7 +75,7 @@ unsigned Phy::getMegabits() const {
 }
 
 bool Phy::isFullDuplex() const {
-    std::uint32_t const control = _registers.getStored(phy::control);
+    std::uint32_t const control = getStored(phy::control);
     return phy::autoNegotiation.isSet(control) ? _partnerFullDuplex : phy::duplex.isSet(control);
 }
 

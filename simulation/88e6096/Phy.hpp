@@ -5,14 +5,10 @@
 namespace simulation::marvell {
 
 /// One of the internal PHYs.
-class Phy {
+class Phy : public RegisterFile {
 public:
     /// `context` must outlive the PHY.
     Phy(Context& context, unsigned number);
-    Phy(Phy const&) = delete;
-    Phy& operator=(Phy const&) = delete;
-
-    RegisterFile& getRegisters();
 
     /// What the PHY has agreed on or was set to. Meaningful while it has link.
     bool hasLink() const;
@@ -27,7 +23,6 @@ private:
     void control(std::uint32_t value);
 
     Context& _context;
-    RegisterFile _registers;
     bool _isPlugged = false;
     unsigned _partnerMegabits = 0;
     bool _partnerFullDuplex = false;

@@ -21,9 +21,13 @@ std::uint32_t vlanTableReset(Context const& context, unsigned number) {
 } // namespace
 
 Port::Port(Context& context, unsigned number, Phy const* phy)
-    : _context(context),
-      _phy(phy),
-      _registers(context.services, context.chip, "port " + std::to_string(number), table(number)) {}
+    : RegisterFile(
+          context.services,
+          {context.chip, UnitKind::port, number, {UnitPlace::Space::device, 0, firstPortDevice + number}}),
+      _context(context),
+      _phy(phy) {
+    define(table(number));
+}
 
 RegisterTable Port::table(unsigned number) {
     Marvell88E6096Options const& options = _context.options;
@@ -85,23 +89,15 @@ RegisterTable Port::table(unsigned number) {
         Register(port::associationVector, "PortAssociationVector", bit(number))
             .field("LockedPort", 13)
             .field(vlanTable.called("PAV")),
-        Register(port::inDiscardsLow, "InDiscardsLow").readOnly("Frames", 15, 0),
-        Register(port::inDiscardsHigh, "InDiscardsHigh").readOnly("Frames", 15, 0),
-        Register(port::inFiltered, "InFiltered").readOnly("Frames", 15, 0),
-        Register(port::outFiltered, "OutFiltered").readOnly("Frames", 15, 0),
+        Register(port::inDiscardsLow, "InDiscardsLow").counter().readOnly("Frames", 15, 0),
+        Register(port::inDiscardsHigh, "InDiscardsHigh").counter().readOnly("Frames", 15, 0),
+        Register(port::inFiltered, "InFiltered").counter().readOnly("Frames", 15, 0),
+        Register(port::outFiltered, "OutFiltered").counter().readOnly("Frames", 15, 0),
     };
 }
 
-RegisterFile& Port::getRegisters() {
-    return _registers;
-}
-
-RegisterFile const& Port::getRegisters() const {
-    return _registers;
-}
-
 bool Port::hasLink() const {
-    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    std::uint32_t const forced = getStored(port::physicalControl);
     if (port::forcedLink.isSet(forced)) {
         return port::linkValue.isSet(forced);
     }
@@ -118,11 +114,11 @@ void Port::setLevelSpeed(unsigned megabits, bool fullDuplex) {
 }
 
 bool Port::followsPhy() const {
-    return _phy != nullptr && port::phyDetect.isSet(_registers.getStored(port::status));
+    return _phy != nullptr && port::phyDetect.isSet(getStored(port::status));
 }
 
 bool Port::isFullDuplex() const {
-    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    std::uint32_t const forced = getStored(port::physicalControl);
     if (port::forcedDuplex.isSet(forced)) {
         return port::duplexValue.isSet(forced);
     }
@@ -130,7 +126,7 @@ bool Port::isFullDuplex() const {
 }
 
 unsigned Port::speedCode() const {
-    std::uint32_t const forced = _registers.getStored(port::physicalControl);
+    std::uint32_t const forced = getStored(port::physicalControl);
     unsigned const code = port::forceSpeed.get(forced);
     if (code != port::speedNotForced) {
         return code;

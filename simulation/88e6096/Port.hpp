@@ -6,15 +6,10 @@
 namespace simulation::marvell {
 
 /// The registers of one port.
-class Port {
+class Port : public RegisterFile {
 public:
     /// \param phy the port's own PHY, or null. It and `context` must outlive the port.
     Port(Context& context, unsigned number, Phy const* phy);
-    Port(Port const&) = delete;
-    Port& operator=(Port const&) = delete;
-
-    RegisterFile& getRegisters();
-    RegisterFile const& getRegisters() const;
 
     bool hasLink() const;
 
@@ -31,7 +26,6 @@ private:
 
     Context& _context;
     Phy const* _phy;
-    RegisterFile _registers;
     bool _level = false;
     unsigned _levelMegabits = 0;
     bool _levelFullDuplex = false;

@@ -45,7 +45,8 @@ void Smi::mdioWrite(unsigned registerAddress, std::uint16_t value) {
 
 std::uint16_t Smi::readCommand() {
     bool const isFaulty = !_isAccessOpen && _fault.isBusy();
-    return static_cast<std::uint16_t>(isFaulty ? _command | busy.getMask() : withBusy(_command, _timer));
+    return static_cast<std::uint16_t>(isFaulty ? _command | busy.getMask()
+                                               : CommandUnit::withBusy(_command, _timer));
 }
 
 void Smi::start(std::uint16_t word) {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/CommandUnit.hpp"
 #include "simulation/AccessFault.hpp"
 #include "simulation/MdioDevice.hpp"
 

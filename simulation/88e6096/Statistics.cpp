@@ -13,16 +13,12 @@ constexpr Field lowHalf{"Low", bitsPerRegister - 1, 0};
 } // namespace
 
 Statistics::Statistics(Context& context, RegisterFile& registers)
-    : _registers(registers), _timer(context.services.clock, context.options.statisticsBusyNanoseconds) {}
+    : CommandUnit(context, registers, global1::statsOperation, context.options.statisticsBusyNanoseconds) {}
 
 // The histogram mode is not looked at: one set of histogram counters stands for both directions.
-void Statistics::operate(std::uint32_t word) {
-    if (startCommand(_registers, global1::statsOperation, word, _timer)) {
-        perform(globalOperation.get(word), item.get(word));
-    }
-}
-
-void Statistics::perform(unsigned operation, unsigned number) {
+void Statistics::perform(std::uint32_t word) {
+    unsigned const operation = globalOperation.get(word);
+    unsigned const number = item.get(word);
     if (operation == flushAll) {
         _counters = {};
     } else if (operation == readCounter) {
@@ -47,24 +43,12 @@ void Statistics::readCaptured(unsigned counter) {
     _registers.store(global1::statsLow, lowHalf.get(_captured[counter]));
 }
 
-CommandTimer& Statistics::getTimer() {
-    return _timer;
-}
-
-CommandTimer const& Statistics::getTimer() const {
-    return _timer;
-}
-
 std::uint32_t Statistics::getCounter(unsigned port, unsigned counter) const {
     return _counters.at(port).at(counter);
 }
 
 void Statistics::setCounter(unsigned port, unsigned counter, std::uint32_t value) {
     _counters.at(port).at(counter) = value;
-}
-
-void Statistics::reportMeaningless(char const* what) {
-    _registers.report(MisuseReport::Kind::meaninglessCommand, global1::statsOperation, what);
 }
 
 } // namespace simulation::marvell

@@ -21,14 +21,10 @@ typename Table::const_iterator following(Table const& table, unsigned key, unsig
 } // namespace
 
 Vtu::Vtu(Context& context, RegisterFile& registers)
-    : _context(context),
-      _registers(registers),
-      _timer(context.services.clock, context.options.vtuBusyNanoseconds) {}
+    : CommandUnit(context, registers, global1::vtuOperation, context.options.vtuBusyNanoseconds),
+      _context(context) {}
 
-void Vtu::operate(std::uint32_t word) {
-    if (!startCommand(_registers, global1::vtuOperation, word, _timer)) {
-        return;
-    }
+void Vtu::perform(std::uint32_t word) {
     switch (globalOperation.get(word)) {
     case vtu::flushAll:
         return flush();
@@ -43,7 +39,7 @@ void Vtu::operate(std::uint32_t word) {
     case vtu::getViolation:
         return fetchViolation();
     default:
-        _registers.report(MisuseReport::Kind::meaninglessCommand, global1::vtuOperation, "no such operation");
+        reportMeaningless("no such operation");
     }
 }
 
@@ -124,14 +120,6 @@ void Vtu::fetchViolation() {
     Field const& kind = violation.kind == Violation::miss ? vtu::missViolation : vtu::memberViolation;
     _registers.store(global1::vtuOperation, globalOperation.placed(vtu::getViolation) | kind.getMask() |
                                                 vtu::sourcePort.placed(violation.sourcePort));
-}
-
-CommandTimer& Vtu::getTimer() {
-    return _timer;
-}
-
-CommandTimer const& Vtu::getTimer() const {
-    return _timer;
 }
 
 bool Vtu::hasViolation() const {

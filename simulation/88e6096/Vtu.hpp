@@ -4,13 +4,13 @@
 #include <deque>
 #include <map>
 
-#include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/CommandUnit.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 
 namespace simulation::marvell {
 
 /// The VLAN table unit and the spanning-tree table unit, which share their registers in Global 1.
-class Vtu {
+class Vtu : public CommandUnit {
 public:
     using VtuEntry = Marvell88E6096TestSide::VtuEntry;
     using StuEntry = Marvell88E6096TestSide::StuEntry;
@@ -19,11 +19,6 @@ public:
     /// \param registers those of Global 1. Both must outlive the unit.
     Vtu(Context& context, RegisterFile& registers);
 
-    /// The word that was written to the operation register.
-    void operate(std::uint32_t word);
-
-    CommandTimer& getTimer();
-    CommandTimer const& getTimer() const;
     bool hasViolation() const;
 
     std::map<unsigned, VtuEntry> const& getVtu() const;
@@ -36,6 +31,7 @@ public:
     static unsigned highestSid(Marvell88E6096Options const& options);
 
 private:
+    void perform(std::uint32_t word) override;
     using PortCodes = decltype(VtuEntry::memberTags);
 
     struct PendingViolation {
@@ -58,8 +54,6 @@ private:
     void stageValid(bool valid);
 
     Context& _context;
-    RegisterFile& _registers;
-    CommandTimer _timer;
     std::map<unsigned, VtuEntry> _vtu;
     std::map<unsigned, StuEntry> _stu;
     std::deque<PendingViolation> _violations;

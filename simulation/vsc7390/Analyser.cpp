@@ -26,10 +26,13 @@ Register portMask(unsigned address, std::string const& name, std::uint32_t reset
 } // namespace
 
 Analyser::Analyser(Context& context)
-    : _context(context),
-      _registers(context.services, context.chip, "analyser", table()),
-      _vlanTable(context, _registers),
-      _macTable(context, _registers) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::analyser, 0, {UnitPlace::Space::block, block::analyser, 0}}),
+      _context(context),
+      _vlanTable(context, *this),
+      _macTable(context, *this) {
+    define(table());
+}
 
 RegisterTable Analyser::table() {
     RegisterTable table = {
@@ -68,31 +71,31 @@ void Analyser::addMaskArrays(RegisterTable& table) const {
 }
 
 void Analyser::addTableAccess(RegisterTable& table) {
-    table.add(Register(analyser::macHigh, "MACHDATA").field(mac::vid).field(mac::highBytes));
-    table.add(Register(analyser::macLow, "MACLDATA").field("Mac2345", 31, 0));
-    table.add(Register(analyser::macAccess, "MACACCESS")
-                  .field(mac::cpuCopy)
-                  .field(mac::forwardKill)
-                  .field(mac::ignoreVlan)
-                  .field(mac::aged)
-                  .field(mac::valid)
-                  .field(mac::locked)
-                  .field(mac::destination)
-                  .field(mac::command)
-                  .onRead([this](std::uint32_t stored) { return _macTable.shown(stored); })
-                  .onWrite([this](std::uint32_t word) { _macTable.operate(word); }));
-    table.add(Register(analyser::macIndex, "MACTINDX").field(mac::shadow).field(mac::bucket).field(mac::row));
-    table.add(Register(analyser::vlanAccess, "VLANACCESS")
-                  .field("Other31", 31)
-                  .field(vlan::learnDisabled)
-                  .field(vlan::mirror)
-                  .field(vlan::sourceCheck)
-                  .field("Other27", 27)
-                  .field(vlan::mask)
-                  .field(vlan::command)
-                  .onRead([this](std::uint32_t stored) { return _vlanTable.shown(stored); })
-                  .onWrite([this](std::uint32_t word) { _vlanTable.operate(word); }));
-    table.add(Register(analyser::vlanIndex, "VLANTIDX").field("VID", 11, 0));
+    table.add(Register(analyser::macHigh, "MACHDATA").staging().field(mac::vid).field(mac::highBytes));
+    table.add(Register(analyser::macLow, "MACLDATA").staging().field("Mac2345", 31, 0));
+    table.add(_macTable.attachedTo(Register(analyser::macAccess, "MACACCESS")
+                                       .field(mac::cpuCopy)
+                                       .field(mac::forwardKill)
+                                       .field(mac::ignoreVlan)
+                                       .field(mac::aged)
+                                       .field(mac::valid)
+                                       .field(mac::locked)
+                                       .field(mac::destination)
+                                       .field(mac::command)));
+    table.add(Register(analyser::macIndex, "MACTINDX")
+                  .staging()
+                  .field(mac::shadow)
+                  .field(mac::bucket)
+                  .field(mac::row));
+    table.add(_vlanTable.attachedTo(Register(analyser::vlanAccess, "VLANACCESS")
+                                        .field("Other31", 31)
+                                        .field(vlan::learnDisabled)
+                                        .field(vlan::mirror)
+                                        .field(vlan::sourceCheck)
+                                        .field("Other27", 27)
+                                        .field(vlan::mask)
+                                        .field(vlan::command)));
+    table.add(Register(analyser::vlanIndex, "VLANTIDX").staging().field("VID", 11, 0));
 }
 
 std::uint32_t Analyser::destinationReset(unsigned number) const {
@@ -129,10 +132,6 @@ std::uint32_t Analyser::sourceReset(unsigned number) const {
     return 0;
 }
 
-RegisterFile& Analyser::getRegisters() {
-    return _registers;
-}
-
 VlanTable& Analyser::getVlanTable() {
     return _vlanTable;
 }
@@ -148,16 +147,15 @@ std::uint32_t Analyser::getEgressPorts(unsigned ingress, std::uint64_t destinati
         return 0;
     }
     unsigned const code = aggregationCode(destination, source);
-    return destinationPorts(destination, vid, vlan.ports) &
-           _registers.getStored(analyser::sourceMasks + ingress) &
-           _registers.getStored(analyser::aggregationMasks + code) & allPorts;
+    return destinationPorts(destination, vid, vlan.ports) & getStored(analyser::sourceMasks + ingress) &
+           getStored(analyser::aggregationMasks + code) & allPorts;
 }
 
 bool Analyser::isAccepted(unsigned ingress, VlanTable::Entry const& vlan) const {
-    if ((_registers.getStored(analyser::receiveMask) & bit(ingress)) == 0) {
+    if ((getStored(analyser::receiveMask) & bit(ingress)) == 0) {
         return false;
     }
-    bool const isChecked = vlan.sourceCheck || (_registers.getStored(analyser::vlanMask) & bit(ingress)) != 0;
+    bool const isChecked = vlan.sourceCheck || (getStored(analyser::vlanMask) & bit(ingress)) != 0;
     return !isChecked || (vlan.ports & bit(ingress)) != 0;
 }
 
@@ -170,10 +168,10 @@ std::uint32_t Analyser::destinationPorts(std::uint64_t destination, unsigned vid
     }
     entry = _macTable.find(destination, vid);
     if (entry == nullptr) {
-        return _registers.getStored(floodRegister(destination)) & members;
+        return getStored(floodRegister(destination)) & members;
     }
     Vsc7390TestSide::MacEntry const hit = entry->decode();
-    std::uint32_t const mask = _registers.getStored(analyser::destinationMasks + hit.destination);
+    std::uint32_t const mask = getStored(analyser::destinationMasks + hit.destination);
     return hit.ignoreVlan ? mask : mask & members;
 }
 

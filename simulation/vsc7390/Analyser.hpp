@@ -11,14 +11,11 @@
 namespace simulation::vitesse {
 
 /// The port masks that decide where frames go, and the units of the two tables.
-class Analyser {
+class Analyser : public RegisterFile {
 public:
     /// `context` must outlive the unit.
     explicit Analyser(Context& context);
-    Analyser(Analyser const&) = delete;
-    Analyser& operator=(Analyser const&) = delete;
 
-    RegisterFile& getRegisters();
     VlanTable& getVlanTable();
     MacTable& getMacTable();
 
@@ -40,7 +37,6 @@ private:
     unsigned aggregationCode(std::uint64_t destination, std::uint64_t source) const;
 
     Context& _context;
-    RegisterFile _registers;
     VlanTable _vlanTable;
     MacTable _macTable;
 };

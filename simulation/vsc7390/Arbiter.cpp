@@ -7,14 +7,17 @@
 namespace simulation::vitesse {
 
 Arbiter::Arbiter(Context& context, Receives receives)
-    : _context(context),
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::arbiter, 0, {UnitPlace::Space::block, block::arbiter, 0}}),
+      _context(context),
       _receives(std::move(receives)),
-      _timer(context.services.clock),
-      _registers(context.services, context.chip, "arbiter", table()) {}
+      _timer(context.services.clock) {
+    define(table());
+}
 
 RegisterTable Arbiter::table() {
     return {
-        Register(arbiter::empty, "ARBEMPTY").readOnly(ports).onRead([this](std::uint32_t) {
+        Register(arbiter::empty, "ARBEMPTY").unstable().readOnly(ports).onRead([this](std::uint32_t) {
             return empty();
         }),
         Register(arbiter::discard, "ARBDISC").field(ports).onWrite([this](std::uint32_t mask) {
@@ -47,10 +50,6 @@ std::uint32_t Arbiter::empty() {
         }
     }
     return mask;
-}
-
-RegisterFile& Arbiter::getRegisters() {
-    return _registers;
 }
 
 CommandTimer& Arbiter::getTimer() {

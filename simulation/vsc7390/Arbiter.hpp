@@ -10,17 +10,14 @@
 namespace simulation::vitesse {
 
 /// The arbiter: which ports have frames waiting, and which have them thrown away.
-class Arbiter {
+class Arbiter : public RegisterFile {
 public:
     /// Whether a port's MAC still brings frames in.
     using Receives = std::function<bool(unsigned port)>;
 
     /// `context` must outlive the unit.
     Arbiter(Context& context, Receives receives);
-    Arbiter(Arbiter const&) = delete;
-    Arbiter& operator=(Arbiter const&) = delete;
 
-    RegisterFile& getRegisters();
     CommandTimer& getTimer();
 
     /// Frames of the port wait from now on.
@@ -36,7 +33,6 @@ private:
     CommandTimer _timer;
     std::uint32_t _queued = 0;
     std::uint32_t _discarded = 0;
-    RegisterFile _registers;
 };
 
 } // namespace simulation::vitesse

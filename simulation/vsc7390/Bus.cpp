@@ -1,6 +1,6 @@
 #include "simulation/vsc7390/Bus.hpp"
 
-#include <utility>
+#include <fmt/format.h>
 
 #include "simulation/vsc7390/Registers.hpp"
 
@@ -24,8 +24,8 @@ bool countsDown(unsigned& remaining) {
 
 } // namespace
 
-Bus::Bus(Context& context, System& system, BlockFinder findBlock)
-    : _context(context), _system(system), _findBlock(std::move(findBlock)) {}
+Bus::Bus(Context& context, System& system, UnitDirectory const& units)
+    : _context(context), _system(system), _units(units) {}
 
 bool Bus::read(unsigned offset, unsigned& value) {
     std::lock_guard<std::recursive_mutex> const lock(_context.services.mutex);
@@ -46,7 +46,7 @@ bool Bus::read(unsigned offset, unsigned& value) {
         return false;
     }
     std::uint32_t const sampled = fate == Fate::lost ? allOnes : sample(place);
-    if (answersAtOnce(place.block)) {
+    if (answersAtOnce(place.unit.block)) {
         value = sampled;
         return true;
     }
@@ -87,11 +87,12 @@ void Bus::setPlugged(bool plugged) {
 }
 
 Bus::Place Bus::placeOf(unsigned offset) {
-    return {window::block.get(offset), window::subBlock.get(offset), window::address.get(offset)};
+    return {{UnitPlace::Space::block, window::block.get(offset), window::subBlock.get(offset)},
+            window::address.get(offset)};
 }
 
 bool Bus::isPollOfFetch(Place const& place) {
-    return place.block == block::system && place.subBlock == 0 &&
+    return place.unit.block == block::system && place.unit.unit == 0 &&
            (place.address == system::indirectData || place.address == system::indirectStatus);
 }
 
@@ -112,7 +113,7 @@ Bus::Fate Bus::startRegisterAccess() {
 }
 
 std::uint32_t Bus::pollFetch(unsigned address) {
-    RegisterFile& registers = _system.getRegisters();
+    RegisterFile& registers = _system;
     if (address == system::indirectData && !_system.isReady()) {
         registers.report(MisuseReport::Kind::dataNotReady, address, "read");
     }
@@ -120,40 +121,27 @@ std::uint32_t Bus::pollFetch(unsigned address) {
 }
 
 std::uint32_t Bus::sample(Place const& place) {
-    if (RegisterFile* const registers = _findBlock(place.block, place.subBlock)) {
+    if (RegisterFile* const registers = _units.find(place.unit)) {
         return registers->read(place.address, _context.transfer);
     }
-    reportAbsent(place, "read");
-    std::uint32_t const value = _context.options.absentBlockValue;
-    _context.services.log.addRead(absentBlock(place), place.address, _context.transfer, value);
-    return value;
+    AbsentUnit const absent = absentBlock(place);
+    absent.report(MisuseReport::Kind::absentBlock, place.address, "read");
+    return absent.read(place.address, _context.transfer);
 }
 
 void Bus::store(Place const& place, std::uint32_t value) {
-    if (RegisterFile* const registers = _findBlock(place.block, place.subBlock)) {
+    if (RegisterFile* const registers = _units.find(place.unit)) {
         registers->write(place.address, value, _context.transfer);
         return;
     }
-    reportAbsent(place, "write");
-    std::uint32_t const shown = _context.options.absentBlockValue;
-    _context.services.log.addWrite(absentBlock(place), place.address, _context.transfer, value, shown, shown);
+    AbsentUnit const absent = absentBlock(place);
+    absent.report(MisuseReport::Kind::absentBlock, place.address, "write");
+    absent.write(place.address, value, _context.transfer);
 }
 
-void Bus::reportAbsent(Place const& place, char const* text) {
-    UnitIdentity const& identity = *absentBlock(place);
-    _context.services.misuse.add(MisuseReport::Kind::absentBlock, identity.chip, identity.unit,
-                                 identity.registerName(place.address), text);
-}
-
-std::shared_ptr<UnitIdentity const> const& Bus::absentBlock(Place const& place) {
-    unsigned const key = window::block.placed(place.block) | window::subBlock.placed(place.subBlock);
-    auto& identity = _absentBlocks[key];
-    if (identity == nullptr) {
-        std::string const unit =
-            "block " + std::to_string(place.block) + "." + std::to_string(place.subBlock);
-        identity = std::make_shared<UnitIdentity const>(UnitIdentity{_context.chip, unit, {}});
-    }
-    return identity;
+AbsentUnit Bus::absentBlock(Place const& place) const {
+    std::string const name = fmt::format("block {}.{}", place.unit.block, place.unit.unit);
+    return {_context.services, _context.chip, name, _context.options.absentBlockValue};
 }
 
 } // namespace simulation::vitesse

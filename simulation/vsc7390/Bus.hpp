@@ -1,12 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
 
+#include "simulation/AbsentUnit.hpp"
 #include "simulation/BusDevice.hpp"
-#include "simulation/RegisterFile.hpp"
+#include "simulation/UnitDirectory.hpp"
 #include "simulation/vsc7390/Context.hpp"
 #include "simulation/vsc7390/System.hpp"
 
@@ -19,11 +17,8 @@ namespace simulation::vitesse {
 /// one read, made when it starts, and looking for the data leaves no trace.
 class Bus : public BusDevice {
 public:
-    /// The registers of a sub-block; null where the chip has none.
-    using BlockFinder = std::function<RegisterFile*(unsigned block, unsigned subBlock)>;
-
-    /// Both references must outlive the interface.
-    Bus(Context& context, System& system, BlockFinder findBlock);
+    /// \param units of the chip, found by block and sub-block. All must outlive the interface.
+    Bus(Context& context, System& system, UnitDirectory const& units);
 
     bool read(unsigned offset, unsigned& value) override;
     bool write(unsigned offset, unsigned value) override;
@@ -39,8 +34,7 @@ public:
 
 private:
     struct Place {
-        unsigned block;
-        unsigned subBlock;
+        UnitPlace unit;
         unsigned address;
     };
     enum class Fate { normal, refused, lost };
@@ -52,13 +46,11 @@ private:
     std::uint32_t pollFetch(unsigned address);
     std::uint32_t sample(Place const& place);
     void store(Place const& place, std::uint32_t value);
-    void reportAbsent(Place const& place, char const* text);
-    std::shared_ptr<UnitIdentity const> const& absentBlock(Place const& place);
+    AbsentUnit absentBlock(Place const& place) const;
 
     Context& _context;
     System& _system;
-    BlockFinder _findBlock;
-    std::map<unsigned, std::shared_ptr<UnitIdentity const>> _absentBlocks;
+    UnitDirectory const& _units;
     std::uint64_t _busNanoseconds = 0;
     unsigned _busAccessesToFailure = 0;
     unsigned _registerAccessesToFailure = 0;

@@ -16,45 +16,18 @@ constexpr Field vidInRow{"VID", 9, 4};
 } // namespace
 
 MacTable::MacTable(Context& context, RegisterFile& registers)
-    : _context(context),
-      _registers(registers),
-      _timer(context.services.clock),
+    : TableUnit(context, registers, analyser::macAccess, mac::command, mac::readEntry),
       _rows(Vsc7390TestSide::numberOfRows) {}
 
-void MacTable::operate(std::uint32_t word) {
-    unsigned const command = mac::command.get(word);
-    _registers.store(analyser::macAccess, word & ~mac::command.getMask());
-    if (command == mac::idle) {
-        return;
-    }
-    if (_timer.isBusy()) {
-        _registers.report(MisuseReport::Kind::commandWhileBusy, analyser::macAccess,
-                          "the last command still runs");
-    }
-    _command = command;
-    startTimer(command);
-    perform(command, word);
-}
-
-std::uint32_t MacTable::shown(std::uint32_t stored) const {
-    if (!_timer.isBusy()) {
-        return stored;
-    }
-    return stored | mac::command.placed(_command == mac::idle ? mac::readEntry : _command);
-}
-
-CommandTimer& MacTable::getTimer() {
-    return _timer;
-}
-
-void MacTable::startTimer(unsigned command) {
+std::uint64_t MacTable::usualNanoseconds(unsigned command) const {
     Vsc7390Options const& options = _context.options;
-    if (command == mac::ageTable) {
-        _timer.start(options.macAgeNanoseconds);
-    } else if (command == mac::clearTable) {
-        _timer.start(options.macClearNanoseconds);
-    } else {
-        _timer.start(options.macAccessNanoseconds);
+    switch (command) {
+    case mac::ageTable:
+        return options.macAgeNanoseconds;
+    case mac::clearTable:
+        return options.macClearNanoseconds;
+    default:
+        return options.macAccessNanoseconds;
     }
 }
 

@@ -4,26 +4,16 @@
 #include <cstdint>
 #include <vector>
 
-#include "simulation/CommandTimer.hpp"
-#include "simulation/RegisterFile.hpp"
-#include "simulation/vsc7390/Context.hpp"
 #include "simulation/vsc7390/MacEntry.hpp"
+#include "simulation/vsc7390/TableUnit.hpp"
 
 namespace simulation::vitesse {
 
 /// The MAC table, 2048 rows of four buckets, and the unit through which it is reached.
-class MacTable {
+class MacTable : public TableUnit {
 public:
     /// \param registers those of the analyser. Both must outlive the unit.
     MacTable(Context& context, RegisterFile& registers);
-
-    /// The word that was written to the access register.
-    void operate(std::uint32_t word);
-
-    /// The access register as it reads: with the command, while one runs.
-    std::uint32_t shown(std::uint32_t stored) const;
-
-    CommandTimer& getTimer();
 
     /// The bucket itself; rows 0 to 2047, buckets 0 to 3.
     MacEntry& at(unsigned row, unsigned bucket);
@@ -44,8 +34,8 @@ public:
 private:
     using Row = std::array<MacEntry, Vsc7390TestSide::numberOfBuckets>;
 
-    void perform(unsigned command, std::uint32_t word);
-    void startTimer(unsigned command);
+    std::uint64_t usualNanoseconds(unsigned command) const override;
+    void perform(unsigned command, std::uint32_t word) override;
     void learn(std::uint32_t word);
     void forget();
     void age();
@@ -58,10 +48,6 @@ private:
     MacEntry* bucketFor(Row& row, MacEntry const& entry);
     MacEntry* nextInTurn(Row& row);
 
-    Context& _context;
-    RegisterFile& _registers;
-    CommandTimer _timer;
-    unsigned _command = 0;
     unsigned _turn = 0;
     std::vector<Row> _rows;
 };

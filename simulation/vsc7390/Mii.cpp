@@ -12,20 +12,25 @@ constexpr std::uint32_t idleLine = 0xFFFF;
 } // namespace
 
 Mii::Mii(Context& context, unsigned number, Phys* phys)
-    : _context(context),
-      _number(number),
+    : RegisterFile(
+          context.services,
+          {context.chip, UnitKind::mii, number, {UnitPlace::Space::block, block::memoryAndMii, number}}),
+      _context(context),
       _phys(phys),
-      _timer(context.services.clock),
-      _registers(context.services, context.chip, "mii " + std::to_string(number), table()) {}
+      _timer(context.services.clock) {
+    define(table());
+}
 
 RegisterTable Mii::table() {
     return {
         Register(mii::status, "MIIMSTAT")
+            .unstable()
             .readOnly(mii::busy)
             .readOnly(mii::readPending)
             .readOnly(mii::writePending)
             .onRead([this](std::uint32_t stored) { return stored | status(); }),
         Register(mii::command, "MIIMCMD")
+            .staging()
             .field("SCAN", 27)
             .field(mii::read)
             .field(mii::phy)
@@ -33,6 +38,7 @@ RegisterTable Mii::table() {
             .field(mii::value)
             .onWrite([this](std::uint32_t word) { operate(word); }),
         Register(mii::data, "MIIMDATA")
+            .staging()
             .readOnly(mii::failure)
             .readOnly(mii::value)
             .onRead([this](std::uint32_t) { return data(); }),
@@ -50,67 +56,52 @@ std::uint32_t Mii::status() const {
 
 std::uint32_t Mii::data() {
     if (_arriving && !_timer.isBusy()) {
-        _registers.store(mii::data, *_arriving);
+        store(mii::data, *_arriving);
         _arriving.reset();
     }
-    return _registers.getStored(mii::data);
+    return getStored(mii::data);
 }
 
 void Mii::operate(std::uint32_t word) {
     if (_timer.isBusy()) {
-        _registers.report(MisuseReport::Kind::commandWhileBusy, mii::command, "the last transfer still runs");
+        report(MisuseReport::Kind::commandWhileBusy, mii::command, "the last transfer still runs");
     }
     data();
     Vsc7390Options const& options = _context.options;
-    _timer.start(mii::withoutPreamble.isSet(_registers.getStored(mii::prescaler))
-                     ? options.miiWithoutPreambleNanoseconds
-                     : options.miiNanoseconds);
+    _timer.start(mii::withoutPreamble.isSet(getStored(mii::prescaler)) ? options.miiWithoutPreambleNanoseconds
+                                                                       : options.miiNanoseconds);
     unsigned const phy = mii::phy.get(word);
     unsigned const address = mii::address.get(word);
     _isWrite = !mii::read.isSet(word);
     if (_isWrite) {
-        write(phy, address, mii::value.get(word));
+        writePhy(phy, address, mii::value.get(word));
     } else {
-        _arriving = read(phy, address);
+        _arriving = readPhy(phy, address);
     }
 }
 
-std::uint32_t Mii::read(unsigned number, unsigned address) {
-    if (Phy* const phy = find(number)) {
-        return phy->getRegisters().read(address, _context.transfer);
-    }
-    _context.services.log.addRead(absentPhy(number), address, _context.transfer, idleLine);
-    return mii::failure.getMask() | idleLine;
+std::uint32_t Mii::readPhy(unsigned number, unsigned address) {
+    Phy* const phy = find(number);
+    return phy != nullptr ? phy->read(address, _context.transfer)
+                          : mii::failure.getMask() | absentPhy(number).read(address, _context.transfer);
 }
 
-void Mii::write(unsigned number, unsigned address, std::uint32_t value) {
+void Mii::writePhy(unsigned number, unsigned address, std::uint32_t value) {
     if (Phy* const phy = find(number)) {
-        phy->getRegisters().write(address, value, _context.transfer);
+        phy->write(address, value, _context.transfer);
     } else {
-        _context.services.log.addWrite(absentPhy(number), address, _context.transfer, value, idleLine,
-                                       idleLine);
+        absentPhy(number).write(address, value, _context.transfer);
     }
 }
 
-Phy* Mii::find(unsigned phy) {
-    if (_phys == nullptr || phy >= _phys->size() || !(*_phys)[phy]->isPlugged()) {
-        return nullptr;
-    }
-    return (*_phys)[phy].get();
+Phy* Mii::find(unsigned number) {
+    bool const isThere = _phys != nullptr && number < _phys->size() && (*_phys)[number].isPlugged();
+    return isThere ? &(*_phys)[number] : nullptr;
 }
 
-std::shared_ptr<UnitIdentity const> const& Mii::absentPhy(unsigned phy) {
-    auto& identity = _absentPhys[phy];
-    if (identity == nullptr) {
-        std::string const unit =
-            (_phys == nullptr ? "mii " + std::to_string(_number) + " phy " : "phy ") + std::to_string(phy);
-        identity = std::make_shared<UnitIdentity const>(UnitIdentity{_context.chip, unit, {}});
-    }
-    return identity;
-}
-
-RegisterFile& Mii::getRegisters() {
-    return _registers;
+AbsentUnit Mii::absentPhy(unsigned number) const {
+    std::string const name = "phy " + std::to_string(number);
+    return {_context.services, _context.chip, _phys == nullptr ? getName() + " " + name : name, idleLine};
 }
 
 CommandTimer& Mii::getTimer() {

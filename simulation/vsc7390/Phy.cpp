@@ -1,5 +1,8 @@
 #include "simulation/vsc7390/Phy.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation::vitesse {
@@ -12,41 +15,48 @@ constexpr std::uint32_t statusReset = 0x7949;
 constexpr std::uint32_t identifier1Value = 0x0007;
 constexpr std::uint32_t identifier2Value = 0x0420;
 
+/// Past the identifiers: what is advertised and what the partner can do, 1000 Mbit/s, extended status. The
+/// others latch or count until they are read, or are the maker's.
+constexpr unsigned harmless[] = {4, 5, 7, 8, 9, 15};
+
 } // namespace
 
 Phy::Phy(Context& context, unsigned number)
-    : _registers(context.services, context.chip, "phy " + std::to_string(number), table()) {}
+    : RegisterFile(context.services,
+                   {context.chip, UnitKind::phy, number, {UnitPlace::Space::phy, 0, number}}) {
+    define(table());
+}
 
 RegisterTable Phy::table() {
     RegisterTable table = {
         Register(phy::control, "Control", controlReset)
-            .field(phy::reset)
+            .selfClearing(phy::reset)
             .field("Loopback", 14)
             .field("SpeedLow", 13)
             .field("AutoNegotiation", 12)
             .field("PowerDown", 11)
             .field("Isolate", 10)
-            .field(phy::restartNegotiation)
+            .selfClearing(phy::restartNegotiation)
             .field("Duplex", 8)
             .field("CollisionTest", 7)
             .field("SpeedHigh", 6)
             .onWrite([this](std::uint32_t value) { control(value); }),
-        Register(phy::status, "Status", statusReset).readOnly("Status", 15, 0),
+        Register(phy::status, "Status", statusReset).unstable().changedByRead().readOnly("Status", 15, 0),
         Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
         Register(phy::identifier2, "Identifier2", identifier2Value).readOnly("Identifier", 15, 0),
     };
     for (unsigned address = phy::identifier2 + 1; address < phy::numberOfRegisters; ++address) {
-        table.add(Register(address, "Register" + std::to_string(address)).field("Data", 15, 0));
+        Register row = Register(address, "Register" + std::to_string(address)).field("Data", 15, 0);
+        if (std::count(std::begin(harmless), std::end(harmless), address) == 0) {
+            row.changedByRead();
+        }
+        table.add(row);
     }
     return table;
 }
 
 void Phy::control(std::uint32_t value) {
-    _registers.store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
-}
-
-RegisterFile& Phy::getRegisters() {
-    return _registers;
+    store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
 }
 
 bool Phy::isPlugged() const {

@@ -6,14 +6,10 @@
 namespace simulation::vitesse {
 
 /// A PHY beside the chip. What its maker put past the registers that all PHYs have is storage.
-class Phy {
+class Phy : public RegisterFile {
 public:
     /// `context` must outlive the PHY.
     Phy(Context& context, unsigned number);
-    Phy(Phy const&) = delete;
-    Phy& operator=(Phy const&) = delete;
-
-    RegisterFile& getRegisters();
 
     /// Whether it answers.
     bool isPlugged() const;
@@ -23,7 +19,6 @@ private:
     RegisterTable table();
     void control(std::uint32_t value);
 
-    RegisterFile _registers;
     bool _isPlugged = true;
 };
 

@@ -1,5 +1,7 @@
 #include "simulation/vsc7390/Port.hpp"
 
+#include <array>
+
 #include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation::vitesse {
@@ -12,6 +14,11 @@ constexpr unsigned megabits10 = 10;
 
 constexpr Field length{"Length", 15, 0};
 constexpr Field vid{"VID", 11, 0};
+
+constexpr std::array<char const*, Vsc7390TestSide::lastCounter - Vsc7390TestSide::firstCounter + 1>
+    counterNames = {"C_RX_OCTETS",      "C_TX_OCTETS", "C_RX_PACKETS", "C_RX_BROAD_MULTI",
+                    "C_RX_ERRORS",      "C_RX_DROPS",  "C_RX_CLASS3",  "C_TX_PACKETS",
+                    "C_TX_BROAD_MULTI", "C_TX_ERRORS", "C_TX_DROPS",   "C_TX_CLASS3"};
 
 enum Clock : unsigned { clock1000 = 1, clock100 = 2, clock10 = 3 };
 
@@ -49,12 +56,18 @@ Register macConfig() {
         .field(port::clock);
 }
 
+UnitPlace placeOf(unsigned number) {
+    bool const isLow = number < block::portsInLow;
+    return {UnitPlace::Space::block, isLow ? block::lowPorts : block::highPorts,
+            isLow ? number : number - block::portsInLow};
+}
+
 } // namespace
 
 Port::Port(Context& context, unsigned number)
-    : _context(context),
-      _registers(context.services, context.chip, "port " + std::to_string(number), table()) {
-    _counters.attach(_registers);
+    : RegisterFile(context.services, {context.chip, UnitKind::port, number, placeOf(number)}),
+      _context(context) {
+    define(table());
 }
 
 RegisterTable Port::table() {
@@ -75,7 +88,7 @@ RegisterTable Port::table() {
     };
     addClassifier(table);
     addWatermarks(table);
-    _counters.addTo(table);
+    addCounters(table);
     return table;
 }
 
@@ -101,16 +114,31 @@ void Port::addWatermarks(RegisterTable& table) {
     table.add(Register(port::egressWatermarks, "EGRESS_WATERMARKS").field("Watermarks", 31, 0));
 }
 
-RegisterFile& Port::getRegisters() {
-    return _registers;
+// They count by nothing here; a write of 0 to the one of the packets that came in clears all.
+void Port::addCounters(RegisterTable& table) {
+    for (unsigned index = 0; index < counterNames.size(); ++index) {
+        unsigned const address = Vsc7390TestSide::firstCounter + index;
+        Register row(address, counterNames[index]);
+        row.counter().readOnly("Count", 31, 0);
+        if (address == port::packetsIn) {
+            row.onAttempt([this](std::uint32_t value) {
+                if (value == 0) {
+                    clearCounters();
+                }
+            });
+        }
+        table.add(row);
+    }
 }
 
-Counters& Port::getCounters() {
-    return _counters;
+void Port::clearCounters() {
+    for (unsigned index = 0; index < counterNames.size(); ++index) {
+        store(Vsc7390TestSide::firstCounter + index, 0);
+    }
 }
 
 Vsc7390TestSide::PortMac Port::getMac() const {
-    std::uint32_t const config = _registers.getStored(port::macConfig);
+    std::uint32_t const config = getStored(port::macConfig);
     bool const runs = !port::reset.isSet(config);
     Vsc7390TestSide::PortMac mac;
     mac.receives = runs && port::receiveEnable.isSet(config) && !port::receiveReset.isSet(config);

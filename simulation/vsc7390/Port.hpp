@@ -2,21 +2,15 @@
 
 #include "simulation/RegisterFile.hpp"
 #include "simulation/vsc7390/Context.hpp"
-#include "simulation/vsc7390/Counters.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace simulation::vitesse {
 
 /// The registers of one port.
-class Port {
+class Port : public RegisterFile {
 public:
     /// `context` must outlive the port.
     Port(Context& context, unsigned number);
-    Port(Port const&) = delete;
-    Port& operator=(Port const&) = delete;
-
-    RegisterFile& getRegisters();
-    Counters& getCounters();
 
     /// What the MAC's configuration makes of the port.
     Vsc7390TestSide::PortMac getMac() const;
@@ -25,10 +19,10 @@ private:
     RegisterTable table();
     void addClassifier(RegisterTable& table) const;
     static void addWatermarks(RegisterTable& table);
+    void addCounters(RegisterTable& table);
+    void clearCounters();
 
     Context& _context;
-    Counters _counters;
-    RegisterFile _registers;
 };
 
 } // namespace simulation::vitesse

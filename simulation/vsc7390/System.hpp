@@ -10,14 +10,11 @@ namespace simulation::vitesse {
 
 /// The registers for the chip as a whole, and the unit that fetches the registers which the bus
 /// cannot wait for.
-class System {
+class System : public RegisterFile {
 public:
     /// `context` must outlive the unit.
     explicit System(Context& context);
-    System(System const&) = delete;
-    System& operator=(System const&) = delete;
 
-    RegisterFile& getRegisters();
     CommandTimer& getTimer();
 
     /// An indirect read has started; what it is to return was sampled. It replaces one that is still
@@ -27,12 +24,6 @@ public:
     /// Whether the data of the last indirect read is there.
     bool isReady() const;
 
-    /// That many of the next fetches never get ready.
-    void loseFetches(unsigned count);
-
-    /// Ends a hang and the loss of fetches.
-    void release();
-
 private:
     RegisterTable table();
     std::uint32_t data() const;
@@ -41,9 +32,6 @@ private:
     CommandTimer _timer;
     std::uint32_t _fetched = 0;
     std::uint32_t _before = 0;
-    unsigned _fetchesToLose = 0;
-    bool _isLost = false;
-    RegisterFile _registers;
 };
 
 } // namespace simulation::vitesse

@@ -12,43 +12,24 @@ constexpr std::uint32_t entryBits = vlan::mask.getMask() | vlan::sourceCheck.get
 } // namespace
 
 VlanTable::VlanTable(Context& context, RegisterFile& registers)
-    : _context(context), _registers(registers), _timer(context.services.clock) {
+    : TableUnit(context, registers, analyser::vlanAccess, vlan::command, vlan::readEntry) {
     clear();
 }
 
-void VlanTable::operate(std::uint32_t word) {
-    unsigned const command = vlan::command.get(word);
-    _registers.store(analyser::vlanAccess, word & ~vlan::command.getMask());
-    if (command == vlan::idle) {
-        return;
-    }
-    if (_timer.isBusy()) {
-        _registers.report(MisuseReport::Kind::commandWhileBusy, analyser::vlanAccess,
-                          "the last command still runs");
-    }
-    _command = command;
-    unsigned const vid = _registers.getStored(analyser::vlanIndex);
+std::uint64_t VlanTable::usualNanoseconds(unsigned command) const {
+    return command == vlan::clearTable ? _context.options.vlanClearNanoseconds
+                                       : _context.options.vlanAccessNanoseconds;
+}
+
+void VlanTable::perform(unsigned command, std::uint32_t word) {
+    std::uint32_t& entry = _entries[_registers.getStored(analyser::vlanIndex)];
     if (command == vlan::clearTable) {
-        _timer.start(_context.options.vlanClearNanoseconds);
-        return clear();
-    }
-    _timer.start(_context.options.vlanAccessNanoseconds);
-    if (command == vlan::readEntry) {
-        _registers.store(analyser::vlanAccess, _entries[vid]);
+        clear();
+    } else if (command == vlan::readEntry) {
+        _registers.store(analyser::vlanAccess, entry);
     } else {
-        _entries[vid] = word & entryBits;
+        entry = word & entryBits;
     }
-}
-
-std::uint32_t VlanTable::shown(std::uint32_t stored) const {
-    if (!_timer.isBusy()) {
-        return stored;
-    }
-    return stored | vlan::command.placed(_command == vlan::idle ? vlan::readEntry : _command);
-}
-
-CommandTimer& VlanTable::getTimer() {
-    return _timer;
 }
 
 VlanTable::Entry VlanTable::getEntry(unsigned vid) const {

@@ -3,28 +3,18 @@
 #include <array>
 #include <cstdint>
 
-#include "simulation/CommandTimer.hpp"
-#include "simulation/RegisterFile.hpp"
-#include "simulation/vsc7390/Context.hpp"
+#include "simulation/vsc7390/TableUnit.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace simulation::vitesse {
 
 /// The VLAN table and the unit through which it is reached.
-class VlanTable {
+class VlanTable : public TableUnit {
 public:
     using Entry = Vsc7390TestSide::VlanEntry;
 
     /// \param registers those of the analyser. Both must outlive the unit.
     VlanTable(Context& context, RegisterFile& registers);
-
-    /// The word that was written to the access register.
-    void operate(std::uint32_t word);
-
-    /// The access register as it reads: with the command, while one runs.
-    std::uint32_t shown(std::uint32_t stored) const;
-
-    CommandTimer& getTimer();
 
     /// VIDs 0 to 4095.
     Entry getEntry(unsigned vid) const;
@@ -34,13 +24,11 @@ public:
     bool isCleared(unsigned vid) const;
 
 private:
+    std::uint64_t usualNanoseconds(unsigned command) const override;
+    void perform(unsigned command, std::uint32_t word) override;
     void clear();
     std::uint32_t clearedWord() const;
 
-    Context& _context;
-    RegisterFile& _registers;
-    CommandTimer _timer;
-    unsigned _command = 0;
     /// Ports and flags where the access register has them.
     std::array<std::uint32_t, Vsc7390TestSide::numberOfVids> _entries;
 };

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <array>
-#include <map>
+#include <deque>
 #include <memory>
-#include <vector>
 
 #include "simulation/SimulatedChip.hpp"
+#include "simulation/UnitDirectory.hpp"
 #include "simulation/vsc7390/Analyser.hpp"
 #include "simulation/vsc7390/Arbiter.hpp"
 #include "simulation/vsc7390/Bus.hpp"
@@ -36,23 +35,17 @@ public:
     std::uint64_t getBusNanoseconds() const override;
 
 private:
-    friend class Vsc7390TestAccess;
-
-    using Ports = std::array<std::unique_ptr<vitesse::Port>, Vsc7390TestSide::numberOfPorts>;
-
-    /// Null where the chip has nothing.
-    RegisterFile* findBlock(unsigned block, unsigned subBlock);
-    RegisterFile* findMiiOrMemory(unsigned subBlock);
-    std::vector<RegisterFile*> getUnits();
+    friend class Vsc7390TestSide;
 
     vitesse::Context _context;
-    Ports _ports;
+    UnitDirectory _units;
+    std::deque<vitesse::Port> _ports;
     vitesse::Mii::Phys _phys;
     vitesse::Analyser _analyser;
     vitesse::Arbiter _arbiter;
-    std::array<vitesse::Mii, vitesse::block::miiControllers> _miis;
+    std::deque<vitesse::Mii> _miis;
     RegisterFile _memory;
-    std::vector<RegisterFile> _captures;
+    std::deque<RegisterFile> _captures;
     vitesse::System _system;
     vitesse::Bus _bus;
     std::unique_ptr<Vsc7390TestSide> _testSide;

@@ -9,6 +9,13 @@
 
 namespace simulation {
 
+class Vsc7390;
+
+namespace vitesse {
+class Phy;
+class Port;
+} // namespace vitesse
+
 /// What a test may do with a VSC7390 besides what it may do with every chip.
 ///
 /// Units: "port 0" to "port 23", "analyser", "arbiter", "mii 0", "mii 1", "memory", "capture 0" to
@@ -16,6 +23,11 @@ namespace simulation {
 /// buckets that do not exist throw std::out_of_range.
 class Vsc7390TestSide : public ChipTestSide {
 public:
+    /// `chip` owns this object.
+    explicit Vsc7390TestSide(Vsc7390& chip);
+
+    void failAccess(unsigned nth) override;
+
     /// Where the chip answers, and how many bytes there.
     static constexpr unsigned physicalAddress = 0xF3000000;
     static constexpr unsigned windowSize = 0x01000000;
@@ -30,10 +42,6 @@ public:
     /// The counters of a port are its registers from the first to the last of these.
     static constexpr unsigned firstCounter = 0x50;
     static constexpr unsigned lastCounter = 0x5B;
-
-    /// The parts of the chip that take their time. The arbiter takes it for each port that it is
-    /// told to discard frames of.
-    enum class CommandUnit { indirectRead, vlanTable, macTable, mii0, mii1, arbiter };
 
     /// A VLAN as the chip has it.
     struct VlanEntry {
@@ -82,58 +90,58 @@ public:
 
     /// Sets one of the counters of a port, as if that much had been counted.
     /// \param counter its register, firstCounter to lastCounter.
-    virtual void setCounter(unsigned port, unsigned counter, std::uint32_t value) = 0;
-    virtual std::uint32_t getCounter(unsigned port, unsigned counter) const = 0;
+    void setCounter(unsigned port, unsigned counter, std::uint32_t value);
+    std::uint32_t getCounter(unsigned port, unsigned counter) const;
 
-    virtual PortMac getPortMac(unsigned port) const = 0;
+    PortMac getPortMac(unsigned port) const;
 
     /// Frames of the port are waiting in the arbiter until it discards them, which it cannot finish
     /// while the port still receives.
-    virtual void queueFrames(unsigned port) = 0;
+    void queueFrames(unsigned port);
     /// @}
 
     /// \name PHYs: all on MII controller 1, each at its port's number
     /// @{
 
     /// Whether the PHY answers. All do at first; one that is unplugged keeps its registers.
-    virtual void plugPhy(unsigned phy) = 0;
-    virtual void unplugPhy(unsigned phy) = 0;
+    void plugPhy(unsigned phy);
+    void unplugPhy(unsigned phy);
 
     /// The registers, 0 to 31; poke and peek without the unit's name.
-    virtual void setPhyRegister(unsigned phy, unsigned address, std::uint16_t value) = 0;
-    virtual std::uint16_t getPhyRegister(unsigned phy, unsigned address) const = 0;
+    void setPhyRegister(unsigned phy, unsigned address, std::uint16_t value);
+    std::uint16_t getPhyRegister(unsigned phy, unsigned address) const;
     /// @}
 
     /// \name Tables
     /// @{
-    virtual VlanEntry getVlanEntry(unsigned vid) const = 0;
+    VlanEntry getVlanEntry(unsigned vid) const;
     /// The entries that are not as the clear command leaves them, by VID.
-    virtual std::map<unsigned, VlanEntry> getVlans() const = 0;
+    std::map<unsigned, VlanEntry> getVlans() const;
     /// Puts an entry there as if it had been written.
-    virtual void setVlanEntry(unsigned vid, VlanEntry const& entry) = 0;
+    void setVlanEntry(unsigned vid, VlanEntry const& entry);
 
     /// Nothing when the bucket is empty.
-    virtual std::optional<MacEntry> getMacEntry(unsigned row, unsigned bucket) const = 0;
-    virtual std::map<MacPlace, MacEntry> getMacTable() const = 0;
-    virtual void setMacEntry(unsigned row, unsigned bucket, MacEntry const& entry) = 0;
-    virtual void removeMacEntry(unsigned row, unsigned bucket) = 0;
+    std::optional<MacEntry> getMacEntry(unsigned row, unsigned bucket) const;
+    std::map<MacPlace, MacEntry> getMacTable() const;
+    void setMacEntry(unsigned row, unsigned bucket, MacEntry const& entry);
+    void removeMacEntry(unsigned row, unsigned bucket);
 
     /// Row of an address, first byte on the wire highest, in a VLAN.
-    virtual unsigned getRow(std::uint64_t mac, unsigned vid) const = 0;
+    unsigned getRow(std::uint64_t mac, unsigned vid) const;
 
     /// As if a frame from that address had come from that port.
     /// \return false when the row has no bucket to spare.
-    virtual bool learn(std::uint64_t mac, unsigned vid, unsigned port) = 0;
+    bool learn(std::uint64_t mac, unsigned vid, unsigned port);
 
     /// Ports of the multicast entry that frames to that address in that VLAN meet; nothing when there
     /// is none.
-    virtual std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const = 0;
+    std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const;
 
     /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got.
     /// Whether ports are up, drop tags or fill in VIDs is not looked at.
     /// \param destination and `source`: addresses, first byte on the wire highest.
-    virtual std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
-                                         unsigned vid) const = 0;
+    std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
+                                 unsigned vid) const;
     /// @}
 
     /// \name Faults
@@ -141,29 +149,21 @@ public:
 
     /// The nth 32-bit access over the bus from now on (1 = the next, 0 = none) fails: the accessor
     /// returns false and nothing happens. Unlike failAccess(), polls of the ready bit count.
-    virtual void failBusAccess(unsigned nth) = 0;
+    void failBusAccess(unsigned nth);
 
     /// The chip leaves its socket, or comes back: reads then give all ones, writes go nowhere.
-    virtual void unplug() = 0;
-    virtual void plug() = 0;
+    void unplug();
+    void plug();
 
     /// The next indirect reads never get ready, as many as `count`; those after them do.
-    virtual void loseReads(unsigned count) = 0;
-
-    /// Every command that is started from now on takes that long, whatever the options say: the ready
-    /// bit comes late, a table or MII controller shows busy, the arbiter has frames left.
-    virtual void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) = 0;
-
-    /// The unit is busy for ever.
-    /// \param nthCommand from which command on, 1 = the next one; 0 = from now on, command or not.
-    virtual void hang(CommandUnit unit, unsigned nthCommand = 0) = 0;
-
-    /// Ends a hang; the unit is ready at once.
-    virtual void release(CommandUnit unit) = 0;
-
-    /// Commands that the unit has started.
-    virtual unsigned getCommands(CommandUnit unit) const = 0;
+    void loseReads(unsigned count);
     /// @}
+
+private:
+    vitesse::Port& port(unsigned number) const;
+    vitesse::Phy& phy(unsigned number) const;
+
+    Vsc7390& _chip;
 };
 
 } // namespace simulation

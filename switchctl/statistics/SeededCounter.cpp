@@ -10,9 +10,6 @@ namespace switchctl::statistics {
 
 namespace {
 
-constexpr char const* inDiscards = "inDiscards";
-constexpr char const* inFiltered = "inFiltered";
-
 chips::ToolError refusal(std::string const& text, std::string const& reason) {
     return {chips::ExitStatus::usage, "\"" + text + "\": " + reason};
 }
@@ -91,12 +88,12 @@ void SeededCounter::setMarvell(simulation::SimulatedBoard& board) const {
             chip.setCounter(port, *_counter->high,
                             static_cast<std::uint32_t>(_value >> _counter->bitsOfRegister));
         }
-    } else if (_counter->name == std::string(inDiscards)) {
-        chip.setInDiscards(port, static_cast<std::uint32_t>(_value));
-    } else if (_counter->name == std::string(inFiltered)) {
-        chip.setInFiltered(port, static_cast<std::uint16_t>(_value));
-    } else {
-        chip.setOutFiltered(port, static_cast<std::uint16_t>(_value));
+        return;
+    }
+    simulation::RegisterFile& registers = chip.getUnit(simulation::UnitKind::port, port);
+    registers.poke(_counter->low, static_cast<std::uint16_t>(_value));
+    if (_counter->high) {
+        registers.poke(*_counter->high, static_cast<std::uint32_t>(_value >> _counter->bitsOfRegister));
     }
 }
 

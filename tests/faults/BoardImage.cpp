@@ -11,11 +11,6 @@ using simulation::Vsc7390TestSide;
 
 constexpr unsigned entryBits = 4;
 
-// The captures of a VSC7390 are storage that nothing here writes.
-bool isWorthALook(std::string const& unit) {
-    return unit.compare(0, 7, "capture") != 0;
-}
-
 // The result and data of the last fetch are not a state of the chip.
 bool isTransient(std::string const& unit, unsigned address) {
     constexpr unsigned indirectData = 0x2C;
@@ -24,13 +19,14 @@ bool isTransient(std::string const& unit, unsigned address) {
 }
 
 void addRegisters(ChipTestSide& chip, Image& image) {
-    for (std::string const& unit : chip.getUnits()) {
-        if (!isWorthALook(unit)) {
+    for (simulation::RegisterFile const* const unit : chip.getUnits()) {
+        // The captures of a VSC7390 are storage that nothing here writes.
+        if (unit->getIdentity().kind == simulation::UnitKind::capture) {
             continue;
         }
-        for (auto const& row : chip.getRegisters(unit).getRegisters()) {
-            if (!isTransient(unit, row.first)) {
-                image.push_back(chip.peek(unit, row.first));
+        for (auto const& [address, row] : unit->getTable().getRegisters()) {
+            if (!isTransient(unit->getName(), address)) {
+                image.push_back(unit->peek(address));
             }
         }
     }

@@ -144,8 +144,8 @@ TEST_F(FaultTest, PeekAndPokeLeaveNoTrace) {
 TEST_F(FaultTest, UnitsByName) {
     auto const units = chip().getUnits();
     EXPECT_EQ(units.size(), 11U + 2U + 8U);
-    EXPECT_EQ(units.front(), "port 0");
-    EXPECT_EQ(units.back(), "phy 7");
+    EXPECT_EQ(units.front()->getName(), "port 0");
+    EXPECT_EQ(units.back()->getName(), "phy 7");
     EXPECT_THROW(chip().peek("port 11", 0), std::out_of_range);
     EXPECT_THROW(chip().poke("port 11", 0, 0), std::out_of_range);
     EXPECT_THROW(chip().stick("", 0, 0, 0), std::out_of_range);

@@ -88,9 +88,10 @@ TEST_F(PortTest, ForcedValuesOverride) {
 }
 
 TEST_F(PortTest, FrameCountersArePresetAndReadOnly) {
-    chip().setInDiscards(6, 0x12345678);
-    chip().setInFiltered(6, 0x9ABC);
-    chip().setOutFiltered(6, 0xDEF0);
+    chip().poke("port 6", 0x10, 0x5678);
+    chip().poke("port 6", 0x11, 0x1234);
+    chip().poke("port 6", 0x12, 0x9ABC);
+    chip().poke("port 6", 0x13, 0xDEF0);
     write(port0 + 6, 0x10, 0xFFFF);
     EXPECT_EQ(read(port0 + 6, 0x10), 0x5678U);
     EXPECT_EQ(read(port0 + 6, 0x11), 0x1234U);
@@ -108,7 +109,7 @@ TEST_F(PortTest, PortsThatNobodySetsKeepTheirState) {
 TEST_F(PortTest, NumbersThatDoNotExist) {
     EXPECT_THROW(chip().plugLink(11), std::out_of_range);
     EXPECT_THROW(chip().unplugLink(11), std::out_of_range);
-    EXPECT_THROW(chip().setInDiscards(11, 1), std::out_of_range);
+    EXPECT_THROW(chip().getUnit(simulation::UnitKind::port, 11), std::out_of_range);
     EXPECT_THROW(chip().hasLink(11), std::out_of_range);
 }
 

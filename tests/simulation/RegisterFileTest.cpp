@@ -21,7 +21,7 @@ static_assert(Field("Top", 31).isSet(0x80000000) && !Field("Top", 31).isSet(0x7F
 class RegisterFileTest : public testing::Test {
 protected:
     RegisterFile make() {
-        return RegisterFile(_services, "chip", "unit",
+        return RegisterFile(_services, {"chip", "unit"},
                             {Register(0, "Command", 0x80000000)
                                  .field("Low", 7, 0)
                                  .ignored({"Middle", 15, 8})
@@ -75,7 +75,7 @@ TEST_F(RegisterFileTest, StuckBitsBeatEverything) {
 }
 
 TEST_F(RegisterFileTest, WithoutLoggingTheLogStaysEmpty) {
-    RegisterFile file(_services, "chip", "unit", {}, RegisterFile::Logging::off);
+    RegisterFile file(_services, {"chip", "unit"}, {}, RegisterFile::Logging::off);
     file.write(1, 2, 0);
     file.read(1, 0);
     EXPECT_EQ(_services.log.getSize(), 0U);

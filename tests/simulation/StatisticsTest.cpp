@@ -51,7 +51,7 @@ TEST_F(StatisticsTest, TheValueStaysUntilTheNextRead) {
 TEST_F(StatisticsTest, FlushOfOnePort) {
     chip().setCounter(1, 4, 1);
     chip().setCounter(2, 4, 2);
-    chip().setInFiltered(1, 3);
+    chip().poke("port 1", 0x12, 3);
     operate(2, 1);
     EXPECT_EQ(chip().getCounter(1, 4), 0U);
     EXPECT_EQ(chip().getCounter(2, 4), 2U);
@@ -61,7 +61,7 @@ TEST_F(StatisticsTest, FlushOfOnePort) {
 TEST_F(StatisticsTest, FlushOfAllPorts) {
     chip().setCounter(1, 4, 1);
     chip().setCounter(10, 31, 2);
-    chip().setInDiscards(1, 3);
+    chip().poke("port 1", 0x10, 3);
     operate(1, 0);
     EXPECT_EQ(chip().getCounter(1, 4), 0U);
     EXPECT_EQ(chip().getCounter(10, 31), 0U);

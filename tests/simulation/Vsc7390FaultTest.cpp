@@ -220,8 +220,9 @@ TEST_F(Vsc7390FaultTest, PeekAndPokeLeaveNoTrace) {
     EXPECT_EQ(_board->getBusAccesses(), 0U);
     EXPECT_THROW(chip().peek("port 24", 0), std::out_of_range);
     EXPECT_EQ(chip().getUnits().size(), 24U + 1 + 1 + 2 + 1 + 16 + 1 + 24);
-    for (std::string const& unit : chip().getUnits()) {
-        EXPECT_NO_THROW(chip().peek(unit, 0)) << unit;
+    for (simulation::RegisterFile const* const unit : chip().getUnits()) {
+        EXPECT_EQ(&chip().getUnit(unit->getName()), unit);
+        EXPECT_EQ(&chip().getUnit(unit->getIdentity().kind, unit->getIdentity().number), unit);
     }
 }
 

@@ -27,14 +27,14 @@ using Contents = std::map<std::string, std::uint32_t>;
 /// All registers of a chip but those.
 Contents contentsOf(simulation::ChipTestSide const& chip) {
     Contents contents;
-    for (std::string const& unit : chip.getUnits()) {
-        for (auto const& [address, description] : chip.getRegisters(unit).getRegisters()) {
+    for (simulation::RegisterFile const* const unit : chip.getUnits()) {
+        for (auto const& [address, description] : unit->getTable().getRegisters()) {
             std::string const& name = description.getName();
             bool const isStaged = name.compare(0, 7, "VTUData") == 0 || name == "VTUFID" ||
                                   name == "MACHDATA" || name == "MACLDATA" || name == "IndirectData" ||
                                   name == "IndirectStatus" || name == "MIIMDATA";
             if (stagingRegisters.count(name) == 0 && !isStaged) {
-                contents[unit + "/" + name] = chip.peek(unit, address);
+                contents[unit->getName() + "/" + name] = unit->peek(address);
             }
         }
     }

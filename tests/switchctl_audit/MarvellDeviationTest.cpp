@@ -85,7 +85,7 @@ TEST_F(MarvellDeviationTest, SpanningTreeStatesOfAVlan) {
 
 TEST_F(MarvellDeviationTest, StatusCountersAndStagingRegistersAreNoDeviation) {
     chip.plugLink(1);
-    chip.setInDiscards(1, 77);
+    chip.poke("port 1", 0x10, 77);
     chip.poke("global 1", globalStatus, 0xFFFF);
     chip.poke("global 1", vtuVid, 0x0123);
     chip.poke("global 1", vtuData0, 0x3333);

@@ -18,9 +18,10 @@ TEST(CounterReaderTest, Each88E6096CounterComesFromItsPlace) {
         chip.setCounter(8, number, 0x10000 + number);
         chip.setCounter(9, number, 7);
     }
-    chip.setInDiscards(8, 0x00020003);
-    chip.setInFiltered(8, 0x1234);
-    chip.setOutFiltered(8, 0x4321);
+    chip.poke("port 8", 0x10, 3);
+    chip.poke("port 8", 0x11, 2);
+    chip.poke("port 8", 0x12, 0x1234);
+    chip.poke("port 8", 0x13, 0x4321);
     chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     ASSERT_EQ(sample.ports.size(), 1U);

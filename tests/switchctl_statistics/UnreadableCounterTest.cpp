@@ -106,7 +106,7 @@ TEST(UnreadableCounterTest, AFamilyHasThePortsThatCouldBeRead) {
 TEST(UnreadableCounterTest, AStatisticsUnitThatStaysBusyLeavesThePortsOwnRegisters) {
     StatisticsBench bench("minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
-    chip.setInFiltered(8, 3);
+    chip.poke("port 8", 0x12, 3);
     chip.hang(MarvellUnit::statistics);
     chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread,
