@@ -34,7 +34,7 @@ void* SwitchManagementThread::run(void* /*argument*/) {
         application.log(0, "SwitchManagementThread::run [%08x]\n", threadNumber());
         _switchManager.switchManagerThreadHasStarted();
         processEvents();
-    } catch (std::exception const& exception) {
+    } catch (std::exception const& exception) { // GCOVR_EXCL_BR_LINE: others are for the host's thread to see
         application.log(0, "SwitchManagementThread::run [%08x] caught %s\n", threadNumber(),
                         exception.what());
     }
@@ -49,7 +49,7 @@ void SwitchManagementThread::abort() {
 void SwitchManagementThread::processEvent(Event const* event) {
     try {
         _switchManager.processEvent(event);
-    } catch (std::runtime_error const& error) {
+    } catch (std::runtime_error const& error) { // GCOVR_EXCL_BR_LINE: others go on to run()
         _switchManager.getApplication().logError("SwitchManagementThread::processEvent. Caught \"%s\"\n",
                                                  error.what());
     }

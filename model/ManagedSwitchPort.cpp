@@ -135,11 +135,13 @@ void ManagedSwitchPort::appendRoutes(VlanPort const& membership,
 
 void ManagedSwitchPort::configureTagBasedVlan(unsigned int vlanId, VlanPort const& membership) {
     application().log(4, "ManagedSwitchPort::configureVlans: Port %d assigned VID %d \n", _id, vlanId);
-    auto const* const tags = dynamic_cast<TagBasedVlanPort const*>(&membership);
+    auto const* const tags = dynamic_cast<TagBasedVlanPort const*>(&membership); // GCOVR_EXCL_BR_LINE: exists
     auto const vid = static_cast<unsigned short>(vlanId);
+    // GCOVR_EXCL_BR_START: members are of the VLAN's kind
     bool const configured = tags != nullptr &&
                             addPortToVlan(vid, tags->getIngressType(), tags->getEgressType()) &&
                             addPortToSpanningTree(vid, PortEnabledStatus::forwarding);
+    // GCOVR_EXCL_BR_STOP
     if (!configured) {
         application().logError(
             "ManagedSwitchPort::configureVlans: addPortToVlan could not vlanId %d to Port %d \n", vlanId,

@@ -22,5 +22,7 @@ unsigned short MulticastGroup::getVlanId() const {
 }
 
 void MulticastGroup::addPort(ManagedSwitchPort& port, _xmlNode* /*node*/) {
+    // GCOVR_EXCL_BR_START: memory
     owned_map::makeOnce(_ports, port.getId(), [&] { return new MulticastGroupPort(*this, port); });
+    // GCOVR_EXCL_BR_STOP
 }

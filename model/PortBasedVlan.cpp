@@ -16,5 +16,7 @@ void PortBasedVlan::addPort(ManagedSwitchPort& port, _xmlNode* node) {
     if (XmlText::attribute(node, "egress").isPresent()) {
         getApplication()->logWarning("PortBasedVlan::addPort. Ignoring attribute egress\n");
     }
+    // GCOVR_EXCL_BR_START: memory
     owned_map::makeOnce(members(), port.getId(), [&] { return new PortBasedVlanPort(*this, port); });
+    // GCOVR_EXCL_BR_STOP
 }

@@ -76,7 +76,9 @@ void SwitchDocument::createTrunkGroups() const {
                                  _owner.getId());
         }
         auto const trunkId = static_cast<unsigned int>(id.toInteger(-1));
+        // GCOVR_EXCL_BR_START: memory
         std::pair<unsigned int, TrunkGroup*> entry(numberOfTrunks, new TrunkGroup(trunkId));
+        // GCOVR_EXCL_BR_STOP
         _owner.insertTrunkGroup(entry);
         ++numberOfTrunks;
     }
