@@ -1,9 +1,10 @@
 #include "board/BoardReading.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <sstream>
 
 #include "board/Element.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
@@ -28,7 +29,7 @@ char const* BoardReading::Switch::chipName() const {
     return isVitesse() ? "VSC7390" : "88E6096";
 }
 
-BoardReading::BoardReading(reference_host::XmlDocument& document) : _document(document) {
+BoardReading::BoardReading(Xml& document) : _document(document) {
     readSwitches();
     readVlans();
     readGroups();
@@ -65,12 +66,13 @@ unsigned int BoardReading::vlanIdOf(xmlNodePtr vlanElement) {
 }
 
 std::string BoardReading::memberQuery(unsigned int vlanId) {
-    std::ostringstream query;
-    query << "//vlan[@id=" << std::hex << vlanId << "]/port";
-    return query.str();
+    return fmt::format("//vlan[@id={:x}]/port", vlanId);
 }
 
 void BoardReading::readSwitches() {
+    for (xmlNodePtr const element : find("//switches/switch")) {
+        _wanted.push_back({switchIdOf(element), attribute(element, "switchModel").value_or("")});
+    }
     for (Chip const chip : {Chip::marvell88E6096, Chip::vitesse7390}) {
         for (xmlNodePtr const element : find("//switches/switch")) {
             unsigned int const id = switchIdOf(element);

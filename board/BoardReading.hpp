@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "reference_host/XmlDocument.hpp"
+#include "host/Xml.hpp"
 
 namespace board {
 
@@ -54,6 +54,13 @@ public:
         bool isVitesse() const { return chip == Chip::vitesse7390; }
     };
 
+    /// A switch that the document asks for, whether or not tools know its kind of chip.
+    struct Wanted {
+        unsigned int id = 0;
+        /// The attribute's text; empty when it is absent.
+        std::string model;
+    };
+
     enum class Outcome {
         added,
         unknownSwitch,
@@ -86,8 +93,10 @@ public:
     };
 
     /// The document must outlive the reading.
-    explicit BoardReading(reference_host::XmlDocument& document);
+    explicit BoardReading(Xml& document);
 
+    /// In document order.
+    std::vector<Wanted> const& getWanted() const { return _wanted; }
     std::map<unsigned int, Switch> const& getSwitches() const { return _switches; }
     std::map<unsigned int, Vlan> const& getVlans() const { return _vlans; }
     std::vector<Group> const& getGroups() const { return _groups; }
@@ -128,7 +137,8 @@ private:
     Group& groupFor(std::string const& address, unsigned int vlanId);
     Outcome outcomeOf(Member const& candidate, std::vector<Member> const& members) const;
 
-    reference_host::XmlDocument& _document;
+    Xml& _document;
+    std::vector<Wanted> _wanted;
     std::map<unsigned int, Switch> _switches;
     std::map<unsigned int, Vlan> _vlans;
     std::vector<Group> _groups;

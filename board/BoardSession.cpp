@@ -114,13 +114,13 @@ bool BoardSession::writeStatistics(chips::PortAddress const& port, std::ostream&
     return true;
 }
 
-bool BoardSession::isUp(BoardDocument::Switch const& entry) {
+bool BoardSession::isUp(BoardReading::Wanted const& entry) {
     ManagedSwitch const* const managedSwitch = _manager.getManagedSwitch(entry.id);
     return managedSwitch != nullptr && modelOf(*managedSwitch) == entry.model;
 }
 
-bool BoardSession::isComplete(BoardDocument const& document) {
-    auto const& switches = document.getSwitches();
+bool BoardSession::isComplete(BoardReading const& document) {
+    auto const& switches = document.getWanted();
     return !switches.empty() &&
            std::all_of(switches.begin(), switches.end(), [this](auto const& entry) { return isUp(entry); });
 }

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/ClockAdoption.hpp"
 #include "board/SessionLog.hpp"
 #include "board/StartUpMonitor.hpp"
@@ -69,10 +69,10 @@ public:
     bool writeStatistics(chips::PortAddress const& port, std::ostream& out);
 
     /// Whether that switch came up as the chip that the document says.
-    bool isUp(BoardDocument::Switch const& entry);
+    bool isUp(BoardReading::Wanted const& entry);
 
     /// Whether there are switches in the document and each of them came up.
-    bool isComplete(BoardDocument const& document);
+    bool isComplete(BoardReading const& document);
 
     SwitchManager& getManager();
 

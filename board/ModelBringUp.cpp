@@ -19,7 +19,7 @@ std::unique_ptr<XmlDocument> load(std::string const& path) {
 } // namespace
 
 ModelBringUp::ModelBringUp(std::string const& path)
-    : _path(path), _xml(load(path)), _document(std::make_unique<BoardDocument>(*_xml)) {
+    : _path(path), _xml(load(path)), _document(std::make_unique<BoardReading>(*_xml)) {
     BoardSession::Options options;
     options.simulate = true;
     _session = std::make_unique<BoardSession>(*_xml, options);
@@ -34,7 +34,7 @@ void ModelBringUp::bringUp() {
         throw chips::ToolError(chips::ExitStatus::startUpFailed,
                                _path + ": start-up failed: " + outcome.reason);
     }
-    if (_document->getSwitches().empty()) {
+    if (_document->getWanted().empty()) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed, _path + ": no switch in the document");
     }
     if (!_session->isComplete(*_document)) {
@@ -50,7 +50,7 @@ std::string const& ModelBringUp::getPath() const {
     return _path;
 }
 
-BoardDocument const& ModelBringUp::getDocument() const {
+BoardReading const& ModelBringUp::getDocument() const {
     return *_document;
 }
 
@@ -63,7 +63,7 @@ BoardSession::Effort const& ModelBringUp::getEffort() const {
 }
 
 std::string ModelBringUp::getModel(unsigned switchId) const {
-    for (BoardDocument::Switch const& entry : _document->getSwitches()) {
+    for (BoardReading::Wanted const& entry : _document->getWanted()) {
         if (entry.id == switchId) {
             return entry.model;
         }

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
 
@@ -23,7 +23,7 @@ public:
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 
     std::string const& getPath() const;
-    BoardDocument const& getDocument() const;
+    BoardReading const& getDocument() const;
     simulation::SimulatedBoard& getBoard();
     BoardSession::Effort const& getEffort() const;
 
@@ -35,7 +35,7 @@ private:
 
     std::string _path;
     std::unique_ptr<reference_host::XmlDocument> _xml;
-    std::unique_ptr<BoardDocument> _document;
+    std::unique_ptr<BoardReading> _document;
     std::unique_ptr<BoardSession> _session;
 };
 

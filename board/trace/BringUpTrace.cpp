@@ -6,7 +6,7 @@
 
 namespace board {
 
-BringUpTrace::BringUpTrace(std::ostream& out, BoardDocument const& document)
+BringUpTrace::BringUpTrace(std::ostream& out, BoardReading const& document)
     : _chips(document), _writer(out, _chips), _decoder(_chips, _writer) {}
 
 std::unique_ptr<reference_host::PhysicalMemory>

@@ -3,7 +3,7 @@
 #include <memory>
 #include <ostream>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/trace/BusDecoder.hpp"
 #include "board/trace/TraceChips.hpp"
 #include "board/trace/TraceWriter.hpp"
@@ -15,7 +15,7 @@ namespace board {
 class BringUpTrace {
 public:
     /// Writes the header. \param out must outlive the trace.
-    BringUpTrace(std::ostream& out, BoardDocument const& document);
+    BringUpTrace(std::ostream& out, BoardReading const& document);
 
     /// Puts the trace in front of the session's memory, which must go before the trace does.
     std::unique_ptr<reference_host::PhysicalMemory>

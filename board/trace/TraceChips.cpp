@@ -2,12 +2,12 @@
 
 #include <stdexcept>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 
 namespace board {
 
-TraceChips::TraceChips(BoardDocument const& document) {
-    for (BoardDocument::Switch const& entry : document.getSwitches()) {
+TraceChips::TraceChips(BoardReading const& document) {
+    for (BoardReading::Wanted const& entry : document.getWanted()) {
         add(entry.id, entry.model);
     }
 }

@@ -7,7 +7,7 @@
 #include "chips/ChipCatalogue.hpp"
 
 namespace board {
-class BoardDocument;
+class BoardReading;
 }
 
 namespace board {
@@ -18,7 +18,7 @@ public:
     TraceChips() = default;
 
     /// Those of a document that the library knows; of those with the same id, the first.
-    explicit TraceChips(BoardDocument const& document);
+    explicit TraceChips(BoardReading const& document);
 
     /// \return false when the id is taken or there is no such model.
     bool add(unsigned switchId, std::string const& model);

@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "board/Element.hpp"
 #include "marvell/MarvellSwitch.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
@@ -31,8 +32,9 @@ chips::PortAddress addressOf(ManagedSwitchPort const& port) {
     return {port.getSwitch().getId(), port.getId()};
 }
 
-std::string tagText(std::string const& attribute) {
-    return attribute.empty() ? "none" : attribute;
+std::string tagText(board::BoardReading::Member const& member, char const* attribute) {
+    std::string const text = board::attribute(member.element, attribute).value_or("");
+    return text.empty() ? "none" : text;
 }
 
 /// A section of the summary that may have nothing to say.
@@ -52,7 +54,7 @@ void printSeconds(std::ostream& out, std::uint64_t nanoseconds) {
 
 } // namespace
 
-BoardSummary::BoardSummary(board::BoardDocument const& document, board::BoardSession& session)
+BoardSummary::BoardSummary(board::BoardReading const& document, board::BoardSession& session)
     : _document(document), _session(session) {}
 
 void BoardSummary::print(std::ostream& out) const {
@@ -79,7 +81,7 @@ void BoardSummary::printComplaints(std::ostream& out) const {
     }
 }
 
-ManagedSwitchPort* BoardSummary::portOf(board::BoardDocument::Member const& member) const {
+ManagedSwitchPort* BoardSummary::portOf(board::BoardReading::Member const& member) const {
     ManagedSwitch* const managedSwitch =
         _session.getManager().getManagedSwitch(static_cast<unsigned int>(member.switchId));
     if (managedSwitch == nullptr) {
@@ -90,7 +92,7 @@ ManagedSwitchPort* BoardSummary::portOf(board::BoardDocument::Member const& memb
 }
 
 void BoardSummary::printSwitches(std::ostream& out) const {
-    auto const& switches = _document.getSwitches();
+    auto const& switches = _document.getWanted();
     auto const up = std::count_if(switches.begin(), switches.end(),
                                   [this](auto const& entry) { return _session.isUp(entry); });
     out << "switches: " << up << " of " << switches.size() << " found\n";
@@ -131,19 +133,18 @@ void BoardSummary::printVlans(std::ostream& out) const {
     if (!printHeading(out, "VLANs", _document.getVlans())) {
         return;
     }
-    for (auto const& vlan : _document.getVlans()) {
-        out << "  0x" << std::hex << vlan.id << std::dec
-            << (vlan.tagBased ? "  tag-based:" : "  port-based:");
+    for (auto const& [id, vlan] : _document.getVlans()) {
+        out << "  0x" << std::hex << id << std::dec << (vlan.tagBased ? "  tag-based:" : "  port-based:");
         printMembers(out, vlan.members, vlan.tagBased);
     }
 }
 
 /// The members that count, then the others. Members are told apart by their port number alone, so
 /// the second of two with the same number does not count, whatever its switch.
-void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardDocument::Member> const& members,
+void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardReading::Member> const& members,
                                 bool withTags) const {
     std::set<int> portIds;
-    std::vector<board::BoardDocument::Member> leftOut;
+    std::vector<board::BoardReading::Member> leftOut;
     for (auto const& member : members) {
         if (portOf(member) == nullptr || !portIds.insert(member.portId).second) {
             leftOut.push_back(member);
@@ -151,7 +152,7 @@ void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardDocum
         }
         out << ' ' << member.switchId << '.' << member.portId;
         if (withTags) {
-            out << '(' << tagText(member.ingress) << '/' << tagText(member.egress) << ')';
+            out << '(' << tagText(member, "ingress") << '/' << tagText(member, "egress") << ')';
         }
     }
     for (auto const& member : leftOut) {
@@ -181,10 +182,10 @@ void BoardSummary::printTrunks(std::ostream& out) const {
 }
 
 void BoardSummary::printMulticastGroups(std::ostream& out) const {
-    if (!printHeading(out, "multicast groups", _document.getMulticastGroups())) {
+    if (!printHeading(out, "multicast groups", _document.getGroups())) {
         return;
     }
-    for (auto const& group : _document.getMulticastGroups()) {
+    for (auto const& group : _document.getGroups()) {
         out << "  " << group.address << " in VLAN " << group.vlanId << ':';
         printMembers(out, group.members, false);
     }

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <vector>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 
 class ManagedSwitchPort;
@@ -14,7 +14,7 @@ namespace switchctl::bringup {
 class BoardSummary {
 public:
     /// Both must outlive the summary; the session's switches are ready.
-    BoardSummary(board::BoardDocument const& document, board::BoardSession& session);
+    BoardSummary(board::BoardReading const& document, board::BoardSession& session);
 
     void print(std::ostream& out) const;
 
@@ -22,18 +22,18 @@ public:
     void printComplaints(std::ostream& out) const;
 
 private:
-    ManagedSwitchPort* portOf(board::BoardDocument::Member const& member) const;
+    ManagedSwitchPort* portOf(board::BoardReading::Member const& member) const;
     void printSwitches(std::ostream& out) const;
     void printPorts(std::ostream& out) const;
     void printVlans(std::ostream& out) const;
-    void printMembers(std::ostream& out, std::vector<board::BoardDocument::Member> const& members,
+    void printMembers(std::ostream& out, std::vector<board::BoardReading::Member> const& members,
                       bool withTags) const;
     void printTrunks(std::ostream& out) const;
     void printMulticastGroups(std::ostream& out) const;
     void printCpuPort(std::ostream& out) const;
     void printEffort(std::ostream& out) const;
 
-    board::BoardDocument const& _document;
+    board::BoardReading const& _document;
     board::BoardSession& _session;
 };
 

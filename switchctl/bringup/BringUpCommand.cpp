@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/trace/BringUpTrace.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/StreamLog.hpp"
@@ -102,7 +102,7 @@ ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ost
     options.log = log.get();
     std::optional<board::BringUpTrace> accesses;
     if (trace.is_open()) {
-        accesses.emplace(trace, board::BoardDocument(document));
+        accesses.emplace(trace, board::BoardReading(document));
         options.wrapMemory = [&](auto memory) { return accesses->wrap(std::move(memory)); };
     }
     board::BoardSession session(document, options);
@@ -120,7 +120,7 @@ ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ost
 
 ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, std::ostream& out,
                                   std::ostream& errors) const {
-    board::BoardDocument const boardDocument(document);
+    board::BoardReading const boardDocument(document);
     BoardSummary const summary(boardDocument, session);
     board::StartUpMonitor::Outcome const outcome = bringUp(session, errors);
     if (!outcome.populated) {
@@ -133,8 +133,8 @@ ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, s
     summary.printComplaints(out);
     if (!session.isComplete(boardDocument)) {
         errors << prefix << _documentPath << ": "
-               << (boardDocument.getSwitches().empty() ? "no switch in the document"
-                                                       : "not every switch came up")
+               << (boardDocument.getWanted().empty() ? "no switch in the document"
+                                                     : "not every switch came up")
                << '\n';
         return ExitStatus::switchMissing;
     }

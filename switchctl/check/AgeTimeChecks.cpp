@@ -1,4 +1,4 @@
-#include "switchctl/check/AgeTimeChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <cstdint>
 #include <limits>

@@ -1,18 +1,5 @@
 #include "switchctl/check/CheckTable.hpp"
 
-#include "switchctl/check/AgeTimeChecks.hpp"
-#include "switchctl/check/GroupChecks.hpp"
-#include "switchctl/check/GroupTableChecks.hpp"
-#include "switchctl/check/MemberChecks.hpp"
-#include "switchctl/check/PathChecks.hpp"
-#include "switchctl/check/PortChecks.hpp"
-#include "switchctl/check/SchemaChecks.hpp"
-#include "switchctl/check/SwitchChecks.hpp"
-#include "switchctl/check/TaggingChecks.hpp"
-#include "switchctl/check/TrunkChecks.hpp"
-#include "switchctl/check/VitessePortChecks.hpp"
-#include "switchctl/check/VlanChecks.hpp"
-
 namespace switchctl::check {
 
 std::vector<Check> const& allChecks() {

@@ -1,4 +1,4 @@
-#include "switchctl/check/GroupChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include "board/BoardReading.hpp"
 #include "board/Element.hpp"

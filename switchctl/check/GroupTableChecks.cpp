@@ -1,4 +1,4 @@
-#include "switchctl/check/GroupTableChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <map>
 #include <set>

@@ -1,4 +1,4 @@
-#include "switchctl/check/PathChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "switchctl/check/PortChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "switchctl/check/SchemaChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <map>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "switchctl/check/TaggingChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <set>
 

@@ -1,4 +1,4 @@
-#include "switchctl/check/TrunkChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "switchctl/check/VlanChecks.hpp"
+#include "switchctl/check/CheckTable.hpp"
 
 #include <algorithm>
 #include <cstdint>

@@ -13,7 +13,7 @@ constexpr unsigned digitsOfAddress = 2;
 
 } // namespace
 
-bool PlannedWrite::isSameAs(PlannedWrite const& other) const {
+bool PlannedWrite::operator==(PlannedWrite const& other) const {
     return address == other.address && value == other.value && registerName == other.registerName;
 }
 

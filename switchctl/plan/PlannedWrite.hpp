@@ -24,7 +24,7 @@ struct PlannedWrite {
     std::vector<simulation::AccessLog::FieldChange> changes;
 
     /// Whether the chip gets the same from both; time and what was there before do not count.
-    bool isSameAs(PlannedWrite const& other) const;
+    bool operator==(PlannedWrite const& other) const;
 
     /// Register, number, value and fields in one line, without a line end.
     void print(std::ostream& out) const;

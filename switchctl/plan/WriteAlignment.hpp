@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <vector>
 
 #include "switchctl/plan/PlannedWrite.hpp"
@@ -25,21 +24,6 @@ public:
     std::vector<Lone> const& getLone() const;
 
 private:
-    struct Range {
-        std::size_t begin;
-        std::size_t end;
-        std::size_t getSize() const { return end - begin; }
-    };
-
-    void align(Range first, Range second);
-    void alignSingle(Range first, Range second);
-    std::vector<std::size_t> commonFromFront(Range first, Range second) const;
-    std::vector<std::size_t> commonFromBack(Range first, Range second) const;
-    void addFirst(Range range);
-    void addSecond(Range range);
-
-    Writes const& _first;
-    Writes const& _second;
     std::vector<Lone> _lone;
 };
 

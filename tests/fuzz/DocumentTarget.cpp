@@ -3,11 +3,11 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "board/BoardDocument.hpp"
+#include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
 
-using board::BoardDocument;
+using board::BoardReading;
 using board::BoardSession;
 using chips::PortAddress;
 using reference_host::XmlDocument;
@@ -31,8 +31,8 @@ void require(bool condition, char const* what) {
 }
 
 /// Every port that a member of the document might mean, some of which do not exist.
-void askForStatistics(board::BoardSession& session, board::BoardDocument const& board) {
-    for (board::BoardDocument::Switch const& entry : board.getSwitches()) {
+void askForStatistics(board::BoardSession& session, board::BoardReading const& board) {
+    for (board::BoardReading::Wanted const& entry : board.getWanted()) {
         for (unsigned port : {0U, 1U, 10U, 23U, 24U, ~0U}) {
             std::ostringstream text;
             bool const isWritten = session.writeStatistics(chips::PortAddress{entry.id, port}, text);
@@ -48,14 +48,13 @@ void DocumentTarget::run(std::string const& input) {
     if (document == nullptr) {
         return;
     }
-    board::BoardDocument const board(*document);
+    board::BoardReading const board(*document);
     board::BoardSession::Options options;
     options.simulate = true;
     board::BoardSession session(*document, options);
     auto const outcome = session.bringUp();
     require(outcome.populated || !outcome.reason.empty(), "start-up failed without a reason");
-    require(!outcome.populated ||
-                session.getManager().getManagedSwitchesCount() <= board.getSwitches().size(),
+    require(!outcome.populated || session.getManager().getManagedSwitchesCount() <= board.getWanted().size(),
             "there are more switches than the document has");
     askForStatistics(session, board);
 }

@@ -9,7 +9,7 @@
 
 #include "reference_host/XmlDocument.hpp"
 
-using board::BoardDocument;
+using board::BoardReading;
 using board::BoardSession;
 using switchctl::bringup::BoardSummary;
 using testing::HasSubstr;
@@ -30,7 +30,7 @@ Result summaryOf(std::string const& text, std::set<unsigned> const& missing = {}
     options.noHardwareAccess = !simulate;
     options.board.missingSwitches = missing;
     board::BoardSession session(*document, options);
-    board::BoardDocument const boardDocument(*document);
+    board::BoardReading const boardDocument(*document);
     EXPECT_TRUE(session.bringUp().populated);
     switchctl::bringup::BoardSummary const summary(boardDocument, session);
     std::ostringstream out;

@@ -8,6 +8,7 @@
 #include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 #include "reference_host/LogSink.hpp"
+#include "reference_host/XmlDocument.hpp"
 
 /// The library itself, started up on a document, to compare with what the checks say about it.
 class LibraryRun : private reference_host::LogSink {

@@ -90,12 +90,12 @@ TEST(WriteAlignmentTest, OtherValueRegisterOrNumberIsAnotherWrite) {
     PlannedWrite other = write;
     other.nanoseconds = 99;
     other.changes = {{"PortState", 0, 3}};
-    EXPECT_TRUE(write.isSameAs(other)) << "when it comes and what was there before make no difference";
+    EXPECT_TRUE(write == other) << "when it comes and what was there before make no difference";
     other.value = 0x7C;
-    EXPECT_FALSE(write.isSameAs(other));
+    EXPECT_FALSE(write == other);
     other = write;
     other.address = 5;
-    EXPECT_FALSE(write.isSameAs(other));
+    EXPECT_FALSE(write == other);
 }
 
 TEST(WriteAlignmentTest, HasAsMuchInCommonAsThereIs) {

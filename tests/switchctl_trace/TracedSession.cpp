@@ -7,7 +7,7 @@
 #include "board/trace/BringUpTrace.hpp"
 #include "reference_host/XmlDocument.hpp"
 
-using board::BoardDocument;
+using board::BoardReading;
 using board::BoardSession;
 using board::BringUpTrace;
 using reference_host::XmlDocument;
@@ -15,7 +15,7 @@ using reference_host::XmlDocument;
 TracedSession::TracedSession(std::string const& document, Disturb const& disturb) {
     auto const xml = XmlDocument::fromText(document, "board");
     std::ostringstream out;
-    board::BringUpTrace trace(out, board::BoardDocument(*xml));
+    board::BringUpTrace trace(out, board::BoardReading(*xml));
     board::BoardSession::Options options;
     options.simulate = true;
     options.wrapMemory = [&](auto memory) { return trace.wrap(std::move(memory)); };
