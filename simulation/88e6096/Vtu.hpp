@@ -21,8 +21,8 @@ public:
 
     bool hasViolation() const;
 
-    std::map<unsigned, VtuEntry> const& getVtu() const;
-    std::map<unsigned, StuEntry> const& getStu() const;
+    std::map<unsigned, VtuEntry> const& getVtu() const { return _vtu; }
+    std::map<unsigned, StuEntry> const& getStu() const { return _stu; }
     void setEntry(unsigned vid, VtuEntry const& entry);
     void setEntry(unsigned sid, StuEntry const& entry);
     void addViolation(unsigned vid, unsigned sourcePort, Violation violation);
@@ -31,7 +31,6 @@ public:
     static unsigned highestSid(Marvell88E6096Options const& options);
 
 private:
-    void perform(std::uint32_t word) override;
     using PortCodes = decltype(VtuEntry::memberTags);
 
     struct PendingViolation {
@@ -40,6 +39,7 @@ private:
         Violation kind;
     };
 
+    void perform(std::uint32_t word) override;
     void flush();
     void loadVtu();
     void nextVtu();
