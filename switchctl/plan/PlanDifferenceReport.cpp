@@ -1,5 +1,6 @@
 #include "switchctl/plan/PlanDifferenceReport.hpp"
 
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "switchctl/plan/PlanReport.hpp"

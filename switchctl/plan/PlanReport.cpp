@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <iomanip>
+#include <nlohmann/json.hpp>
 
 namespace switchctl::plan {
 

@@ -1,6 +1,7 @@
 #include "switchctl/plan/PlannedWrite.hpp"
 
 #include <iomanip>
+#include <nlohmann/json.hpp>
 
 #include "chips/NumberText.hpp"
 
