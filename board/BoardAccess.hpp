@@ -19,11 +19,11 @@ public:
     /// `board` must outlive the object; the thread lives by its clock.
     explicit BoardAccess(simulation::SimulatedBoard& board);
 
-    /// The hardware behind a memory device; throws CommandError (noHardware) when it cannot be reached.
+    /// The hardware behind a memory device; throws ToolError (noHardware) when it cannot be reached.
     explicit BoardAccess(std::string const& memoryDevice);
 
     /// The way to a chip: MDIO to an 88E6096, the parallel bus to a VSC7390. Must not outlive the object.
-    /// Throws CommandError (noHardware).
+    /// Throws ToolError (noHardware).
     /// \param model as in configuration documents.
     std::unique_ptr<chips::RegisterTransport> connect(unsigned switchId, std::string const& model);
 

@@ -103,7 +103,7 @@ bool BoardSession::writeStatistics(chips::PortAddress const& port, std::ostream&
     if (!hasPort(port)) {
         return false;
     }
-    // The table leaves its stream in hexadecimal.
+    // A stream of its own: the library leaves it set to hexadecimal.
     std::ostringstream table;
     std::timespec time{};
     std::string text;

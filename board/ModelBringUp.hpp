@@ -14,7 +14,7 @@ namespace board {
 /// Belongs to the thread that constructs it, like a BoardSession; of several, the last made goes first.
 class ModelBringUp {
 public:
-    /// Throws CommandError: badDocument when the document cannot be read, startUpFailed when start-up
+    /// Throws ToolError: badDocument when the document cannot be read, startUpFailed when start-up
     /// gives up or a switch of the document does not come up.
     /// \param path of the document.
     explicit ModelBringUp(std::string const& path);

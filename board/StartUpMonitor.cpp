@@ -8,6 +8,7 @@ namespace board {
 
 namespace {
 
+// As manager/SwitchManagementThread.cpp has them.
 constexpr char const* exceptionInEvent = "SwitchManagementThread::processEvent. Caught ";
 constexpr char const* threadText = "SwitchManagementThread::run [";
 constexpr char const* exceptionInLoop = "] caught ";

@@ -21,8 +21,9 @@ public:
     /// The switches are ready. Called on the management thread.
     void reportPopulated();
 
-    /// Looks for the messages with which the management thread says that start-up has ended early:
-    /// nothing else tells a host, which is only called back in the good case.
+    /// Looks for the two messages of an exception that ended start-up early: nothing else tells a host,
+    /// which is only called back in the good case. The texts are those of SwitchManagementThread.cpp;
+    /// wait() does not return when start-up fails and they read otherwise.
     void inspect(reference_host::LogMessage const& message);
 
     /// Waits until start-up has ended one way or the other.

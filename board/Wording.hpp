@@ -5,7 +5,7 @@
 
 namespace board {
 
-/// \name Parts of findings
+/// \name Numbers and lists in texts about a document
 /// @{
 
 /// "0x1f".

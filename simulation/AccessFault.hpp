@@ -10,7 +10,7 @@ namespace simulation {
 /// then shows busy until a driver that waits for a second has given up.
 class AccessFault {
 public:
-    /// More than the second that drivers wait, and more than a poll's worth of it.
+    /// The second that drivers wait, and more than one poll on top.
     static constexpr std::uint64_t busyNanoseconds = 1'010'000'000;
 
     /// `clock` must outlive the fault.

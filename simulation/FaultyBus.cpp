@@ -6,7 +6,7 @@ namespace {
 
 thread_local unsigned accessesInProgress = 0;
 
-/// For isInAccess().
+/// Counts the accesses that this thread is in the middle of, for isInAccess().
 class AccessScope {
 public:
     AccessScope() { ++accessesInProgress; }

@@ -77,7 +77,7 @@ std::uint32_t RegisterFile::peek(unsigned address) const {
     return withStuckBits(address, description == nullptr ? stored : description->shown(stored));
 }
 
-// Looked at first: what had arrived by now would otherwise come on top of the value later.
+// Read first: a result that is due by now would otherwise replace the value at the next read.
 void RegisterFile::poke(unsigned address, std::uint32_t value) {
     std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
     peek(address);

@@ -14,7 +14,7 @@ using Transport = chips::TraceAccess::Transport;
 
 constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::size_t decimals = 9;
-/// Some thirty years.
+/// Some thirty years, which 64 bits of nanoseconds can hold.
 constexpr std::size_t mostDigitsOfSeconds = 9;
 constexpr unsigned digitsOfSmiWord = 4;
 
@@ -81,7 +81,7 @@ chips::RegisterLocation TraceFormat::locate(chips::ChipCatalogue const& chip,
     return find(chip, address.getText());
 }
 
-// A chip has PHYs, by number, that its catalogue has no names for.
+// The address of a PHY register need not have a name in the catalogue.
 chips::RegisterLocation TraceFormat::find(chips::ChipCatalogue const& chip, std::string const& number) {
     std::string const phy = "phy";
     bool const isPhy = number.compare(0, phy.size(), phy) == 0;

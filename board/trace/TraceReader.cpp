@@ -13,7 +13,7 @@ namespace board {
 
 namespace {
 
-/// Of a line for an access.
+/// The words of a line for an access.
 enum Column : std::size_t { time, chip, transport, kind, number, name, value, outcome, columns };
 
 constexpr std::size_t wordsOfChip = 3;
@@ -52,7 +52,7 @@ TraceReader::TraceReader(std::istream& in, std::string const& name) : _name(name
 TraceReader TraceReader::fromFile(std::string const& path) {
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    // Of a folder, the first character tells that it cannot be read.
+    // A folder can be opened; only reading its first character fails.
     file.peek();
     if (!file.is_open() || file.bad()) {
         throw chips::ToolError(chips::ExitStatus::badDocument,

@@ -12,14 +12,14 @@ constexpr unsigned unused = 0;
 constexpr unsigned firstStaticState = 8;
 constexpr unsigned moveState = 0xF;
 
-/// Of the data register, when entries move from port to port.
+/// Fields of the data register when a command moves entries from one port to another.
 constexpr Field fromPort{"FromPort", 7, 4};
 constexpr Field toPort{"ToPort", 11, 8};
 
 constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
 constexpr unsigned groupBit = 40;
 
-// What an entry leads to once the port has been moved; nowhere when it is moved to one that there is not.
+// The entry's data after the move; without a destination port when the port to move to does not exist.
 std::uint32_t moved(std::uint32_t data, std::uint32_t command) {
     std::uint32_t const from = portVector.placed(bit(fromPort.get(command)));
     std::uint32_t const to = portVector.placed(bit(toPort.get(command)));

@@ -44,7 +44,7 @@ private:
     marvell::Global1 _global1;
     marvell::Global2 _global2;
     marvell::Smi _smi;
-    /// Where the chip has no registers, storage that drivers can be caught using.
+    /// Devices that the chip does not have: accesses to them are stored and reported as misuse.
     std::map<unsigned, std::unique_ptr<RegisterFile>> _unknownDevices;
     std::unique_ptr<Marvell88E6096TestSide> _testSide;
 };

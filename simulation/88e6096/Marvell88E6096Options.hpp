@@ -4,7 +4,7 @@
 
 namespace simulation {
 
-/// The properties of an 88E6096 that no document settles, and its delays.
+/// What the data sheet of an 88E6096 leaves open, and the delays of the model.
 struct Marvell88E6096Options {
     enum class VlanTableReset { allButOwn, none };
     enum class PortStateReset : unsigned { disabled = 0, blocking = 1, learning = 2, forwarding = 3 };

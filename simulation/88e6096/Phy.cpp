@@ -6,7 +6,7 @@ namespace simulation::marvell {
 
 namespace {
 
-/// Of the chip's own.
+/// The first register past those that all PHYs have: crossover.
 constexpr unsigned mdiControl = 16;
 
 constexpr std::uint32_t controlReset = 0x3100;

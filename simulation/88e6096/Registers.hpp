@@ -2,7 +2,7 @@
 
 #include "simulation/Field.hpp"
 
-/// Where things are in an 88E6096.
+/// Addresses, fields and operation codes of an 88E6096.
 namespace simulation::marvell {
 
 /// Addresses of the internal devices.
@@ -15,7 +15,7 @@ constexpr unsigned bitsPerRegister = 16;
 /// What is read where no PHY answers.
 constexpr unsigned absent = 0xFFFF;
 
-/// Of all registers that take commands; the operation of those of Global 1.
+/// The busy bit is the same in all command registers, the operation field in those of Global 1.
 constexpr Field busy{"Busy", 15};
 constexpr Field globalOperation{"Operation", 14, 12};
 
@@ -119,7 +119,7 @@ constexpr Field valid{"Valid", 12};
 constexpr Field vid{"VID", 11, 0};
 constexpr Field priorityOverride{"VIDPriOverride", 15, 12};
 
-/// Of the ports in turn, four to a data register.
+/// Ports in ascending order, four to a data register.
 constexpr unsigned portsPerRegister = 4;
 constexpr Field memberTags[] = {
     {"MemberTag0", 1, 0}, {"MemberTag1", 5, 4}, {"MemberTag2", 9, 8},  {"MemberTag3", 13, 12},

@@ -93,8 +93,7 @@ void Vtu::loadStu() {
     setEntry(sid, StuEntry{staged(vtu::portStates)});
 }
 
-// Unlike a VTU search, which leaves no states behind, this one takes the member tags of the VLAN that
-// was being worked on with it.
+// Like a VTU search, it replaces all of the data registers: member tags that stand there are lost.
 void Vtu::nextStu() {
     unsigned const highest = highestSid(_context.options);
     auto const found = following(_stu, _registers.getStored(global1::vtuSid), highest);

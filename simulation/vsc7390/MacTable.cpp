@@ -8,7 +8,7 @@ namespace simulation::vitesse {
 
 namespace {
 
-/// The pieces of an address that are folded into its row, and where the VID goes.
+/// The row is the XOR of the pieces of the address, and of six bits of the VID in the last, shorter piece.
 constexpr unsigned rowBits = 11;
 constexpr unsigned wholePieces = 4;
 constexpr Field vidInRow{"VID", 9, 4};
@@ -178,7 +178,7 @@ MacEntry const* MacTable::findGroup(std::uint64_t address, unsigned vid) const {
     return nullptr;
 }
 
-// Eleven bits a piece from the low end; the four bits left at the high end take six of the VID along.
+// Eleven bits a piece from the low end; above the four bits of the last piece stand six bits of the VID.
 unsigned MacTable::rowOf(std::uint64_t address, unsigned vid) {
     unsigned row = vidInRow.placed(vid);
     for (unsigned piece = 0; piece <= wholePieces; ++piece) {

@@ -5,13 +5,13 @@
 
 namespace simulation::vitesse {
 
-/// A PHY beside the chip. What its maker put past the registers that all PHYs have is storage.
+/// A PHY beside the chip. Registers past those that all PHYs have are plain storage.
 class Phy : public RegisterFile {
 public:
     /// `context` must outlive the PHY.
     Phy(Context& context, unsigned number);
 
-    /// Whether it answers.
+    /// An unplugged PHY does not answer.
     bool isPlugged() const { return _isPlugged; }
     void setPlugged(bool plugged) { _isPlugged = plugged; }
 

@@ -114,7 +114,7 @@ void Port::addWatermarks(RegisterTable& table) {
     table.add(Register(port::egressWatermarks, "EGRESS_WATERMARKS").field("Watermarks", 31, 0));
 }
 
-// They count by nothing here; a write of 0 to the one of the packets that came in clears all.
+// Nothing is counted by itself. Writing 0 to the counter of received packets clears all of them.
 void Port::addCounters(RegisterTable& table) {
     for (unsigned index = 0; index < counterNames.size(); ++index) {
         unsigned const address = Vsc7390TestSide::firstCounter + index;

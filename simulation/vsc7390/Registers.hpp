@@ -2,7 +2,7 @@
 
 #include "simulation/Field.hpp"
 
-/// Where things are in a VSC7390.
+/// Addresses, fields and operation codes of a VSC7390.
 namespace simulation::vitesse {
 
 /// All ports, that of the processor included.

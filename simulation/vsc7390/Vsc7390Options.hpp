@@ -4,7 +4,7 @@
 
 namespace simulation {
 
-/// The properties of a VSC7390 that no document settles, and its delays.
+/// What the data sheet of a VSC7390 leaves open, and the delays of the model.
 struct Vsc7390Options {
     enum class DestinationMaskReset { ownPort, allPorts, none };
     enum class AggregationMaskReset { allPorts, none };

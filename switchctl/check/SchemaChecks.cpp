@@ -17,7 +17,7 @@ std::string nameOf(xmlNode const* element) {
     return isElement ? reinterpret_cast<char const*>(element->name) : ""; // NOLINT: UTF-8 text
 }
 
-/// The definition of an element of that name in one of that name; empty when there is none.
+/// The schema's definition of element `name` in element `parent`; empty when it has none.
 std::string definitionOf(std::string const& name, std::string const& parent) {
     static std::map<std::pair<std::string, std::string>, std::string> const definitions{
         {{"switch", "switches"}, "switch"}, {{"port", "switch"}, "switchPort"},

@@ -144,7 +144,8 @@ bool isInTagBasedVlan(board::BoardReading const& board, unsigned int switchId, u
 void inNoVlan(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
-            // What the library does not count it does not keep out of VLANs either: ports-beyond-count.
+            // The library keeps a port out of VLANs only when its number is below the count of ports; see
+            // ports-beyond-count.
             bool const keptOut = owner.isVitesse() || id < owner.entryCount;
             if (port.element->parent != owner.element || port.portStatus == "disabled" || !keptOut ||
                 isInTagBasedVlan(board, switchId, id)) {

@@ -19,7 +19,7 @@ namespace switchctl::draw {
 
 namespace {
 
-/// A file of this process alone, gone when nobody has it open.
+/// A file without a name, deleted when it is closed.
 class ScratchFile {
 public:
     explicit ScratchFile(std::string const& text) : _file(std::tmpfile()) {
@@ -46,7 +46,7 @@ private:
     std::FILE* _file;
 };
 
-// The exit status of a child that could not become the program, where that shows only in the child.
+// Where posix_spawnp() cannot report that the program was not found, the child exits with this status.
 constexpr int notStarted = 127;
 
 [[noreturn]] void throwNotStarted(std::string const& program, int error) {

@@ -78,7 +78,7 @@ void Progress::run(milliseconds wait) {
 }
 
 void Progress::show(std::string const& line) const {
-    // Who cannot be told how far it is does not get told.
+    // The line is a courtesy: a terminal that refuses it does not stop the operation.
     [[maybe_unused]] ssize_t const written = write(_descriptor, line.data(), line.size());
 }
 
