@@ -81,7 +81,7 @@ inline void VitesseParallelCommunication::fetch(unsigned int offset, unsigned in
     _mapping.get(systemOffset(vsc7390::system::readData), value);
 }
 
-[[gnu::flatten]] bool VitesseParallelCommunication::readRegister(Bsa const& location, unsigned int& value) {
+bool VitesseParallelCommunication::readRegister(Bsa const& location, unsigned int& value) {
     unsigned int const offset = offsetOf(location);
     if (!_mapping.get(offset, value)) {
         readError(physicalAddressOf(offset));
