@@ -9,7 +9,11 @@ namespace switchctl {
 /// `--simulate[=DOCUMENT]`: chip models in place of hardware, those of another document where one is given.
 class Simulation {
 public:
-    Arguments::Option addTo(Arguments& arguments, char const* text, char const* type) {
+    Arguments::Option
+    addTo(Arguments& arguments,
+          char const* text = "Read chip models instead of hardware: those of BOARD.xml or of "
+                             "another document, after they were brought up",
+          char const* type = "[=OTHER.xml]") {
         return arguments.flag("--simulate", _value, text).type(type);
     }
 

@@ -19,11 +19,7 @@ AuditCommand::AuditCommand(std::string memoryDevice)
 
 void AuditCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
-    auto const simulate =
-        _simulation.addTo(arguments,
-                          "Read chip models instead of hardware: those of BOARD.xml or of another document, "
-                          "after they were brought up",
-                          "[=OTHER.xml]");
+    auto const simulate = _simulation.addTo(arguments);
     arguments
         .option("--deviate", _deviations,
                 "Write a register of the simulated board before it is read; also LOCATION:FIELD=VALUE. "

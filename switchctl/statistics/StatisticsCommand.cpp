@@ -61,11 +61,7 @@ void StatisticsCommand::addWatch(Arguments& arguments) {
 }
 
 void StatisticsCommand::addSimulation(Arguments& arguments) {
-    auto const simulate =
-        _simulation.addTo(arguments,
-                          "Read chip models instead of hardware: those of BOARD.xml or of another document, "
-                          "after they were brought up",
-                          "[=OTHER.xml]");
+    auto const simulate = _simulation.addTo(arguments);
     arguments
         .option("--seed", _seeds,
                 "What a counter of the simulated board holds; with +STEP, how much it goes on by between "
