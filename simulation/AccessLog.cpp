@@ -1,6 +1,7 @@
 #include "simulation/AccessLog.hpp"
 
-#include <cstdio>
+#include <fmt/format.h>
+
 #include <ostream>
 
 namespace simulation {
@@ -8,6 +9,10 @@ namespace simulation {
 namespace {
 
 constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+
+std::string hexadecimal(std::uint32_t value) {
+    return value == 0 ? "0" : fmt::format("{:#x}", value);
+}
 
 std::vector<AccessLog::FieldChange> changedFields(Register const* description, std::uint32_t before,
                                                   std::uint32_t after) {
@@ -88,19 +93,14 @@ void AccessLog::print(std::ostream& out) const {
 }
 
 std::string AccessLog::line(Entry const& entry) {
-    char start[160];
-    std::snprintf(start, sizeof start, "%6zu %4llu.%09llu  %-9s  %-8s  %-20s  %c 0x%04x", entry.sequence,
-                  static_cast<unsigned long long>(entry.nanoseconds / nanosecondsPerSecond),
-                  static_cast<unsigned long long>(entry.nanoseconds % nanosecondsPerSecond),
-                  entry.chip.c_str(), entry.unit.c_str(), entry.registerName.c_str(),
-                  entry.kind == Kind::read ? 'R' : 'W', entry.value);
-    std::string text = start;
+    std::string text = fmt::format("{:6} {:4}.{:09}  {:<9}  {:<8}  {:<20}  {} 0x{:04x}", entry.sequence,
+                                   entry.nanoseconds / nanosecondsPerSecond,
+                                   entry.nanoseconds % nanosecondsPerSecond, entry.chip, entry.unit,
+                                   entry.registerName, entry.kind == Kind::read ? 'R' : 'W', entry.value);
     char const* separator = "  ";
     for (FieldChange const& change : entry.changes) {
-        char part[96];
-        std::snprintf(part, sizeof part, "%s%s %#x->%#x", separator, change.field.c_str(), change.before,
-                      change.after);
-        text += part;
+        text += fmt::format("{}{} {}->{}", separator, change.field, hexadecimal(change.before),
+                            hexadecimal(change.after));
         separator = ", ";
     }
     return text;
@@ -118,7 +118,8 @@ AccessLog::Entry AccessLog::decode(Record const& record, std::size_t sequence) {
                 record.transfer,   record.unit->chip,
                 record.unit->unit, record.unit->registerName(record.address),
                 record.address,    record.kind,
-                record.value,      {}};
+                record.value,      {},
+                record.unit};
     if (record.kind == Kind::write) {
         entry.changes =
             changedFields(record.unit->registers.find(record.address), record.before, record.after);

@@ -50,6 +50,8 @@ public:
         std::uint32_t value;
         /// Of a write only. The fields as the chip took them, before a command took effect.
         std::vector<FieldChange> changes;
+        /// What the unit is, where, and what its registers are.
+        std::shared_ptr<UnitIdentity const> identity;
     };
 
     explicit AccessLog(VirtualClock const& clock);

@@ -16,21 +16,23 @@ constexpr unsigned readOpcode = 2;
 } // namespace
 
 Arm920tMac::Arm920tMac(Services& services, MdioBus& bus, Options const& options)
-    : _services(services),
+    : RegisterFile(services, {"mac", "mdio"}, {}, Logging::off),
+      _services(services),
       _bus(bus),
-      _timer(services.clock, options.busyNanoseconds),
-      _registers(services, {"mac", "mdio"}, table(*this, options), RegisterFile::Logging::off) {}
+      _timer(services.clock, options.busyNanoseconds) {
+    define(table(options));
+}
 
-RegisterTable Arm920tMac::table(Arm920tMac& mac, Options const& options) {
+RegisterTable Arm920tMac::table(Options const& options) {
     return {
         Register(miiCommand, "MiiCommand")
             .field(opcode)
             .field(phyAddress)
             .field(registerAddress)
-            .onWrite([&mac](std::uint32_t value) { mac.startFrame(value); }),
+            .onWrite([this](std::uint32_t value) { startFrame(value); }),
         Register(miiData, "MiiData").field("Data", 15, 0),
-        Register(miiStatus, "MiiStatus").readOnly(busy).onRead([&mac](std::uint32_t value) {
-            return value | busy.placed(mac._timer.isBusy());
+        Register(miiStatus, "MiiStatus").readOnly(busy).onRead([this](std::uint32_t value) {
+            return value | busy.placed(_timer.isBusy());
         }),
         Register(macControl, "MacControl", options.controlReset).field("Control", 31, 0),
     };
@@ -41,7 +43,7 @@ bool Arm920tMac::read(unsigned offset, unsigned& value) {
     if (failsNow()) {
         return false;
     }
-    value = _registers.read(offset, 0);
+    value = RegisterFile::read(offset, 0);
     return true;
 }
 
@@ -50,23 +52,8 @@ bool Arm920tMac::write(unsigned offset, unsigned value) {
     if (failsNow()) {
         return false;
     }
-    _registers.write(offset, value, 0);
+    RegisterFile::write(offset, value, 0);
     return true;
-}
-
-std::uint32_t Arm920tMac::peek(unsigned offset) const {
-    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
-    return _registers.peek(offset);
-}
-
-void Arm920tMac::poke(unsigned offset, std::uint32_t value) {
-    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
-    _registers.store(offset, value);
-}
-
-void Arm920tMac::stick(unsigned offset, std::uint32_t ones, std::uint32_t zeros) {
-    std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
-    _registers.stick(offset, ones, zeros);
 }
 
 void Arm920tMac::failAccess(unsigned nth) {
@@ -101,18 +88,18 @@ bool Arm920tMac::failsNow() {
 void Arm920tMac::startFrame(std::uint32_t command) {
     bool const isRead = opcode.get(command) == readOpcode;
     if (!isRead && opcode.get(command) != writeOpcode) {
-        _registers.report(MisuseReport::Kind::meaninglessCommand, miiCommand, "neither read nor write");
+        report(MisuseReport::Kind::meaninglessCommand, miiCommand, "neither read nor write");
         return;
     }
     if (_timer.isBusy()) {
-        _registers.report(MisuseReport::Kind::commandWhileBusy, miiCommand, "a frame is on its way");
+        report(MisuseReport::Kind::commandWhileBusy, miiCommand, "a frame is on its way");
     }
     unsigned const phy = phyAddress.get(command);
     unsigned const reg = registerAddress.get(command);
     if (isRead) {
-        _registers.store(miiData, _bus.read(phy, reg));
+        store(miiData, _bus.read(phy, reg));
     } else {
-        _bus.write(phy, reg, static_cast<std::uint16_t>(_registers.getStored(miiData)));
+        _bus.write(phy, reg, static_cast<std::uint16_t>(getStored(miiData)));
     }
     _timer.start();
 }

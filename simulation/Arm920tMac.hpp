@@ -12,10 +12,10 @@
 namespace simulation {
 
 /// The registers of the ARM920T's Ethernet MAC that make it an MDIO master. The rest of the block
-/// is plain storage.
+/// is plain storage. Addresses are offsets as on the bus.
 ///
 /// Any thread may call it.
-class Arm920tMac : public BusDevice {
+class Arm920tMac : public BusDevice, public RegisterFile {
 public:
     static constexpr unsigned physicalAddress = 0x80010000;
     static constexpr std::size_t size = 0x30;
@@ -36,13 +36,6 @@ public:
     /// \name Test side
     /// @{
 
-    /// What a read over the bus would return now; offsets as on the bus.
-    std::uint32_t peek(unsigned offset) const;
-    void poke(unsigned offset, std::uint32_t value);
-
-    /// See ChipTestSide::stick.
-    void stick(unsigned offset, std::uint32_t ones, std::uint32_t zeros);
-
     /// The nth access of the bus from now on (1 = the next, 0 = none) fails: read() or write()
     /// returns false and nothing happens.
     void failAccess(unsigned nth);
@@ -58,12 +51,11 @@ public:
 private:
     bool failsNow();
     void startFrame(std::uint32_t command);
-    static RegisterTable table(Arm920tMac& mac, Options const& options);
+    RegisterTable table(Options const& options);
 
     Services& _services;
     MdioBus& _bus;
     CommandTimer _timer;
-    RegisterFile _registers;
     unsigned _accessesToFailure = 0;
 };
 

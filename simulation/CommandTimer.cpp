@@ -30,10 +30,6 @@ bool CommandTimer::isDone() const {
     return _commands > 0 && !isBusy() && !_isLost;
 }
 
-unsigned CommandTimer::getCommands() const {
-    return _commands;
-}
-
 void CommandTimer::setBusyTime(std::uint64_t nanoseconds) {
     _busyNanoseconds = nanoseconds;
     _isTimeSet = true;
@@ -42,10 +38,6 @@ void CommandTimer::setBusyTime(std::uint64_t nanoseconds) {
 void CommandTimer::hang(unsigned nthCommand) {
     _commandsToHang = nthCommand;
     _hangs = nthCommand == 0;
-}
-
-void CommandTimer::lose(unsigned count) {
-    _commandsToLose = count;
 }
 
 void CommandTimer::release() {

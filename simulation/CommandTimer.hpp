@@ -22,7 +22,7 @@ public:
     bool isDone() const;
 
     /// Commands started so far.
-    unsigned getCommands() const;
+    unsigned getCommands() const { return _commands; }
 
     void setBusyTime(std::uint64_t nanoseconds);
 
@@ -30,7 +30,7 @@ public:
     void hang(unsigned nthCommand);
 
     /// The next commands never end, as many as `count`; those after them do.
-    void lose(unsigned count);
+    void lose(unsigned count) { _commandsToLose = count; }
 
     /// Ends a hang, a loss and whatever runs.
     void release();

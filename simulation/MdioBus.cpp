@@ -30,10 +30,6 @@ void MdioBus::write(unsigned address, unsigned registerAddress, std::uint16_t va
     }
 }
 
-std::uint64_t MdioBus::getBusNanoseconds() const {
-    return _busNanoseconds;
-}
-
 void MdioBus::passFrame() {
     _services.clock.advanceNanoseconds(_options.frameNanoseconds);
     _busNanoseconds += _options.frameNanoseconds;

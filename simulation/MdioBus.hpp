@@ -32,7 +32,7 @@ public:
     void write(unsigned address, unsigned registerAddress, std::uint16_t value);
 
     /// Time that frames have taken so far.
-    std::uint64_t getBusNanoseconds() const;
+    std::uint64_t getBusNanoseconds() const { return _busNanoseconds; }
 
 private:
     void passFrame();

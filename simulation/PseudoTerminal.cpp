@@ -59,14 +59,6 @@ void PseudoTerminal::openDevice() {
     tcsetattr(_device, TCSANOW, &settings);
 }
 
-std::string const& PseudoTerminal::getDevicePath() const {
-    return _devicePath;
-}
-
-int PseudoTerminal::getDescriptor() const {
-    return _descriptor;
-}
-
 std::size_t PseudoTerminal::send(std::string const& text) const {
     std::size_t sent = 0;
     while (sent < text.size()) {

@@ -18,10 +18,10 @@ public:
     PseudoTerminal& operator=(PseudoTerminal const&) = delete;
 
     /// Path of the device. It can be opened any number of times.
-    std::string const& getDevicePath() const;
+    std::string const& getDevicePath() const { return _devicePath; }
 
     /// For poll(2): readable while receive() would give something.
-    int getDescriptor() const;
+    int getDescriptor() const { return _descriptor; }
 
     /// Sends what the device's queue has room for; the rest is lost, as on a line without handshake.
     /// \return how many characters went out.

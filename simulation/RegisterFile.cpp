@@ -93,18 +93,6 @@ void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zer
     }
 }
 
-UnitIdentity const& RegisterFile::getIdentity() const {
-    return *_identity;
-}
-
-std::string const& RegisterFile::getName() const {
-    return _identity->unit;
-}
-
-RegisterTable const& RegisterFile::getTable() const {
-    return _identity->registers;
-}
-
 std::uint32_t RegisterFile::withStuckBits(unsigned address, std::uint32_t value) const {
     auto const found = _stuckBits.find(address);
     return found == _stuckBits.end() ? value : (value | found->second.ones) & ~found->second.zeros;

@@ -54,9 +54,9 @@ public:
     /// Two zero masks heal the register.
     void stick(unsigned address, std::uint32_t ones, std::uint32_t zeros);
 
-    UnitIdentity const& getIdentity() const;
-    std::string const& getName() const;
-    RegisterTable const& getTable() const;
+    UnitIdentity const& getIdentity() const { return *_identity; }
+    std::string const& getName() const { return _identity->unit; }
+    RegisterTable const& getTable() const { return _identity->registers; }
     /// @}
 
 protected:

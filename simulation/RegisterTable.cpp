@@ -62,38 +62,6 @@ Register& Register::onRead(ReadHook hook) {
     return *this;
 }
 
-unsigned Register::getAddress() const {
-    return _address;
-}
-
-std::string const& Register::getName() const {
-    return _name;
-}
-
-std::uint32_t Register::getReset() const {
-    return _reset;
-}
-
-std::uint32_t Register::getWritable() const {
-    return _writable;
-}
-
-std::uint32_t Register::getIgnored() const {
-    return _ignored;
-}
-
-std::vector<Register::Field> const& Register::getFields() const {
-    return _fields;
-}
-
-Register::Kind Register::getKind() const {
-    return _kind;
-}
-
-bool Register::isChangedByRead() const {
-    return _isChangedByRead;
-}
-
 bool Register::keeps(Field const& field) const {
     return (field.getMask() & (~_writable | _selfClearing)) == 0;
 }
@@ -124,10 +92,6 @@ void RegisterTable::add(Register const& description) {
 Register const* RegisterTable::find(unsigned address) const {
     auto const found = _registers.find(address);
     return found == _registers.end() ? nullptr : &found->second;
-}
-
-std::map<unsigned, Register> const& RegisterTable::getRegisters() const {
-    return _registers;
 }
 
 } // namespace simulation

@@ -71,14 +71,14 @@ public:
     Register& onAttempt(WriteHook hook);
     Register& onRead(ReadHook hook);
 
-    unsigned getAddress() const;
-    std::string const& getName() const;
-    std::uint32_t getReset() const;
-    std::uint32_t getWritable() const;
-    std::uint32_t getIgnored() const;
-    std::vector<Field> const& getFields() const;
-    Kind getKind() const;
-    bool isChangedByRead() const;
+    unsigned getAddress() const { return _address; }
+    std::string const& getName() const { return _name; }
+    std::uint32_t getReset() const { return _reset; }
+    std::uint32_t getWritable() const { return _writable; }
+    std::uint32_t getIgnored() const { return _ignored; }
+    std::vector<Field> const& getFields() const { return _fields; }
+    Kind getKind() const { return _kind; }
+    bool isChangedByRead() const { return _isChangedByRead; }
 
     /// Whether the field keeps what is written: all of it can be written, and none of it clears itself.
     bool keeps(Field const& field) const;
@@ -113,7 +113,7 @@ public:
 
     /// Null when the unit has no register there.
     Register const* find(unsigned address) const;
-    std::map<unsigned, Register> const& getRegisters() const;
+    std::map<unsigned, Register> const& getRegisters() const { return _registers; }
 
 private:
     std::map<unsigned, Register> _registers;

@@ -1,5 +1,6 @@
 #include "simulation/SerialController.hpp"
 
+#include <fmt/format.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -8,7 +9,6 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -45,18 +45,12 @@ int makeEndSignal() {
     return descriptor;
 }
 
-std::string hexadecimal(std::uint32_t value, unsigned digits) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%0*x", static_cast<int>(digits), value);
-    return text.data();
-}
-
 std::string printable(std::string const& line) {
     std::string text;
     for (char const character : line) {
         bool const isPlain = character >= ' ' && character <= '~';
         text += isPlain ? std::string(1, character)
-                        : "\\x" + hexadecimal(static_cast<unsigned char>(character), 2);
+                        : fmt::format("\\x{:02x}", static_cast<unsigned char>(character));
     }
     return text;
 }
@@ -204,8 +198,8 @@ void SerialController::answer(std::optional<std::uint32_t> value, unsigned digit
     if (!value || _disturbance == Disturbance::silent) {
         return;
     }
-    std::string const number =
-        _disturbance == Disturbance::garbled ? std::string(digits, '?') : hexadecimal(*value, digits);
+    std::string const number = _disturbance == Disturbance::garbled ? std::string(digits, '?')
+                                                                    : fmt::format("{:0{}x}", *value, digits);
     std::string text = answerPrefix + number + lineEnd;
     if (_disturbance == Disturbance::shortened) {
         text.resize(text.size() - std::min<std::size_t>(text.size(), _disturbedCharacters));

@@ -10,10 +10,6 @@ int SerialControllerLine::getDescriptor() const {
     return _terminal.getDescriptor();
 }
 
-PseudoTerminal const& SerialControllerLine::getTerminal() const {
-    return _terminal;
-}
-
 void SerialControllerLine::send(std::string const& text) {
     std::lock_guard<std::mutex> const lock(_mutex);
     std::string const arriving = carried(_toDriver, text);

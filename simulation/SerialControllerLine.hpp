@@ -25,7 +25,7 @@ public:
 
     std::string const& getDevicePath() const;
     int getDescriptor() const;
-    PseudoTerminal const& getTerminal() const;
+    PseudoTerminal const& getTerminal() const { return _terminal; }
 
     void send(std::string const& text);
     std::string receive();

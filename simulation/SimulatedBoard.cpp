@@ -66,36 +66,12 @@ SimulatedWindow* SimulatedBoard::window(unsigned physicalAddress, unsigned size)
     return found == _windows.end() || found->second->requested < size ? nullptr : &found->second->simulated;
 }
 
-VirtualClock& SimulatedBoard::getClock() {
-    return _services.clock;
-}
-
-AccessLog& SimulatedBoard::getLog() {
-    return _services.log;
-}
-
-MisuseReport& SimulatedBoard::getMisuse() {
-    return _services.misuse;
-}
-
-Arm920tMac& SimulatedBoard::getMac() {
-    return _mac;
-}
-
-BusFaults& SimulatedBoard::getFaults() {
-    return _faults;
-}
-
 std::vector<unsigned> SimulatedBoard::getSwitchIds() const {
     std::vector<unsigned> ids;
     for (auto const& [id, chip] : _chips) {
         ids.push_back(id);
     }
     return ids;
-}
-
-std::vector<std::string> const& SimulatedBoard::getSkippedSwitches() const {
-    return _skippedSwitches;
 }
 
 ChipTestSide& SimulatedBoard::getChip(unsigned id) {
@@ -106,20 +82,19 @@ ChipTestSide& SimulatedBoard::getChip(unsigned id) {
     return found->second->getTestSide();
 }
 
-Marvell88E6096TestSide& SimulatedBoard::getMarvell(unsigned id) {
-    auto* const marvell = dynamic_cast<Marvell88E6096TestSide*>(&getChip(id));
-    if (marvell == nullptr) {
-        throw std::out_of_range("switch " + std::to_string(id) + " is not an 88E6096");
+template <typename TestSide> TestSide& SimulatedBoard::getAs(unsigned id, char const* what) {
+    if (auto* const chip = dynamic_cast<TestSide*>(&getChip(id))) {
+        return *chip;
     }
-    return *marvell;
+    throw std::out_of_range("switch " + std::to_string(id) + " is not " + what);
+}
+
+Marvell88E6096TestSide& SimulatedBoard::getMarvell(unsigned id) {
+    return getAs<Marvell88E6096TestSide>(id, "an 88E6096");
 }
 
 Vsc7390TestSide& SimulatedBoard::getVitesse(unsigned id) {
-    auto* const vitesse = dynamic_cast<Vsc7390TestSide*>(&getChip(id));
-    if (vitesse == nullptr) {
-        throw std::out_of_range("switch " + std::to_string(id) + " is not a VSC7390");
-    }
-    return *vitesse;
+    return getAs<Vsc7390TestSide>(id, "a VSC7390");
 }
 
 std::uint64_t SimulatedBoard::getRegisterAccesses() const {

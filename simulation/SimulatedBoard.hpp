@@ -57,19 +57,19 @@ public:
     /// board answers there or the answering window is shorter than `size` bytes. Owned by the board.
     SimulatedWindow* window(unsigned physicalAddress, unsigned size);
 
-    VirtualClock& getClock();
-    AccessLog& getLog();
-    MisuseReport& getMisuse();
-    Arm920tMac& getMac();
+    VirtualClock& getClock() { return _services.clock; }
+    AccessLog& getLog() { return _services.log; }
+    MisuseReport& getMisuse() { return _services.misuse; }
+    Arm920tMac& getMac() { return _mac; }
 
     /// What goes wrong between the processor and the windows, whichever chip they lead to.
-    BusFaults& getFaults();
+    BusFaults& getFaults() { return _faults; }
 
     /// Ids of the chips that are there, ascending.
     std::vector<unsigned> getSwitchIds() const;
 
     /// One line for each switch of the document that is not there, with the reason.
-    std::vector<std::string> const& getSkippedSwitches() const;
+    std::vector<std::string> const& getSkippedSwitches() const { return _skippedSwitches; }
 
     /// Test side of the chip with that id; throws std::out_of_range when there is none.
     ChipTestSide& getChip(unsigned id);
@@ -99,6 +99,7 @@ private:
         std::size_t requested;
     };
 
+    template <typename TestSide> TestSide& getAs(unsigned id, char const* what);
     MdioBus& getMdioBus() override;
     void addWindow(unsigned physicalAddress, std::size_t size, BusDevice& device) override;
     void addSwitch(std::string const& idText, std::string const& model, Options const& options);

@@ -35,12 +35,4 @@ SimulatedWindow::~SimulatedWindow() {
     munmap(reinterpret_cast<void*>(_baseAddress), _length); // NOLINT: that is what an address is
 }
 
-std::uintptr_t SimulatedWindow::getBaseAddress() const {
-    return _baseAddress;
-}
-
-std::size_t SimulatedWindow::getLength() const {
-    return _length;
-}
-
 } // namespace simulation

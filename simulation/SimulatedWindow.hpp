@@ -21,8 +21,8 @@ public:
     SimulatedWindow& operator=(SimulatedWindow const&) = delete;
 
     /// What a host gives a section as its base address; the start offset is 0.
-    std::uintptr_t getBaseAddress() const;
-    std::size_t getLength() const;
+    std::uintptr_t getBaseAddress() const { return _baseAddress; }
+    std::size_t getLength() const { return _length; }
 
 private:
     std::uintptr_t _baseAddress;

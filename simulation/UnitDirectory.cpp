@@ -9,10 +9,6 @@ void UnitDirectory::add(RegisterFile& unit) {
     _places.emplace(unit.getIdentity().place, &unit);
 }
 
-std::vector<RegisterFile*> const& UnitDirectory::getAll() const {
-    return _units;
-}
-
 RegisterFile* UnitDirectory::find(UnitKind kind, unsigned number) const {
     return findIf([&](UnitIdentity const& unit) { return unit.kind == kind && unit.number == number; });
 }

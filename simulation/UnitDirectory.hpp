@@ -20,7 +20,7 @@ public:
     }
 
     /// In the order in which they were added.
-    std::vector<RegisterFile*> const& getAll() const;
+    std::vector<RegisterFile*> const& getAll() const { return _units; }
 
     /// \name Null when there is none
     /// @{

@@ -8,14 +8,6 @@ CommandUnit::CommandUnit(Context& context, RegisterFile& registers, unsigned add
                          std::uint64_t busyNanoseconds)
     : _registers(registers), _address(address), _timer(context.services.clock, busyNanoseconds) {}
 
-CommandTimer& CommandUnit::getTimer() {
-    return _timer;
-}
-
-CommandTimer const& CommandUnit::getTimer() const {
-    return _timer;
-}
-
 Register CommandUnit::attachedTo(Register row) {
     return row.staging()
         .onRead([this](std::uint32_t stored) { return withBusy(stored, _timer); })

@@ -15,8 +15,8 @@ public:
     CommandUnit(CommandUnit const&) = delete;
     CommandUnit& operator=(CommandUnit const&) = delete;
 
-    CommandTimer& getTimer();
-    CommandTimer const& getTimer() const;
+    CommandTimer& getTimer() { return _timer; }
+    CommandTimer const& getTimer() const { return _timer; }
 
     /// The row of the register, with the unit behind it.
     Register attachedTo(Register row);

@@ -112,16 +112,4 @@ std::uint32_t Global1::status(std::uint32_t stored) const {
            global1::atuDone.placed(_atu.getTimer().isDone());
 }
 
-Vtu& Global1::getVtu() {
-    return _vtu;
-}
-
-Atu& Global1::getAtu() {
-    return _atu;
-}
-
-Statistics& Global1::getStatistics() {
-    return _statistics;
-}
-
 } // namespace simulation::marvell

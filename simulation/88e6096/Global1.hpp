@@ -13,9 +13,9 @@ public:
     /// `context` must outlive the unit.
     explicit Global1(Context& context);
 
-    Vtu& getVtu();
-    Atu& getAtu();
-    Statistics& getStatistics();
+    Vtu& getVtu() { return _vtu; }
+    Atu& getAtu() { return _atu; }
+    Statistics& getStatistics() { return _statistics; }
 
 private:
     RegisterTable table();

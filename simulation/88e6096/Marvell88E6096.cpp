@@ -38,14 +38,6 @@ ChipTestSide& Marvell88E6096::getTestSide() {
     return *_testSide;
 }
 
-MdioDevice& Marvell88E6096::getMdioDevice() {
-    return _smi;
-}
-
-Marvell88E6096TestSide& Marvell88E6096::getMarvellTestSide() {
-    return *_testSide;
-}
-
 RegisterFile& Marvell88E6096::findDevice(unsigned device) {
     if (RegisterFile* const unit = _units.find({UnitPlace::Space::device, 0, device})) {
         return *unit;

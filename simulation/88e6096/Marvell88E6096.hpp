@@ -31,10 +31,6 @@ public:
     void attach(BoardBuses& buses) override;
     ChipTestSide& getTestSide() override;
 
-    /// The bus side.
-    MdioDevice& getMdioDevice();
-    Marvell88E6096TestSide& getMarvellTestSide();
-
 private:
     friend class Marvell88E6096TestSide;
 

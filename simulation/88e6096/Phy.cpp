@@ -1,10 +1,13 @@
 #include "simulation/88e6096/Phy.hpp"
 
-#include "simulation/88e6096/Registers.hpp"
+#include "simulation/PhyControl.hpp"
 
 namespace simulation::marvell {
 
 namespace {
+
+/// Of the chip's own.
+constexpr unsigned mdiControl = 16;
 
 constexpr std::uint32_t controlReset = 0x3100;
 constexpr std::uint32_t mdiReset = 0x0030;
@@ -26,23 +29,12 @@ Phy::Phy(Context& context, unsigned number)
 
 RegisterTable Phy::table() {
     return {
-        Register(phy::control, "Control", controlReset)
-            .selfClearing(phy::reset)
-            .field("Loopback", 14)
-            .field(phy::speedLow)
-            .field(phy::autoNegotiation)
-            .field(phy::powerDown)
-            .field("Isolate", 10)
-            .selfClearing(phy::restartNegotiation)
-            .field(phy::duplex)
-            .field("CollisionTest", 7)
-            .field(phy::speedHigh)
-            .onWrite([this](std::uint32_t value) { control(value); }),
+        phy::controlRow(controlReset).onWrite([this](std::uint32_t value) { control(value); }),
         Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
         Register(phy::identifier2, "Identifier2", identifier2Value | _context.options.revision)
             .readOnly("Identifier", 15, 4)
             .readOnly("Revision", 3, 0),
-        Register(phy::mdiControl, "MdiControl", mdiReset)
+        Register(mdiControl, "MdiControl", mdiReset)
             .field("Other", 15, 6)
             .field("MdiMode", 5, 4)
             .field("Other", 3, 0),
@@ -55,8 +47,7 @@ void Phy::control(std::uint32_t value) {
         reset();
         return;
     }
-    std::uint32_t const clearThemselves = phy::reset.getMask() | phy::restartNegotiation.getMask();
-    store(phy::control, value & ~clearThemselves);
+    store(phy::control, phy::kept(value));
 }
 
 bool Phy::hasLink() const {
@@ -83,10 +74,6 @@ void Phy::plug(unsigned megabits, bool fullDuplex) {
     _isPlugged = true;
     _partnerMegabits = megabits;
     _partnerFullDuplex = fullDuplex;
-}
-
-void Phy::unplug() {
-    _isPlugged = false;
 }
 
 } // namespace simulation::marvell

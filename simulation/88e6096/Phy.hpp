@@ -16,7 +16,7 @@ public:
     bool isFullDuplex() const;
 
     void plug(unsigned megabits, bool fullDuplex);
-    void unplug();
+    void unplug() { _isPlugged = false; }
 
 private:
     RegisterTable table();

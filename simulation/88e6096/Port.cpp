@@ -104,10 +104,6 @@ bool Port::hasLink() const {
     return followsPhy() ? _phy->hasLink() : _level;
 }
 
-void Port::setLevel(bool up) {
-    _level = up;
-}
-
 void Port::setLevelSpeed(unsigned megabits, bool fullDuplex) {
     _levelMegabits = megabits;
     _levelFullDuplex = fullDuplex;

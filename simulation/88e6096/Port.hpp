@@ -14,7 +14,7 @@ public:
     bool hasLink() const;
 
     /// What counts while the port does not follow a PHY.
-    void setLevel(bool up);
+    void setLevel(bool up) { _level = up; }
     void setLevelSpeed(unsigned megabits, bool fullDuplex);
 
 private:

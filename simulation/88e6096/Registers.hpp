@@ -153,15 +153,4 @@ constexpr Field histogramMode{"HistogramMode", 11, 10};
 constexpr Field item{"PortOrCounter", 5, 0};
 } // namespace statistics
 
-namespace phy {
-enum Register : unsigned { control = 0, identifier1 = 2, identifier2 = 3, mdiControl = 16 };
-constexpr Field reset{"Reset", 15};
-constexpr Field speedLow{"SpeedLow", 13};
-constexpr Field autoNegotiation{"AutoNegotiation", 12};
-constexpr Field powerDown{"PowerDown", 11};
-constexpr Field restartNegotiation{"RestartNegotiation", 9};
-constexpr Field duplex{"Duplex", 8};
-constexpr Field speedHigh{"SpeedHigh", 6};
-} // namespace phy
-
 } // namespace simulation::marvell

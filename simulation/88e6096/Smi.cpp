@@ -75,18 +75,6 @@ void Smi::start(std::uint16_t word) {
     }
 }
 
-void Smi::setPlugged(bool plugged) {
-    _isPlugged = plugged;
-}
-
-CommandTimer& Smi::getTimer() {
-    return _timer;
-}
-
-AccessFault& Smi::getFault() {
-    return _fault;
-}
-
 void Smi::report(MisuseReport::Kind kind, char const* registerName, char const* text) {
     _context.services.misuse.add(kind, _context.chip, "smi", registerName, text);
 }

@@ -22,10 +22,10 @@ public:
     std::uint16_t mdioRead(unsigned registerAddress) override;
     void mdioWrite(unsigned registerAddress, std::uint16_t value) override;
 
-    void setPlugged(bool plugged);
+    void setPlugged(bool plugged) { _isPlugged = plugged; }
 
-    CommandTimer& getTimer();
-    AccessFault& getFault();
+    CommandTimer& getTimer() { return _timer; }
+    AccessFault& getFault() { return _fault; }
 
 private:
     std::uint16_t readCommand();

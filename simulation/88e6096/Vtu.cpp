@@ -126,14 +126,6 @@ bool Vtu::hasViolation() const {
     return !_violations.empty();
 }
 
-std::map<unsigned, Vtu::VtuEntry> const& Vtu::getVtu() const {
-    return _vtu;
-}
-
-std::map<unsigned, Vtu::StuEntry> const& Vtu::getStu() const {
-    return _stu;
-}
-
 void Vtu::setEntry(unsigned vid, VtuEntry const& entry) {
     _vtu[vid] = entry;
 }

@@ -21,8 +21,8 @@ public:
 
     bool hasViolation() const;
 
-    std::map<unsigned, VtuEntry> const& getVtu() const;
-    std::map<unsigned, StuEntry> const& getStu() const;
+    std::map<unsigned, VtuEntry> const& getVtu() const { return _vtu; }
+    std::map<unsigned, StuEntry> const& getStu() const { return _stu; }
     void setEntry(unsigned vid, VtuEntry const& entry);
     void setEntry(unsigned sid, StuEntry const& entry);
     void addViolation(unsigned vid, unsigned sourcePort, Violation violation);

@@ -132,14 +132,6 @@ std::uint32_t Analyser::sourceReset(unsigned number) const {
     return 0;
 }
 
-VlanTable& Analyser::getVlanTable() {
-    return _vlanTable;
-}
-
-MacTable& Analyser::getMacTable() {
-    return _macTable;
-}
-
 std::uint32_t Analyser::getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
                                        unsigned vid) const {
     VlanTable::Entry const vlan = _vlanTable.getEntry(vid);

@@ -16,8 +16,8 @@ public:
     /// `context` must outlive the unit.
     explicit Analyser(Context& context);
 
-    VlanTable& getVlanTable();
-    MacTable& getMacTable();
+    VlanTable& getVlanTable() { return _vlanTable; }
+    MacTable& getMacTable() { return _macTable; }
 
     /// Where frames from port `ingress` may leave; the VID is the one they were put into.
     std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,

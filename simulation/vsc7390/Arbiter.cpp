@@ -52,10 +52,6 @@ std::uint32_t Arbiter::empty() {
     return mask;
 }
 
-CommandTimer& Arbiter::getTimer() {
-    return _timer;
-}
-
 void Arbiter::queueFrames(unsigned port) {
     _queued |= bit(port);
 }

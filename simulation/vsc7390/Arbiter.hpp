@@ -18,7 +18,7 @@ public:
     /// `context` must outlive the unit.
     Arbiter(Context& context, Receives receives);
 
-    CommandTimer& getTimer();
+    CommandTimer& getTimer() { return _timer; }
 
     /// Frames of the port wait from now on.
     void queueFrames(unsigned port);

@@ -70,22 +70,6 @@ bool Bus::write(unsigned offset, unsigned value) {
     return fate != Fate::refused;
 }
 
-std::uint64_t Bus::getBusNanoseconds() const {
-    return _busNanoseconds;
-}
-
-void Bus::failBusAccess(unsigned nth) {
-    _busAccessesToFailure = nth;
-}
-
-void Bus::failRegisterAccess(unsigned nth) {
-    _registerAccessesToFailure = nth;
-}
-
-void Bus::setPlugged(bool plugged) {
-    _isPlugged = plugged;
-}
-
 Bus::Place Bus::placeOf(unsigned offset) {
     return {{UnitPlace::Space::block, window::block.get(offset), window::subBlock.get(offset)},
             window::address.get(offset)};

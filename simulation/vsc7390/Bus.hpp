@@ -23,13 +23,13 @@ public:
     bool read(unsigned offset, unsigned& value) override;
     bool write(unsigned offset, unsigned value) override;
 
-    std::uint64_t getBusNanoseconds() const;
+    std::uint64_t getBusNanoseconds() const { return _busNanoseconds; }
 
     /// \name Test side
     /// @{
-    void failBusAccess(unsigned nth);
-    void failRegisterAccess(unsigned nth);
-    void setPlugged(bool plugged);
+    void failBusAccess(unsigned nth) { _busAccessesToFailure = nth; }
+    void failRegisterAccess(unsigned nth) { _registerAccessesToFailure = nth; }
+    void setPlugged(bool plugged) { _isPlugged = plugged; }
     /// @}
 
 private:

@@ -51,18 +51,6 @@ bool MacEntry::isAged() const {
     return mac::aged.isSet(_access);
 }
 
-std::uint32_t MacEntry::getAccess() const {
-    return _access;
-}
-
-std::uint32_t MacEntry::getHigh() const {
-    return _high;
-}
-
-std::uint32_t MacEntry::getLow() const {
-    return _low;
-}
-
 Vsc7390TestSide::MacEntry MacEntry::decode() const {
     Vsc7390TestSide::MacEntry entry;
     entry.mac = std::uint64_t{mac::highBytes.get(_high)} << bitsInLow | _low;

@@ -21,9 +21,9 @@ public:
     bool isValid() const;
     bool isLocked() const;
     bool isAged() const;
-    std::uint32_t getAccess() const;
-    std::uint32_t getHigh() const;
-    std::uint32_t getLow() const;
+    std::uint32_t getAccess() const { return _access; }
+    std::uint32_t getHigh() const { return _high; }
+    std::uint32_t getLow() const { return _low; }
     Vsc7390TestSide::MacEntry decode() const;
 
     void setAged();

@@ -104,8 +104,4 @@ AbsentUnit Mii::absentPhy(unsigned number) const {
     return {_context.services, _context.chip, _phys == nullptr ? getName() + " " + name : name, idleLine};
 }
 
-CommandTimer& Mii::getTimer() {
-    return _timer;
-}
-
 } // namespace simulation::vitesse

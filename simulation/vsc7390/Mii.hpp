@@ -20,7 +20,7 @@ public:
     /// \param phys null for the controller that has none. It and `context` must outlive the unit.
     Mii(Context& context, unsigned number, Phys* phys);
 
-    CommandTimer& getTimer();
+    CommandTimer& getTimer() { return _timer; }
 
 private:
     RegisterTable table();

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "simulation/vsc7390/Registers.hpp"
+#include "simulation/PhyControl.hpp"
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace simulation::vitesse {
 
@@ -29,23 +30,15 @@ Phy::Phy(Context& context, unsigned number)
 
 RegisterTable Phy::table() {
     RegisterTable table = {
-        Register(phy::control, "Control", controlReset)
-            .selfClearing(phy::reset)
-            .field("Loopback", 14)
-            .field("SpeedLow", 13)
-            .field("AutoNegotiation", 12)
-            .field("PowerDown", 11)
-            .field("Isolate", 10)
-            .selfClearing(phy::restartNegotiation)
-            .field("Duplex", 8)
-            .field("CollisionTest", 7)
-            .field("SpeedHigh", 6)
-            .onWrite([this](std::uint32_t value) { control(value); }),
+        phy::controlRow(controlReset).onWrite([this](std::uint32_t value) {
+            store(phy::control, phy::kept(value));
+        }),
         Register(phy::status, "Status", statusReset).unstable().changedByRead().readOnly("Status", 15, 0),
         Register(phy::identifier1, "Identifier1", identifier1Value).readOnly("Identifier", 15, 0),
         Register(phy::identifier2, "Identifier2", identifier2Value).readOnly("Identifier", 15, 0),
     };
-    for (unsigned address = phy::identifier2 + 1; address < phy::numberOfRegisters; ++address) {
+    for (unsigned address = phy::identifier2 + 1; address < Vsc7390TestSide::numberOfPhyRegisters;
+         ++address) {
         Register row = Register(address, "Register" + std::to_string(address)).field("Data", 15, 0);
         if (std::count(std::begin(harmless), std::end(harmless), address) == 0) {
             row.changedByRead();
@@ -53,18 +46,6 @@ RegisterTable Phy::table() {
         table.add(row);
     }
     return table;
-}
-
-void Phy::control(std::uint32_t value) {
-    store(phy::control, value & ~(phy::reset.getMask() | phy::restartNegotiation.getMask()));
-}
-
-bool Phy::isPlugged() const {
-    return _isPlugged;
-}
-
-void Phy::setPlugged(bool plugged) {
-    _isPlugged = plugged;
 }
 
 } // namespace simulation::vitesse

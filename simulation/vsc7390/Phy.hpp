@@ -12,12 +12,11 @@ public:
     Phy(Context& context, unsigned number);
 
     /// Whether it answers.
-    bool isPlugged() const;
-    void setPlugged(bool plugged);
+    bool isPlugged() const { return _isPlugged; }
+    void setPlugged(bool plugged) { _isPlugged = plugged; }
 
 private:
     RegisterTable table();
-    void control(std::uint32_t value);
 
     bool _isPlugged = true;
 };

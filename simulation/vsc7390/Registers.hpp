@@ -138,13 +138,6 @@ constexpr Field withoutPreamble{"NoPreamble", 6};
 constexpr unsigned controllerOfPhys = 1;
 } // namespace mii
 
-namespace phy {
-enum Register : unsigned { control = 0, status = 1, identifier1 = 2, identifier2 = 3 };
-constexpr unsigned numberOfRegisters = 32;
-constexpr Field reset{"Reset", 15};
-constexpr Field restartNegotiation{"RestartNegotiation", 9};
-} // namespace phy
-
 namespace arbiter {
 enum Register : unsigned { empty = 0x0C, discard = 0x0E };
 } // namespace arbiter

@@ -36,10 +36,6 @@ RegisterTable System::table() {
     };
 }
 
-CommandTimer& System::getTimer() {
-    return _timer;
-}
-
 void System::startFetch(std::uint32_t value) {
     _before = data();
     _fetched = value;

@@ -15,7 +15,7 @@ public:
     /// `context` must outlive the unit.
     explicit System(Context& context);
 
-    CommandTimer& getTimer();
+    CommandTimer& getTimer() { return _timer; }
 
     /// An indirect read has started; what it is to return was sampled. It replaces one that is still
     /// on its way.

@@ -11,10 +11,6 @@ TableUnit::TableUnit(Context& context, RegisterFile& registers, unsigned address
       _command(readCommand),
       _timer(context.services.clock) {}
 
-CommandTimer& TableUnit::getTimer() {
-    return _timer;
-}
-
 Register TableUnit::attachedTo(Register row) {
     return row.staging()
         .onRead([this](std::uint32_t stored) {

@@ -20,7 +20,7 @@ public:
     TableUnit(TableUnit const&) = delete;
     TableUnit& operator=(TableUnit const&) = delete;
 
-    CommandTimer& getTimer();
+    CommandTimer& getTimer() { return _timer; }
 
     /// The row of the access register, with the unit behind it: it reads with the command while one runs.
     Register attachedTo(Register row);

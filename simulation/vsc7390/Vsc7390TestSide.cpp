@@ -52,18 +52,6 @@ void Vsc7390TestSide::unplugPhy(unsigned number) {
     phy(number).setPlugged(false);
 }
 
-void Vsc7390TestSide::setPhyRegister(unsigned number, unsigned address, std::uint16_t value) {
-    auto const held = lock();
-    require(address < vitesse::phy::numberOfRegisters, "no such PHY register");
-    phy(number).store(address, value);
-}
-
-std::uint16_t Vsc7390TestSide::getPhyRegister(unsigned number, unsigned address) const {
-    auto const held = lock();
-    require(address < vitesse::phy::numberOfRegisters, "no such PHY register");
-    return static_cast<std::uint16_t>(phy(number).peek(address));
-}
-
 Vsc7390TestSide::VlanEntry Vsc7390TestSide::getVlanEntry(unsigned vid) const {
     auto const held = lock();
     require(vid < numberOfVids, "no such VID");

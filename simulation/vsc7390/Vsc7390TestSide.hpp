@@ -34,6 +34,7 @@ public:
 
     static constexpr unsigned numberOfPorts = 24;
     static constexpr unsigned numberOfPhys = 24;
+    static constexpr unsigned numberOfPhyRegisters = 32;
     static constexpr unsigned numberOfVids = 4096;
     static constexpr unsigned numberOfRows = 2048;
     static constexpr unsigned numberOfBuckets = 4;
@@ -107,9 +108,6 @@ public:
     void plugPhy(unsigned phy);
     void unplugPhy(unsigned phy);
 
-    /// The registers, 0 to 31; poke and peek without the unit's name.
-    void setPhyRegister(unsigned phy, unsigned address, std::uint16_t value);
-    std::uint16_t getPhyRegister(unsigned phy, unsigned address) const;
     /// @}
 
     /// \name Tables

@@ -109,7 +109,7 @@ TEST_F(SerialControllerTest, DrivesTheChipThatTheParallelBusDrives) {
 }
 
 TEST_F(SerialControllerTest, ReadsAPhy) {
-    chip().setPhyRegister(5, 9, 0x0A0B);
+    chip().poke("phy 5", 9, 0x0A0B);
     EXPECT_EQ(ask("i 5 9\r\n", 8), "0x0a0b\r\n");
     EXPECT_EQ(ask("i 23 2\r\n", 8), "0x0007\r\n");
     EXPECT_EQ(misuseText(), "");
@@ -117,8 +117,8 @@ TEST_F(SerialControllerTest, ReadsAPhy) {
 
 TEST_F(SerialControllerTest, WritesAPhyWithoutAnAnswer) {
     type("o 5 4 65535\r\no 6 4 1\r\n", 2);
-    EXPECT_EQ(chip().getPhyRegister(5, 4), 0xFFFF);
-    EXPECT_EQ(chip().getPhyRegister(6, 4), 1);
+    EXPECT_EQ(chip().peek("phy 5", 4), 0xFFFFU);
+    EXPECT_EQ(chip().peek("phy 6", 4), 1U);
     EXPECT_EQ(controller.getSent(), "");
     EXPECT_EQ(misuseText(), "") << "the second waits for the first";
 }
@@ -146,7 +146,7 @@ TEST_F(SerialControllerTest, DoesNotAnswerForAChipThatDoesNot) {
     type("i 0 2\r\n");
     type("o 0 4 1\r\n");
     EXPECT_EQ(controller.getSent(), "");
-    EXPECT_EQ(chip().getPhyRegister(0, 4), 0);
+    EXPECT_EQ(chip().peek("phy 0", 4), 0U);
     chip().release(Unit::mii1);
     EXPECT_EQ(ask("i 0 2\r\n", 8), "0x0007\r\n");
 }

@@ -38,7 +38,7 @@ protected:
 
 TEST_F(Vsc7390MiiTest, APhyIsRead) {
     for (unsigned phy = 0; phy < 24; ++phy) {
-        chip().setPhyRegister(phy, 17, static_cast<std::uint16_t>(0xA500 + phy));
+        chip().getUnit(simulation::UnitKind::phy, phy).poke(17, 0xA500 + phy);
     }
     for (unsigned phy = 0; phy < 24; ++phy) {
         EXPECT_EQ(phyRead(phy, 17), 0xA500 + phy);
@@ -49,8 +49,8 @@ TEST_F(Vsc7390MiiTest, APhyIsRead) {
 TEST_F(Vsc7390MiiTest, APhyIsWritten) {
     phyWrite(23, 4, 0x01E1);
     phyWrite(22, 31, 0xFFFF);
-    EXPECT_EQ(chip().getPhyRegister(23, 4), 0x01E1);
-    EXPECT_EQ(chip().getPhyRegister(22, 31), 0xFFFF);
+    EXPECT_EQ(chip().peek("phy 23", 4), 0x01E1U);
+    EXPECT_EQ(chip().peek("phy 22", 31), 0xFFFFU);
     EXPECT_EQ(phyRead(23, 4), 0x01E1U);
     EXPECT_EQ(misuseText(), "");
 }
@@ -72,7 +72,7 @@ TEST_F(Vsc7390MiiTest, APhyThatDoesNotAnswerSetsBit16) {
     EXPECT_EQ(phyRead(5, 2), 0x1FFFFU);
     phyWrite(5, 4, 0x1234);
     EXPECT_EQ(phyRead(6, 2), 0x00007U) << "another one does";
-    EXPECT_EQ(chip().getPhyRegister(5, 4), 0) << "the write went nowhere";
+    EXPECT_EQ(chip().peek("phy 5", 4), 0U) << "the write went nowhere";
     chip().plugPhy(5);
     EXPECT_EQ(phyRead(5, 2), 0x00007U);
 }
@@ -141,9 +141,7 @@ TEST_F(Vsc7390MiiTest, TheCommandIsReadBack) {
 
 TEST_F(Vsc7390MiiTest, NumbersThatDoNotExist) {
     EXPECT_THROW(chip().unplugPhy(24), std::out_of_range);
-    EXPECT_THROW(chip().setPhyRegister(24, 0, 0), std::out_of_range);
-    EXPECT_THROW(chip().setPhyRegister(0, 32, 0), std::out_of_range);
-    EXPECT_THROW(chip().getPhyRegister(0, 32), std::out_of_range);
+    EXPECT_THROW(chip().poke("phy 24", 0, 0), std::out_of_range);
 }
 
 } // namespace

@@ -63,7 +63,7 @@ TEST_F(Vsc7390MisuseTest, CommandsWhileBusyAreCarriedOut) {
     EXPECT_EQ(misuseText(), "") << "the controllers work side by side";
     write(mii, 1, 0x1, 0x00641234);
     EXPECT_EQ(misuseText(), "switch 2, mii 1, MIIMCMD: command while busy: the last transfer still runs\n");
-    EXPECT_EQ(chip().getPhyRegister(3, 4), 0x1234);
+    EXPECT_EQ(chip().peek("phy 3", 4), 0x1234U);
 }
 
 TEST_F(Vsc7390MisuseTest, DataBeforeItIsReady) {

@@ -85,7 +85,7 @@ TEST_F(SerialControllerLineTest, ReadsAndWritesAPhy) {
     unsigned short value = 0;
     EXPECT_TRUE(communications.phyReadRegister(MiiController::controller1, 20, 4, value));
     EXPECT_EQ(value, 0x01E1);
-    EXPECT_EQ(chip().getPhyRegister(20, 4), 0x01E1);
+    EXPECT_EQ(chip().peek("phy 20", 4), 0x01E1U);
     EXPECT_EQ(controller.getReceived(), "o 20 4 481\r\ni 20 4\r\n");
     EXPECT_EQ(controller.getSent(), "0x01e1\r\n");
     EXPECT_EQ(board.getMisuse().getSize(), 0U);
