@@ -1,8 +1,9 @@
 #include "board/trace/TraceFormat.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 #include "chips/NumberText.hpp"
 
@@ -49,11 +50,7 @@ std::optional<Transport> TraceFormat::transportOf(std::string const& name) {
 }
 
 std::string TraceFormat::timeText(std::uint64_t nanoseconds) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%llu.%09llu",
-                  static_cast<unsigned long long>(nanoseconds / nanosecondsPerSecond),
-                  static_cast<unsigned long long>(nanoseconds % nanosecondsPerSecond));
-    return text;
+    return fmt::format("{}.{:09}", nanoseconds / nanosecondsPerSecond, nanoseconds % nanosecondsPerSecond);
 }
 
 std::optional<std::uint64_t> TraceFormat::timeOf(std::string const& text) {
@@ -76,11 +73,6 @@ std::string TraceFormat::nameOf(chips::RegisterLocation const& location) {
     return name;
 }
 
-chips::RegisterLocation TraceFormat::locate(chips::ChipCatalogue const& chip,
-                                            chips::RegisterAddress const& address) {
-    return find(chip, address.getText());
-}
-
 // A chip has PHYs, by number, that its catalogue has no names for.
 chips::RegisterLocation TraceFormat::find(chips::ChipCatalogue const& chip, std::string const& number) {
     std::string const phy = "phy";
@@ -93,15 +85,15 @@ std::string TraceFormat::line(TraceChips const& chips, chips::TraceAccess const&
     std::string name = busyChip;
     unsigned digits = digitsOfSmiWord;
     if (access.address) {
-        chips::RegisterLocation const location = locate(*chips.find(access.switchId), *access.address);
+        chips::RegisterLocation const location = chips.find(access.switchId)->locate(*access.address);
         number = location.address.getText();
         name = nameOf(location);
         digits = location.getDigits();
     }
     std::string const value = access.value ? chips::NumberText::hexadecimal(*access.value, digits) : none;
-    return timeText(access.nanoseconds) + ' ' + std::to_string(access.switchId) + ' ' +
-           nameOf(access.transport) + ' ' + (access.isWrite ? write : read) + ' ' + number + ' ' + name +
-           ' ' + value + ' ' + (access.succeeded ? ok : failed);
+    return fmt::format("{} {} {} {} {} {} {} {}", timeText(access.nanoseconds), access.switchId,
+                       nameOf(access.transport), access.isWrite ? write : read, number, name, value,
+                       access.succeeded ? ok : failed);
 }
 
 std::string TraceFormat::chipLine(unsigned switchId, std::string const& model) {

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "board/trace/TraceFormat.hpp"
+#include "chips/ChipKinds.hpp"
 #include "chips/NumberText.hpp"
 #include "chips/ToolError.hpp"
 
@@ -134,8 +135,8 @@ void TraceReader::readPlace(std::vector<std::string> const& words, chips::TraceA
     }
     access.switchId = *id;
     auto const way = TraceFormat::transportOf(words[transport]);
-    bool const isSmi = way == chips::TraceAccess::Transport::smi;
-    if (!way || isSmi != (catalogue->getModel() == "88e6096")) {
+    chips::ChipKind const* const family = chips::ChipKinds::find(catalogue->getModel());
+    if (!way || family == nullptr || !family->isReachedOver(*way)) {
         refuse(quoted(words[transport]) + " is not a transport of a " + catalogue->getModel());
     }
     access.transport = *way;
@@ -144,7 +145,8 @@ void TraceReader::readPlace(std::vector<std::string> const& words, chips::TraceA
     }
     access.isWrite = words[kind] == TraceFormat::write;
     digits = digitsOfSmiWord;
-    if (isSmi && words[number] == TraceFormat::none && words[name] == TraceFormat::busyChip) {
+    if (*way == chips::TraceAccess::Transport::smi && words[number] == TraceFormat::none &&
+        words[name] == TraceFormat::busyChip) {
         return;
     }
     chips::RegisterLocation const location = find(*catalogue, words[number]);

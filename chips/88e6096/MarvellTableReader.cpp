@@ -2,14 +2,12 @@
 
 #include <optional>
 
-#include "chips/ToolError.hpp"
-#include "simulation/88e6096/Registers.hpp"
-
 namespace chips {
 
 namespace {
 
 namespace marvell = simulation::marvell;
+namespace vtu = simulation::marvell::vtu;
 namespace global1 = simulation::marvell::global1;
 
 /// A search from here finds the lowest entry.
@@ -33,18 +31,14 @@ void MarvellTableReader::read() {
     }
 }
 
-MarvellTableReader::Operation MarvellTableReader::operationIn(std::uint32_t word) {
-    return static_cast<Operation>(marvell::globalOperation.get(word));
-}
-
 void MarvellTableReader::readVtu() {
     _transport.write(at(global1::vtuVid), startOfSearch);
     std::optional<unsigned> last;
     while (true) {
-        perform(Operation::vtuGetNext);
+        perform(vtu::vtuGetNext);
         std::uint32_t const key = readAt(global1::vtuVid);
-        unsigned const vid = marvell::vtu::vid.get(key);
-        if (!marvell::vtu::valid.isSet(key) || (last && vid <= *last)) {
+        unsigned const vid = vtu::vid.get(key);
+        if (!vtu::valid.isSet(key) || (last && vid <= *last)) {
             return;
         }
         last = vid;
@@ -65,9 +59,9 @@ void MarvellTableReader::readStu() {
     _transport.write(at(global1::vtuSid), startOfSearch);
     std::optional<std::uint32_t> last;
     while (true) {
-        perform(Operation::stuGetNext);
+        perform(vtu::stuGetNext);
         std::uint32_t const sid = readAt(global1::vtuSid);
-        if (!marvell::vtu::valid.isSet(readAt(global1::vtuVid)) || (last && sid <= *last)) {
+        if (!vtu::valid.isSet(readAt(global1::vtuVid)) || (last && sid <= *last)) {
             return;
         }
         last = sid;
@@ -77,15 +71,10 @@ void MarvellTableReader::readStu() {
     }
 }
 
-void MarvellTableReader::perform(Operation operation) {
+void MarvellTableReader::perform(vtu::Operation operation) {
     _transport.write(at(global1::vtuOperation),
-                     marvell::busy.getMask() |
-                         marvell::globalOperation.placed(static_cast<unsigned>(operation)));
-    for (unsigned looks = 0; marvell::busy.isSet(readAt(global1::vtuOperation)); ++looks) {
-        if (looks == mostLooks) {
-            throw ToolError(ExitStatus::registerFailed, "the VTU stays busy");
-        }
-    }
+                     marvell::busy.getMask() | marvell::globalOperation.placed(operation));
+    _transport.waitUntilClear(at(global1::vtuOperation), marvell::busy, mostLooks, "the VTU stays busy");
 }
 
 std::vector<ChipImage::Field> MarvellTableReader::dataFields(std::string const& prefix) {
@@ -103,7 +92,7 @@ std::vector<ChipImage::Field> MarvellTableReader::dataFields(std::string const& 
 }
 
 RegisterLocation MarvellTableReader::at(unsigned address) const {
-    return _catalogue.find("global 1/" + std::to_string(address));
+    return _catalogue.at(simulation::UnitKind::global, 1, address);
 }
 
 std::uint32_t MarvellTableReader::readAt(unsigned address) {

@@ -8,6 +8,7 @@
 #include "chips/ChipCatalogue.hpp"
 #include "chips/ChipImage.hpp"
 #include "chips/RegisterTransport.hpp"
+#include "simulation/88e6096/Registers.hpp"
 
 namespace chips {
 
@@ -15,15 +16,6 @@ namespace chips {
 /// registers, and only starts searches.
 class MarvellTableReader {
 public:
-    /// As the operation register has them.
-    enum class Operation : unsigned {
-        flushAll = 1,
-        vtuLoad = 3,
-        vtuGetNext = 4,
-        stuLoad = 5,
-        stuGetNext = 6
-    };
-
     /// Entries that are to be read.
     struct Wanted {
         /// All of both tables.
@@ -36,15 +28,13 @@ public:
     MarvellTableReader(ChipCatalogue const& catalogue, Wanted const& wanted, RegisterTransport& transport,
                        ChipImage& image);
 
-    /// Reads what is wanted; throws CommandError (registerFailed).
+    /// Reads what is wanted; throws ToolError (registerFailed).
     void read();
-
-    static Operation operationIn(std::uint32_t word);
 
 private:
     void readVtu();
     void readStu();
-    void perform(Operation operation);
+    void perform(simulation::marvell::vtu::Operation operation);
     std::vector<ChipImage::Field> dataFields(std::string const& prefix);
     RegisterLocation at(unsigned address) const;
     std::uint32_t readAt(unsigned address);

@@ -1,8 +1,7 @@
 #include "chips/vsc7390/VitesseTableReader.hpp"
 
-#include <cstdio>
+#include <fmt/format.h>
 
-#include "chips/ToolError.hpp"
 #include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
@@ -12,6 +11,7 @@ using simulation::Vsc7390TestSide;
 
 namespace {
 
+namespace analyser = simulation::vitesse::analyser;
 namespace mac = simulation::vitesse::mac;
 namespace vlan = simulation::vitesse::vlan;
 
@@ -25,9 +25,7 @@ constexpr unsigned bitsOfGroup = 24;
 std::string addressText(std::uint64_t address, unsigned bytes) {
     std::string text;
     while (bytes-- > 0) {
-        char part[4];
-        std::snprintf(part, sizeof part, "%02x", static_cast<unsigned>(address >> bytes * 8) & 0xFFU);
-        text += text.empty() ? part : std::string(":") + part;
+        text += fmt::format("{}{:02x}", text.empty() ? "" : ":", address >> bytes * 8 & 0xFFU);
     }
     return text;
 }
@@ -40,12 +38,12 @@ VitesseTableReader::VitesseTableReader(ChipCatalogue const& catalogue, Wanted co
       _wanted(wanted),
       _transport(transport),
       _image(image),
-      _vlanIndex(at("VLANTIDX")),
-      _vlanAccess(at("VLANACCESS")),
-      _macIndex(at("MACTINDX")),
-      _macAccess(at("MACACCESS")),
-      _macHigh(at("MACHDATA")),
-      _macLow(at("MACLDATA")) {}
+      _vlanIndex(at(analyser::vlanIndex)),
+      _vlanAccess(at(analyser::vlanAccess)),
+      _macIndex(at(analyser::macIndex)),
+      _macAccess(at(analyser::macAccess)),
+      _macHigh(at(analyser::macHigh)),
+      _macLow(at(analyser::macLow)) {}
 
 void VitesseTableReader::read() {
     for (unsigned const vid : _wanted.vids) {
@@ -60,7 +58,7 @@ void VitesseTableReader::read() {
 
 void VitesseTableReader::readVlan(unsigned vid) {
     _transport.write(_vlanIndex, vid);
-    std::uint32_t const word = perform(_vlanAccess, vlanRead, vlan::command.getMask());
+    std::uint32_t const word = perform(_vlanAccess, vlan::readEntry, vlan::command);
     _image.addEntry("VLAN table", "VID " + std::to_string(vid),
                     {{"Ports", vlan::mask.get(word)},
                      {"VLAN_SRC_CHECK", vlan::sourceCheck.get(word)},
@@ -71,7 +69,7 @@ void VitesseTableReader::readVlan(unsigned vid) {
 // Which bucket of its row an entry has depends on what was learned before.
 void VitesseTableReader::readBucket(unsigned row, unsigned bucket) {
     _transport.write(_macIndex, mac::row.placed(row) | mac::bucket.placed(bucket));
-    std::uint32_t const access = perform(_macAccess, macRead, mac::command.getMask());
+    std::uint32_t const access = perform(_macAccess, mac::readEntry, mac::command);
     if (mac::valid.isSet(access) && mac::locked.isSet(access)) {
         addMacEntry(access, _transport.read(_macHigh), _transport.read(_macLow));
     }
@@ -101,19 +99,13 @@ void VitesseTableReader::addMacEntry(std::uint32_t access, std::uint32_t high, s
 }
 
 std::uint32_t VitesseTableReader::perform(RegisterLocation const& access, unsigned command,
-                                          std::uint32_t commandMask) {
+                                          simulation::Field const& field) {
     _transport.write(access, command);
-    for (unsigned looks = 0; looks < mostLooks; ++looks) {
-        std::uint32_t const word = _transport.read(access);
-        if ((word & commandMask) == 0) {
-            return word;
-        }
-    }
-    throw ToolError(ExitStatus::registerFailed, "analyser/" + access.name + ": stays busy");
+    return _transport.waitUntilClear(access, field, mostLooks, "analyser/" + access.name + ": stays busy");
 }
 
-RegisterLocation VitesseTableReader::at(std::string const& name) const {
-    return _catalogue.find("analyser/" + name);
+RegisterLocation VitesseTableReader::at(unsigned address) const {
+    return _catalogue.at(simulation::UnitKind::analyser, 0, address);
 }
 
 } // namespace chips

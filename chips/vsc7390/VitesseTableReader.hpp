@@ -14,16 +14,6 @@ namespace chips {
 /// and command registers, and only starts reads.
 class VitesseTableReader {
 public:
-    /// \name Commands of the tables
-    /// @{
-    static constexpr unsigned vlanRead = 1;
-    static constexpr unsigned vlanWrite = 2;
-    static constexpr unsigned vlanClear = 3;
-    static constexpr unsigned macClear = 5;
-    static constexpr unsigned macRead = 6;
-    static constexpr unsigned macWrite = 7;
-    /// @}
-
     /// Entries that are to be read.
     struct Wanted {
         /// Of the VLAN table.
@@ -36,15 +26,15 @@ public:
     VitesseTableReader(ChipCatalogue const& catalogue, Wanted const& wanted, RegisterTransport& transport,
                        ChipImage& image);
 
-    /// Reads what is wanted; throws CommandError (registerFailed).
+    /// Reads what is wanted; throws ToolError (registerFailed).
     void read();
 
 private:
     void readVlan(unsigned vid);
     void readBucket(unsigned row, unsigned bucket);
     void addMacEntry(std::uint32_t access, std::uint32_t high, std::uint32_t low);
-    std::uint32_t perform(RegisterLocation const& access, unsigned command, std::uint32_t commandMask);
-    RegisterLocation at(std::string const& name) const;
+    std::uint32_t perform(RegisterLocation const& access, unsigned command, simulation::Field const& field);
+    RegisterLocation at(unsigned address) const;
 
     ChipCatalogue const& _catalogue;
     Wanted const& _wanted;

@@ -6,7 +6,6 @@
 #include "board/ModelBringUp.hpp"
 #include "chips/ToolError.hpp"
 #include "switchctl/audit/AuditReport.hpp"
-#include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/SeededWrite.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
@@ -35,7 +34,14 @@ void AuditCommand::declare(Arguments& arguments) {
 }
 
 std::string AuditCommand::getHelp() const {
-    return AuditSelection::explain() +
+    return "Compared is what a bring-up of the document writes: registers, VLAN tables (VTU and STU of an\n"
+           "88E6096, the VLAN table of a VSC7390), and the locked entries of a VSC7390's MAC table. Not\n"
+           "compared are status, counters, bits that clear themselves, addresses that were learned,\n"
+           "registers without a name, and the bus set-up of a VSC7390, which is written whenever the chip\n"
+           "is reached.\n"
+           "\n"
+           "An audit changes nothing of what the chips do. To read tables and PHYs, it writes to staging\n"
+           "and command registers, so nothing else may use the chips meanwhile.\n"
            "\n"
            "Examples:\n"
            "  switchctl audit board.xml\n"

@@ -32,7 +32,7 @@ void AuditRun::compare(board::BoardAccess& board) {
 }
 
 chips::ChipImage AuditRun::read(board::BoardAccess& board, ChipScope const& scope) {
-    auto const transport = board.connect(scope.getSwitchId(), scope.getCatalogue().getModel());
+    auto const transport = board.connect(scope.getSwitchId(), scope.getModel());
     return ChipReader(scope, *transport).read();
 }
 

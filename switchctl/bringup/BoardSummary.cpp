@@ -7,20 +7,15 @@
 #include <set>
 #include <utility>
 
-#include "marvell/MarvellSwitch.hpp"
+#include "chips/ChipKinds.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 #include "model/TrunkGroup.hpp"
 #include "reference_host/StreamLog.hpp"
-#include "vitesse/VitesseSwitch.hpp"
 
 namespace switchctl::bringup {
 
 namespace {
-
-bool isKnownModel(std::string const& model) {
-    return model == MarvellSwitch::_xmlDescriptionString || model == VitesseSwitch::_xmlDescriptionString;
-}
 
 std::string stateName(ManagedSwitchPort::PortEnabledStatus state) {
     static std::array<std::string, 4> const names = {"disabled", "listening", "learning", "forwarding"};
@@ -101,7 +96,9 @@ void BoardSummary::printSwitches(std::ostream& out) const {
                 << " ports\n";
         } else {
             out << "  missing: "
-                << (isKnownModel(entry.model) ? "the chip does not answer" : "no such driver") << '\n';
+                << (chips::ChipKinds::find(entry.model) != nullptr ? "the chip does not answer"
+                                                                   : "no such driver")
+                << '\n';
         }
     }
 }

@@ -42,7 +42,6 @@ private:
     void bringUp();
     void requireHardware() const;
     void connect();
-    std::unique_ptr<chips::RegisterTransport> makeTransport();
     void showTraffic() const;
 
     TransportOptions const& _options;

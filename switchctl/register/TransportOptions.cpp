@@ -1,5 +1,7 @@
 #include "switchctl/register/TransportOptions.hpp"
 
+#include "chips/ChipKinds.hpp"
+
 namespace switchctl::registers {
 
 namespace {
@@ -66,7 +68,7 @@ bool TransportOptions::isPhysOnly() const {
 }
 
 std::string TransportOptions::getModel() const {
-    return getWay() == Way::smi ? "88e6096" : "vsc7390";
+    return chips::ChipKinds::reachedOver(getWay()).getFacts().model;
 }
 
 std::string TransportOptions::getText() const {

@@ -28,7 +28,7 @@ public:
     /// Whether the transport is the one that only reaches PHYs.
     bool isPhysOnly() const;
 
-    /// "88e6096" or "vsc7390".
+    /// Of the chip, as in configuration documents.
     std::string getModel() const;
 
     /// The transport as a command line names it, for example "smi --switch 0".

@@ -25,9 +25,6 @@ public:
     void step();
 
 private:
-    void setVitesse(simulation::SimulatedBoard& board) const;
-    void setMarvell(simulation::SimulatedBoard& board) const;
-
     std::string _text;
     PortSelection::Port _port;
     chips::Counter const* _counter = nullptr;
