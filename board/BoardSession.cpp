@@ -113,20 +113,8 @@ bool BoardSession::isComplete(BoardDocument const& document) {
            std::all_of(switches.begin(), switches.end(), [this](auto const& entry) { return isUp(entry); });
 }
 
-SwitchManager& BoardSession::getManager() {
-    return _manager;
-}
-
 SimulatedBoard* BoardSession::getBoard() {
     return _board.get();
-}
-
-BoardSession::Effort const& BoardSession::getEffort() const {
-    return _effort;
-}
-
-SessionLog const& BoardSession::getLog() const {
-    return _log;
 }
 
 bool BoardSession::hasPort(chips::PortAddress const& port) {

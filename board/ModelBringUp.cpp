@@ -46,14 +46,6 @@ void ModelBringUp::bringUp() {
     }
 }
 
-std::string const& ModelBringUp::getPath() const {
-    return _path;
-}
-
-BoardDocument const& ModelBringUp::getDocument() const {
-    return *_document;
-}
-
 simulation::SimulatedBoard& ModelBringUp::getBoard() {
     return *_session->getBoard();
 }

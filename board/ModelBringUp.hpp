@@ -22,8 +22,8 @@ public:
     ModelBringUp(ModelBringUp const&) = delete;
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 
-    std::string const& getPath() const;
-    BoardDocument const& getDocument() const;
+    std::string const& getPath() const { return _path; }
+    BoardDocument const& getDocument() const { return *_document; }
     simulation::SimulatedBoard& getBoard();
     BoardSession::Effort const& getEffort() const;
 

@@ -63,14 +63,6 @@ TraceReader TraceReader::fromFile(std::string const& path) {
     return {file, path};
 }
 
-TraceChips const& TraceReader::getChips() const {
-    return _chips;
-}
-
-std::vector<TraceReader::Line> const& TraceReader::getLines() const {
-    return _lines;
-}
-
 void TraceReader::readFirst(std::string const& text) {
     if (text == TraceFormat::firstLine) {
         return;

@@ -64,7 +64,7 @@ ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const 
     std::unique_ptr<AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (isJson()) {
-        report.printJson(out);
+        Command::print(out, report.toJson());
     } else {
         report.print(out);
     }

@@ -36,14 +36,6 @@ chips::ChipImage AuditRun::read(board::BoardAccess& board, ChipScope const& scop
     return ChipReader(scope, *transport).read();
 }
 
-std::vector<Deviation> const& AuditRun::getDeviations() const {
-    return _deviations;
-}
-
-std::vector<std::string> const& AuditRun::getUnread() const {
-    return _unread;
-}
-
 unsigned AuditRun::getSwitches() const {
     return static_cast<unsigned>(_chips.size());
 }

@@ -23,10 +23,10 @@ public:
     void compare(board::BoardAccess& board);
 
     /// In the order of the switches' ids.
-    std::vector<Deviation> const& getDeviations() const;
+    std::vector<Deviation> const& getDeviations() const { return _deviations; }
 
     /// What could not be read, one line each.
-    std::vector<std::string> const& getUnread() const;
+    std::vector<std::string> const& getUnread() const { return _unread; }
 
     unsigned getSwitches() const;
     /// How many were compared.

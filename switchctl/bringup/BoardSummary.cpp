@@ -1,8 +1,9 @@
 #include "switchctl/bringup/BoardSummary.hpp"
 
+#include <fmt/ostream.h>
+
 #include <algorithm>
 #include <array>
-#include <iomanip>
 #include <map>
 #include <set>
 #include <utility>
@@ -37,12 +38,11 @@ template <typename Items> bool printHeading(std::ostream& out, char const* headi
     return !empty;
 }
 
-void printSeconds(std::ostream& out, std::uint64_t nanoseconds) {
-    constexpr std::uint64_t nanosecondsPerMicrosecond = 1000;
+std::string secondsText(std::uint64_t nanoseconds) {
     constexpr std::uint64_t microsecondsPerSecond = 1000000;
-    std::uint64_t const microseconds = nanoseconds / nanosecondsPerMicrosecond;
-    out << microseconds / microsecondsPerSecond << '.' << std::setfill('0') << std::setw(6)
-        << microseconds % microsecondsPerSecond << std::setfill(' ') << " s\n";
+    std::uint64_t const microseconds = nanoseconds / 1000;
+    return fmt::format("{}.{:06} s", microseconds / microsecondsPerSecond,
+                       microseconds % microsecondsPerSecond);
 }
 
 } // namespace
@@ -90,7 +90,7 @@ void BoardSummary::printSwitches(std::ostream& out) const {
                                   [this](auto const& entry) { return _session.isUp(entry); });
     out << "switches: " << up << " of " << switches.size() << " found\n";
     for (auto const& entry : switches) {
-        out << "  switch " << entry.id << "  " << std::left << std::setw(8) << entry.model << std::right;
+        fmt::print(out, "  switch {}  {:8}", entry.id, entry.model);
         if (_session.isUp(entry)) {
             out << "  found, " << _session.getManager().getManagedSwitch(entry.id)->getPorts().size()
                 << " ports\n";
@@ -115,8 +115,7 @@ void BoardSummary::printPorts(std::ostream& out) const {
         return;
     }
     for (auto const& [kind, members] : ports) {
-        out << "  " << std::left << std::setw(16) << members.front()->getTypeName() << "  " << std::setw(10)
-            << stateName(kind.second) << std::right;
+        fmt::print(out, "  {:16}  {:10}", members.front()->getTypeName(), stateName(kind.second));
         for (ManagedSwitchPort const* const port : members) {
             out << ' ' << addressOf(*port);
         }
@@ -129,8 +128,7 @@ void BoardSummary::printVlans(std::ostream& out) const {
         return;
     }
     for (auto const& vlan : _document.getVlans()) {
-        out << "  0x" << std::hex << vlan.id << std::dec
-            << (vlan.tagBased ? "  tag-based:" : "  port-based:");
+        fmt::print(out, "  0x{:x}  {}-based:", vlan.id, vlan.tagBased ? "tag" : "port");
         printMembers(out, vlan.members, vlan.tagBased);
     }
 }
@@ -203,13 +201,13 @@ void BoardSummary::printEffort(std::ostream& out) const {
         return;
     }
     board::BoardSession::Effort const& effort = _session.getEffort();
-    out << "register accesses: " << effort.registerAccesses << " in chips, by " << effort.busAccesses
-        << " on the bus\n";
-    out << "predicted bus time: ";
-    printSeconds(out, effort.busNanoseconds);
-    out << "predicted start-up time: ";
-    printSeconds(out, effort.elapsedNanoseconds);
-    out << "driver misuse seen by the models: " << board->getMisuse().getSize() << '\n';
+    fmt::print(out,
+               "register accesses: {} in chips, by {} on the bus\n"
+               "predicted bus time: {}\n"
+               "predicted start-up time: {}\n"
+               "driver misuse seen by the models: {}\n",
+               effort.registerAccesses, effort.busAccesses, secondsText(effort.busNanoseconds),
+               secondsText(effort.elapsedNanoseconds), board->getMisuse().getSize());
 }
 
 } // namespace switchctl::bringup

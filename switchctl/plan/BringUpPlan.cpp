@@ -41,18 +41,6 @@ void BringUpPlan::addWrite(Place const& place, AccessLog::Entry const& entry) {
         {entry.nanoseconds, entry.registerName, entry.address, entry.value, digits, entry.changes});
 }
 
-std::string const& BringUpPlan::getPath() const {
-    return _path;
-}
-
-std::vector<BringUpPlan::Step> const& BringUpPlan::getSteps() const {
-    return _steps;
-}
-
-std::vector<BringUpPlan::Place> const& BringUpPlan::getPlaces() const {
-    return _places;
-}
-
 BringUpPlan::Count const& BringUpPlan::getCount(Place const& place) const {
     return _counts.at(place);
 }
@@ -74,10 +62,6 @@ std::vector<PlannedWrite> BringUpPlan::getWrites(Place const& place) const {
         }
     }
     return writes;
-}
-
-board::BoardSession::Effort const& BringUpPlan::getEffort() const {
-    return _effort;
 }
 
 std::string BringUpPlan::getModel(std::string const& chip) const {

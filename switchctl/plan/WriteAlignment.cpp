@@ -11,10 +11,6 @@ WriteAlignment::WriteAlignment(Writes const& first, Writes const& second) : _fir
     align({0, first.size()}, {0, second.size()});
 }
 
-std::vector<WriteAlignment::Lone> const& WriteAlignment::getLone() const {
-    return _lone;
-}
-
 void WriteAlignment::align(Range first, Range second) {
     while (first.getSize() > 0 && second.getSize() > 0 &&
            _first[first.begin].isSameAs(_second[second.begin])) {

@@ -41,7 +41,7 @@ ExitStatus RegisterDumpAction::perform(std::ostream& out, std::ostream& errors) 
         isComplete = readAll(session.getTransport(), dump, errors);
     }
     if (isJson()) {
-        dump.printJson(out, _transport.getText());
+        Command::print(out, dump.toJson(_transport.getText()));
     } else {
         dump.print(out, _transport.getText());
     }

@@ -54,10 +54,6 @@ RegisterSession::~RegisterSession() {
     }
 }
 
-chips::RegisterTransport& RegisterSession::getTransport() {
-    return *_transport;
-}
-
 void RegisterSession::simulate() {
     if (_options.getDocumentPath().empty()) {
         _document = XmlDocument::fromText(documentOf(_options), "board");

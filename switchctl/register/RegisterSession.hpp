@@ -35,7 +35,7 @@ public:
     RegisterSession(RegisterSession const&) = delete;
     RegisterSession& operator=(RegisterSession const&) = delete;
 
-    chips::RegisterTransport& getTransport();
+    chips::RegisterTransport& getTransport() { return *_transport; }
 
 private:
     void simulate();

@@ -84,28 +84,12 @@ std::string TransportOptions::getText() const {
     return prefix + "parallel";
 }
 
-unsigned TransportOptions::getSwitchId() const {
-    return _switchId;
-}
-
-std::string const& TransportOptions::getDevice() const {
-    return _device;
-}
-
 bool TransportOptions::isSimulated() const {
     return _simulation.isChosen();
 }
 
 std::string TransportOptions::getDocumentPath() const {
     return _simulation.getPath("");
-}
-
-std::string const& TransportOptions::getTracePath() const {
-    return _trace;
-}
-
-bool TransportOptions::showsTraffic() const {
-    return _traffic;
 }
 
 } // namespace switchctl::registers

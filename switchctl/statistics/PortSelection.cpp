@@ -77,10 +77,6 @@ void PortSelection::add(board::BoardReading const& document, std::string const& 
     }
 }
 
-std::vector<PortSelection::Port> const& PortSelection::getPorts() const {
-    return _ports;
-}
-
 PortSelection::Port const* PortSelection::find(chips::PortAddress const& address) const {
     auto const found = std::find_if(_ports.begin(), _ports.end(), [&](Port const& port) {
         return port.address.switchId == address.switchId && port.address.portId == address.portId;

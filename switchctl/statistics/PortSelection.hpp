@@ -25,7 +25,7 @@ public:
                   std::vector<std::string> const& texts);
 
     /// In the order of the texts, each once; or by switch and port.
-    std::vector<Port> const& getPorts() const;
+    std::vector<Port> const& getPorts() const { return _ports; }
 
     /// Null when it is not among them.
     Port const* find(chips::PortAddress const& address) const;
