@@ -14,11 +14,10 @@ namespace board {
 /// Belongs to the thread that constructs it, like a BoardSession; of several, the last made goes first.
 class ModelBringUp {
 public:
-    /// Throws CommandError: badDocument when the document cannot be read, startUpFailed when start-up
-    /// gives up or a switch of the document does not come up.
+    /// Throws XmlError when the document cannot be read, ToolError (startUpFailed) when start-up gives up or
+    /// a switch of the document does not come up.
     /// \param path of the document.
     explicit ModelBringUp(std::string const& path);
-    ~ModelBringUp();
     ModelBringUp(ModelBringUp const&) = delete;
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 

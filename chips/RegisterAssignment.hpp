@@ -13,7 +13,7 @@ namespace chips {
 /// leaves the register's other bits as they are.
 class RegisterAssignment {
 public:
-    /// Throws CommandError (usage) when the text is wrong or the value does not fit.
+    /// Throws ToolError (usage) when the text is wrong or the value does not fit.
     static RegisterAssignment parse(ChipCatalogue const& catalogue, std::string const& text, bool physOnly);
 
     RegisterLocation const& getLocation() const { return _location; }

@@ -13,7 +13,7 @@ namespace board {
 /// The trace of single register accesses, over any transport.
 class RegisterTrace {
 public:
-    /// Throws CommandError (noTrace) when the file cannot be written.
+    /// Throws ToolError (noTrace) when the file cannot be written.
     /// \param model of the chip, as in configuration documents.
     /// \param switchId the chip's id in the trace.
     RegisterTrace(std::string path, std::string const& model, unsigned switchId,
@@ -22,7 +22,7 @@ public:
     RegisterTrace& operator=(RegisterTrace const&) = delete;
 
     /// Has the accesses of a transport written from now on; the trace must outlive it. An access throws
-    /// CommandError (noTrace) when it cannot be written.
+    /// ToolError (noTrace) when it cannot be written.
     void attach(chips::RegisterTransport& transport);
 
 private:

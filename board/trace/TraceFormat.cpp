@@ -19,13 +19,8 @@ constexpr std::size_t decimals = 9;
 constexpr std::size_t mostDigitsOfSeconds = 9;
 constexpr unsigned digitsOfSmiWord = 4;
 
-struct TransportName {
-    Transport transport;
-    char const* name;
-};
-
-constexpr std::array<TransportName, 3> transportNames = {
-    {{Transport::smi, "smi"}, {Transport::parallel, "parallel"}, {Transport::serial, "serial"}}};
+/// In the order of the enumeration.
+constexpr std::array<char const*, 3> transportNames = {"smi", "parallel", "serial"};
 
 bool isDigits(std::string const& text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
@@ -34,19 +29,14 @@ bool isDigits(std::string const& text) {
 } // namespace
 
 char const* TraceFormat::nameOf(Transport transport) {
-    auto const* const found =
-        std::find_if(transportNames.begin(), transportNames.end(),
-                     [transport](TransportName const& entry) { return entry.transport == transport; });
-    return found->name;
+    return transportNames.at(static_cast<std::size_t>(transport));
 }
 
 std::optional<Transport> TraceFormat::transportOf(std::string const& name) {
-    for (TransportName const& entry : transportNames) {
-        if (name == entry.name) {
-            return entry.transport;
-        }
-    }
-    return std::nullopt;
+    auto const* const found = std::find(transportNames.begin(), transportNames.end(), name);
+    return found == transportNames.end()
+               ? std::nullopt
+               : std::optional(static_cast<Transport>(found - transportNames.begin()));
 }
 
 std::string TraceFormat::timeText(std::uint64_t nanoseconds) {

@@ -19,7 +19,7 @@ public:
         chips::TraceAccess access;
     };
 
-    /// Both throw CommandError (badDocument) with file, line and reason when it is not a trace.
+    /// Both throw ToolError (badDocument) with file, line and reason when it is not a trace.
     /// \param name of the trace for messages.
     TraceReader(std::istream& in, std::string const& name);
     static TraceReader fromFile(std::string const& path);

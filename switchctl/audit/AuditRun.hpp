@@ -16,10 +16,10 @@ namespace switchctl::audit {
 class AuditRun {
 public:
     /// Takes what is expected from models that the document has been brought up on, which are not needed
-    /// afterwards. Throws CommandError (registerFailed) when they cannot be read.
+    /// afterwards. Throws ToolError (registerFailed) when they cannot be read.
     explicit AuditRun(board::ModelBringUp& bringUp);
 
-    /// Reads the chips and compares. Throws CommandError (noHardware).
+    /// Reads the chips and compares. Throws ToolError (noHardware).
     void compare(board::BoardAccess& board);
 
     /// In the order of the switches' ids.

@@ -20,7 +20,7 @@ struct RegisterDump {
     void print(std::ostream& out, std::string const& transport) const;
     nlohmann::ordered_json toJson(std::string const& transport) const;
 
-    /// Reads what print() or printJson() has written. Throws CommandError (badDocument), with file and
+    /// Reads what print() or printJson() has written. Throws ToolError (badDocument), with file and
     /// line.
     static RegisterDump fromFile(std::string const& path);
 };

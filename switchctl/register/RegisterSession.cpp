@@ -67,7 +67,7 @@ void RegisterSession::simulate() {
     if (_options.getWay() != Way::serial) {
         return;
     }
-    _realTime = std::make_unique<board::RealTime>();
+    _realTime = std::make_unique<board::ClockAdoption>(nullptr);
     try {
         _controller = std::make_unique<SerialController>(*_board);
     } catch (std::out_of_range const& error) {
@@ -77,11 +77,7 @@ void RegisterSession::simulate() {
 }
 
 void RegisterSession::bringUp() {
-    try {
-        _document = XmlDocument::fromFile(_options.getDocumentPath());
-    } catch (reference_host::XmlError const& error) {
-        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
-    }
+    _document = XmlDocument::fromFile(_options.getDocumentPath());
     board::BoardSession::Options options;
     options.simulate = true;
     _session = std::make_unique<board::BoardSession>(*_document, options);

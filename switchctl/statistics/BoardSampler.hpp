@@ -27,7 +27,7 @@ public:
     /// be read, and its ports are without values.
     chips::CounterSample sample(Watcher const& watcher = {});
 
-    /// Throws CommandError (noStatistics) when the switch's chip does not answer.
+    /// Throws ToolError (noStatistics) when the switch's chip does not answer.
     void requireChip(PortSelection::Port const& port);
 
 private:

@@ -15,7 +15,7 @@ public:
     /// `board` must outlive the object.
     explicit LibraryText(board::BoardAccess& board) : _board(board) {}
 
-    /// Writes the text. Throws CommandError (noStatistics), with nothing written, when a counter could not
+    /// Writes the text. Throws ToolError (noStatistics), with nothing written, when a counter could not
     /// be read.
     void write(PortSelection::Port const& port, std::ostream& out);
 

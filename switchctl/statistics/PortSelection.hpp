@@ -17,7 +17,7 @@ public:
         std::string model;
     };
 
-    /// Throws CommandError: usage when the document has no such switch or port or the chip has not,
+    /// Throws ToolError: usage when the document has no such switch or port or the chip has not,
     /// badDocument when the document has no port at all.
     /// \param path of the document, for messages.
     /// \param texts each SWITCH.PORT; none for all ports.
