@@ -22,14 +22,14 @@ public:
     /// The hardware behind a memory device; throws ToolError (noHardware) when it cannot be reached.
     explicit BoardAccess(std::string const& memoryDevice);
 
-    /// The way to a chip: MDIO to an 88E6096, the parallel bus to a VSC7390. Must not outlive the object.
-    /// Throws ToolError (noHardware).
+    /// The way to a chip over the processor's buses. Must not outlive the object. Throws ToolError:
+    /// noHardware, or badDocument when tools do not know such a chip.
     /// \param model as in configuration documents.
     std::unique_ptr<chips::RegisterTransport> connect(unsigned switchId, std::string const& model);
 
     /// For the library's own objects: what they belong to, and what they complain of.
-    Application& getApplication();
-    chips::AccessErrors& getErrors();
+    Application& getApplication() { return _application; }
+    chips::AccessErrors& getErrors() { return _errors; }
 
 private:
     std::unique_ptr<reference_host::PhysicalMemory> _memory;

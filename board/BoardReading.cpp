@@ -7,8 +7,6 @@
 #include <limits>
 
 #include "board/Element.hpp"
-#include "simulation/88e6096/Marvell88E6096TestSide.hpp"
-#include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace board {
 
@@ -18,15 +16,6 @@ bool BoardReading::Port::hasLinkSettings() const {
 
 bool BoardReading::Port::comesUp() const {
     return hasLinkSettings() && portStatus == "forwarding";
-}
-
-unsigned int BoardReading::Switch::portsOfChip() const {
-    return isVitesse() ? simulation::Vsc7390TestSide::numberOfPorts
-                       : simulation::Marvell88E6096TestSide::numberOfPorts;
-}
-
-char const* BoardReading::Switch::chipName() const {
-    return isVitesse() ? "VSC7390" : "88E6096";
 }
 
 BoardReading::BoardReading(Xml& document) : _document(document) {
@@ -83,6 +72,8 @@ void BoardReading::readSwitches() {
             entry.element = element;
             entry.id = id;
             entry.chip = chip;
+            entry.kind =
+                &chips::ChipKinds::get(attribute(element, "switchModel").value_or(""), "board documents");
             entry.found = find("//switch[@id=" + std::to_string(id) + "]");
             if (!entry.found.empty()) {
                 readPorts(entry);

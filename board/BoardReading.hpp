@@ -4,9 +4,11 @@
 
 #include <map>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "chips/ChipKinds.hpp"
 #include "host/Xml.hpp"
 
 namespace board {
@@ -40,6 +42,7 @@ public:
         xmlNodePtr element = nullptr;
         unsigned int id = 0;
         Chip chip = Chip::marvell88E6096;
+        chips::ChipKind const* kind = nullptr;
         /// All elements that the switch finds when it looks itself up; it needs exactly one.
         std::vector<xmlNodePtr> found;
         std::map<unsigned int, Port> ports;
@@ -49,9 +52,21 @@ public:
         /// What the library takes for the number of ports: every port element and every trunk.
         unsigned int entryCount = 0;
 
-        unsigned int portsOfChip() const;
-        char const* chipName() const;
+        unsigned int portsOfChip() const { return kind->getFacts().ports; }
+        std::string const& chipName() const { return kind->getFacts().name; }
         bool isVitesse() const { return chip == Chip::vitesse7390; }
+        bool isMarvell() const { return chip == Chip::marvell88E6096; }
+
+        /// What goes for a VSC7390 or for an 88E6096. A further family is taken for neither.
+        template <typename Value> Value byChip(Value const& vitesse, Value const& marvell) const {
+            switch (chip) {
+            case Chip::vitesse7390:
+                return vitesse;
+            case Chip::marvell88E6096:
+                return marvell;
+            }
+            throw std::logic_error(chipName() + " is a chip without a rule here");
+        }
     };
 
     /// A switch that the document asks for, whether or not tools know its kind of chip.

@@ -1,10 +1,6 @@
 #include "board/BoardSession.hpp"
 
 #include <algorithm>
-
-#include "marvell/MarvellSwitch.hpp"
-#include "vitesse/VitesseSwitch.hpp"
-
 #include <ctime>
 #include <functional>
 #include <sstream>
@@ -12,6 +8,7 @@
 #include <vector>
 
 #include "board/SimulatedMemory.hpp"
+#include "chips/ChipKinds.hpp"
 #include "host/Threads.hpp"
 #include "model/ManagedSwitch.hpp"
 
@@ -23,16 +20,6 @@ using simulation::SimulatedBoard;
 using simulation::VirtualClock;
 
 namespace {
-
-std::string modelOf(ManagedSwitch const& managedSwitch) {
-    if (dynamic_cast<MarvellSwitch const*>(&managedSwitch) != nullptr) {
-        return MarvellSwitch::_xmlDescriptionString;
-    }
-    if (dynamic_cast<VitesseSwitch const*>(&managedSwitch) != nullptr) {
-        return VitesseSwitch::_xmlDescriptionString;
-    }
-    return "";
-}
 
 std::unique_ptr<SimulatedBoard> makeBoard(Xml& document, BoardSession::Options const& options) {
     if (!options.simulate) {
@@ -116,7 +103,8 @@ bool BoardSession::writeStatistics(chips::PortAddress const& port, std::ostream&
 
 bool BoardSession::isUp(BoardReading::Wanted const& entry) {
     ManagedSwitch const* const managedSwitch = _manager.getManagedSwitch(entry.id);
-    return managedSwitch != nullptr && modelOf(*managedSwitch) == entry.model;
+    chips::ChipKind const* const kind = chips::ChipKinds::find(entry.model);
+    return managedSwitch != nullptr && kind != nullptr && kind->drives(*managedSwitch);
 }
 
 bool BoardSession::isComplete(BoardReading const& document) {
@@ -125,20 +113,8 @@ bool BoardSession::isComplete(BoardReading const& document) {
            std::all_of(switches.begin(), switches.end(), [this](auto const& entry) { return isUp(entry); });
 }
 
-SwitchManager& BoardSession::getManager() {
-    return _manager;
-}
-
 SimulatedBoard* BoardSession::getBoard() {
     return _board.get();
-}
-
-BoardSession::Effort const& BoardSession::getEffort() const {
-    return _effort;
-}
-
-SessionLog const& BoardSession::getLog() const {
-    return _log;
 }
 
 bool BoardSession::hasPort(chips::PortAddress const& port) {

@@ -74,15 +74,15 @@ public:
     /// Whether there are switches in the document and each of them came up.
     bool isComplete(BoardReading const& document);
 
-    SwitchManager& getManager();
+    SwitchManager& getManager() { return _manager; }
 
     /// The simulated board, or null.
     simulation::SimulatedBoard* getBoard();
 
     /// Of start-up alone; all zero when the board is real.
-    Effort const& getEffort() const;
+    Effort const& getEffort() const { return _effort; }
 
-    SessionLog const& getLog() const;
+    SessionLog const& getLog() const { return _log; }
 
 private:
     bool hasPort(chips::PortAddress const& port);

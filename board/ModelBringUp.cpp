@@ -4,29 +4,15 @@
 
 namespace board {
 
-using reference_host::XmlDocument;
-
-namespace {
-
-std::unique_ptr<XmlDocument> load(std::string const& path) {
-    try {
-        return XmlDocument::fromFile(path);
-    } catch (reference_host::XmlError const& error) {
-        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
-    }
-}
-
-} // namespace
-
 ModelBringUp::ModelBringUp(std::string const& path)
-    : _path(path), _xml(load(path)), _document(std::make_unique<BoardReading>(*_xml)) {
+    : _path(path),
+      _xml(reference_host::XmlDocument::fromFile(path)),
+      _document(std::make_unique<BoardReading>(*_xml)) {
     BoardSession::Options options;
     options.simulate = true;
     _session = std::make_unique<BoardSession>(*_xml, options);
     bringUp();
 }
-
-ModelBringUp::~ModelBringUp() = default;
 
 void ModelBringUp::bringUp() {
     StartUpMonitor::Outcome const outcome = _session->bringUp();
@@ -44,14 +30,6 @@ void ModelBringUp::bringUp() {
         }
         throw chips::ToolError(chips::ExitStatus::startUpFailed, text);
     }
-}
-
-std::string const& ModelBringUp::getPath() const {
-    return _path;
-}
-
-BoardReading const& ModelBringUp::getDocument() const {
-    return *_document;
 }
 
 simulation::SimulatedBoard& ModelBringUp::getBoard() {

@@ -14,16 +14,15 @@ namespace board {
 /// Belongs to the thread that constructs it, like a BoardSession; of several, the last made goes first.
 class ModelBringUp {
 public:
-    /// Throws ToolError: badDocument when the document cannot be read, startUpFailed when start-up
-    /// gives up or a switch of the document does not come up.
+    /// Throws XmlError when the document cannot be read, ToolError (startUpFailed) when start-up gives up or
+    /// a switch of the document does not come up.
     /// \param path of the document.
     explicit ModelBringUp(std::string const& path);
-    ~ModelBringUp();
     ModelBringUp(ModelBringUp const&) = delete;
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 
-    std::string const& getPath() const;
-    BoardReading const& getDocument() const;
+    std::string const& getPath() const { return _path; }
+    BoardReading const& getDocument() const { return *_document; }
     simulation::SimulatedBoard& getBoard();
     BoardSession::Effort const& getEffort() const;
 

@@ -1,13 +1,11 @@
 #include "board/Wording.hpp"
 
-#include <sstream>
+#include <fmt/format.h>
 
 namespace board {
 
 std::string hexadecimal(unsigned int number) {
-    std::ostringstream text;
-    text << "0x" << std::hex << number;
-    return text.str();
+    return fmt::format("0x{:x}", number);
 }
 
 std::string portAddress(int switchId, int portId) {

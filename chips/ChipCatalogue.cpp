@@ -17,60 +17,6 @@ using Space = RegisterAddress::Space;
 
 namespace {
 
-/// Where the units of a name are: the first of them; the rest follow.
-struct Place {
-    char const* unit;
-    Space space;
-    unsigned block;
-    unsigned first;
-};
-
-constexpr Place placesOf88e6096[] = {
-    {"port", Space::device, 0, 0x10},
-    {"global", Space::device, 0, 0x1A},
-    {"phy", Space::phy, 0, 0},
-};
-
-constexpr unsigned portsInLowBlock = 16;
-constexpr unsigned lowPortBlock = 1;
-constexpr unsigned highPortBlock = 6;
-constexpr Place placesOfVsc7390[] = {
-    {"port", Space::block, lowPortBlock, 0},
-    {"analyser", Space::block, 2, 0},
-    {"mii", Space::block, 3, 0},
-    {"memory", Space::block, 3, 2},
-    {"capture", Space::block, 4, 0},
-    {"arbiter", Space::block, 5, 0},
-    {"system", Space::block, 7, 0},
-    {"phy", Space::phy, 0, 0},
-};
-
-template <std::size_t size>
-RegisterAddress placeIn(Place const (&places)[size], std::string const& word, unsigned number) {
-    for (Place const& place : places) {
-        if (word == place.unit) {
-            return {place.space, place.block, place.first + number, 0};
-        }
-    }
-    throw std::logic_error("a unit of the chip is nowhere: " + word);
-}
-
-RegisterAddress startOf(std::string const& unit, bool isVitesse) {
-    std::size_t const blank = unit.find(' ');
-    std::string const word = unit.substr(0, blank);
-    unsigned const number =
-        blank == std::string::npos ? 0 : NumberText::parse(unit.substr(blank + 1)).value();
-    if (!isVitesse) {
-        return placeIn(placesOf88e6096, word, number);
-    }
-    RegisterAddress start = placeIn(placesOfVsc7390, word, number);
-    if (start.block == lowPortBlock && start.unit >= portsInLowBlock) {
-        start.block = highPortBlock;
-        start.unit -= portsInLowBlock;
-    }
-    return start;
-}
-
 std::string normalised(std::string const& name) {
     std::string text;
     for (char const character : name) {
@@ -83,6 +29,15 @@ std::string normalised(std::string const& name) {
 
 ToolError refusal(std::string const& location, std::string const& reason) {
     return {ExitStatus::usage, "\"" + location + "\": " + reason};
+}
+
+Register const* registerOf(simulation::UnitIdentity const& unit, std::string const& name) {
+    for (auto const& [address, description] : unit.registers.getRegisters()) {
+        if (ChipCatalogue::isSameName(description.getName(), name)) {
+            return &description;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -102,17 +57,27 @@ struct ChipCatalogue::Chip {
 };
 
 ChipCatalogue::ChipCatalogue(std::string const& model) : _model(model), _chip(std::make_unique<Chip>(model)) {
-    simulation::ChipTestSide const& chip = _chip->chip->getTestSide();
-    for (simulation::RegisterFile const* const unit : chip.getUnits()) {
-        std::string const& name = unit->getName();
-        _units.push_back({name, startOf(name, getSpace() == Space::block), &unit->getTable()});
+    for (simulation::RegisterFile const* const unit : _chip->chip->getTestSide().getUnits()) {
+        _units.push_back(&unit->getIdentity());
     }
 }
 
 ChipCatalogue::~ChipCatalogue() = default;
 
-std::string const& ChipCatalogue::getModel() const {
-    return _model;
+RegisterLocation ChipCatalogue::at(simulation::UnitKind kind, unsigned number, unsigned address) const {
+    return locate({_chip->chip->getTestSide().getUnit(kind, number).getIdentity().place, address});
+}
+
+RegisterLocation ChipCatalogue::locate(RegisterAddress const& address) const {
+    RegisterLocation location{address, address.getUnitText(), address.getNumberText(), nullptr};
+    if (Unit const* const unit = findUnit(address)) {
+        location.unit = unit->unit;
+        location.description = unit->registers.find(address.address);
+    }
+    if (location.description != nullptr) {
+        location.name = location.description->getName();
+    }
+    return location;
 }
 
 RegisterLocation ChipCatalogue::find(std::string const& text, bool physOnly) const {
@@ -129,22 +94,20 @@ RegisterLocation ChipCatalogue::find(std::string const& text, bool physOnly) con
         if (!address.isInRange()) {
             throw refusal(text, "there is no register " + name);
         }
-    } else if (Register const* const found = unit == nullptr ? nullptr : findRegister(*unit, name)) {
+    } else if (Register const* const found = unit == nullptr ? nullptr : registerOf(*unit, name)) {
         address.address = found->getAddress();
     } else {
-        throw refusal(text, (unit == nullptr ? "the unit" : unit->name) + " of a " + _model +
+        throw refusal(text, (unit == nullptr ? "the unit" : unit->unit) + " of a " + _model +
                                 " has no register \"" + name + "\"");
     }
-    return locate(address, unit);
+    return locate(address);
 }
 
 std::vector<RegisterLocation> ChipCatalogue::getAll() const {
     std::vector<RegisterLocation> all;
-    for (Unit const& unit : _units) {
-        for (auto const& [number, description] : unit.registers->getRegisters()) {
-            RegisterAddress address = unit.start;
-            address.address = number;
-            all.push_back(locate(address, &unit));
+    for (Unit const* const unit : _units) {
+        for (auto const& [number, description] : unit->registers.getRegisters()) {
+            all.push_back(locate({unit->place, number}));
         }
     }
     return all;
@@ -154,8 +117,9 @@ bool ChipCatalogue::isSameName(std::string const& first, std::string const& seco
     return normalised(first) == normalised(second);
 }
 
+/// That of ports, which all chips begin with.
 Space ChipCatalogue::getSpace() const {
-    return _model == "vsc7390" ? Space::block : Space::device;
+    return _units.front()->place.space;
 }
 
 // BLOCK.SUB-BLOCK.ADDRESS is BLOCK.SUB-BLOCK/ADDRESS.
@@ -173,8 +137,8 @@ RegisterAddress ChipCatalogue::parseUnit(std::string const& text, bool physOnly,
     RegisterAddress address;
     bool isKnown = parseNumber(text, physOnly, address);
     for (auto unit = _units.begin(); !isKnown && unit != _units.end(); ++unit) {
-        isKnown = isSameName(unit->name, text);
-        address = unit->start;
+        isKnown = isSameName((*unit)->unit, text);
+        address = {(*unit)->place, 0};
     }
     if (!isKnown || !address.isUnitInRange()) {
         throw refusal(location, "a " + _model + " has no unit \"" + text + "\"");
@@ -190,41 +154,19 @@ bool ChipCatalogue::parseNumber(std::string const& text, bool physOnly, Register
         std::size_t const dot = text.find('.');
         auto const block = NumberText::parse(text.substr(0, dot));
         auto const subBlock = NumberText::parse(dot == std::string::npos ? "" : text.substr(dot + 1));
-        address = {Space::block, block.value_or(0), subBlock.value_or(0), 0};
+        address = {{Space::block, block.value_or(0), subBlock.value_or(0)}, 0};
         return block && subBlock;
     }
     auto const number = NumberText::parse(text);
-    address = {physOnly ? Space::phy : Space::device, 0, number.value_or(0), 0};
+    address = {{physOnly ? Space::phy : Space::device, 0, number.value_or(0)}, 0};
     return number.has_value();
 }
 
-ChipCatalogue::Unit const* ChipCatalogue::findUnit(RegisterAddress const& address) const {
-    auto const found = std::find_if(_units.begin(), _units.end(),
-                                    [&](Unit const& unit) { return unit.start.isSameUnit(address); });
-    return found == _units.end() ? nullptr : &*found;
-}
-
-Register const* ChipCatalogue::findRegister(Unit const& unit, std::string const& name) {
-    for (auto const& [address, description] : unit.registers->getRegisters()) {
-        if (isSameName(description.getName(), name)) {
-            return &description;
-        }
-    }
-    return nullptr;
-}
-
-RegisterLocation ChipCatalogue::locate(RegisterAddress const& address, Unit const* unit) {
-    std::string const number = address.getText();
-    std::size_t const slash = number.find('/');
-    RegisterLocation location{address, number.substr(0, slash), number.substr(slash + 1), nullptr};
-    if (unit != nullptr) {
-        location.unit = unit->name;
-        location.description = unit->registers->find(address.address);
-    }
-    if (location.description != nullptr) {
-        location.name = location.description->getName();
-    }
-    return location;
+ChipCatalogue::Unit const* ChipCatalogue::findUnit(simulation::UnitPlace const& place) const {
+    auto const found = std::find_if(_units.begin(), _units.end(), [&](Unit const* unit) {
+        return RegisterAddress{unit->place, 0}.isSameUnit(place);
+    });
+    return found == _units.end() ? nullptr : *found;
 }
 
 } // namespace chips

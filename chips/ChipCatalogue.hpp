@@ -6,7 +6,7 @@
 
 #include "chips/RegisterAddress.hpp"
 #include "chips/RegisterLocation.hpp"
-#include "simulation/RegisterTable.hpp"
+#include "simulation/UnitIdentity.hpp"
 
 namespace chips {
 
@@ -25,9 +25,16 @@ public:
     ChipCatalogue(ChipCatalogue const&) = delete;
     ChipCatalogue& operator=(ChipCatalogue const&) = delete;
 
-    std::string const& getModel() const;
+    std::string const& getModel() const { return _model; }
 
-    /// The location that the text stands for; throws CommandError (usage) when it stands for none.
+    /// \name By the unit and the register's number there
+    /// @{
+    RegisterLocation at(simulation::UnitKind kind, unsigned number, unsigned address) const;
+    /// Without names where the chip has no such unit or register.
+    RegisterLocation locate(RegisterAddress const& address) const;
+    /// @}
+
+    /// The location that the text stands for; throws ToolError (usage) when it stands for none.
     /// \param physOnly a number alone is a PHY, and nothing else is a unit.
     RegisterLocation find(std::string const& text, bool physOnly = false) const;
 
@@ -38,25 +45,18 @@ public:
     static bool isSameName(std::string const& first, std::string const& second);
 
 private:
-    struct Unit {
-        std::string name;
-        /// Of its register 0.
-        RegisterAddress start;
-        simulation::RegisterTable const* registers;
-    };
+    using Unit = simulation::UnitIdentity;
     struct Chip;
 
     RegisterAddress::Space getSpace() const;
     std::string expand(std::string const& text) const;
     RegisterAddress parseUnit(std::string const& text, bool physOnly, std::string const& location) const;
     bool parseNumber(std::string const& text, bool physOnly, RegisterAddress& address) const;
-    Unit const* findUnit(RegisterAddress const& address) const;
-    static simulation::Register const* findRegister(Unit const& unit, std::string const& name);
-    static RegisterLocation locate(RegisterAddress const& address, Unit const* unit);
+    Unit const* findUnit(simulation::UnitPlace const& place) const;
 
     std::string _model;
     std::unique_ptr<Chip> _chip;
-    std::vector<Unit> _units;
+    std::vector<Unit const*> _units;
 };
 
 } // namespace chips

@@ -21,10 +21,6 @@ void ChipImage::addUnread(std::string const& unit, std::string const& reason) {
     _unread.push_back({unit, reason});
 }
 
-std::vector<ChipImage::Item> const& ChipImage::getItems() const {
-    return _items;
-}
-
 ChipImage::Item const* ChipImage::find(std::string const& unit, std::string const& name) const {
     auto const found = _index.find({unit, name});
     return found == _index.end() ? nullptr : &_items[found->second];
@@ -41,14 +37,6 @@ std::vector<std::string> ChipImage::getUnread() const {
         lines.push_back(unread.unit + ": " + unread.reason);
     }
     return lines;
-}
-
-unsigned ChipImage::getRegisters() const {
-    return _registers;
-}
-
-unsigned ChipImage::getEntries() const {
-    return _entries;
 }
 
 } // namespace chips

@@ -32,7 +32,7 @@ public:
     /// The unit could not be read.
     void addUnread(std::string const& unit, std::string const& reason);
 
-    std::vector<Item> const& getItems() const;
+    std::vector<Item> const& getItems() const { return _items; }
 
     /// Null when the chip has none of that name.
     Item const* find(std::string const& unit, std::string const& name) const;
@@ -41,8 +41,8 @@ public:
     bool isUnread(std::string const& unit) const;
     std::vector<std::string> getUnread() const;
 
-    unsigned getRegisters() const;
-    unsigned getEntries() const;
+    unsigned getRegisters() const { return _registers; }
+    unsigned getEntries() const { return _entries; }
 
 private:
     struct Unread {

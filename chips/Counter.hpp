@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace chips {
 
@@ -44,10 +43,6 @@ struct Counter {
 
     /// The name of its OpenMetrics family, for example "switch_port_in_unicast_frames".
     std::string getFamily() const;
-
-    /// The counters of a chip's ports, as the library's text has them.
-    /// \param model as in configuration documents; throws std::out_of_range when there is no such chip.
-    static std::vector<Counter> const& ofChip(std::string const& model);
 };
 
 } // namespace chips

@@ -1,8 +1,8 @@
 #include "chips/NumberText.hpp"
 
-#include <array>
+#include <fmt/format.h>
+
 #include <charconv>
-#include <cstdio>
 
 namespace chips {
 
@@ -19,9 +19,7 @@ std::optional<std::uint32_t> NumberText::parse(std::string const& text) {
 }
 
 std::string NumberText::hexadecimal(std::uint32_t value, unsigned digits) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%0*x", static_cast<int>(digits), value);
-    return text.data();
+    return fmt::format("0x{:0{}x}", value, digits);
 }
 
 } // namespace chips

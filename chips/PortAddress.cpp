@@ -19,7 +19,7 @@ std::optional<PortAddress> PortAddress::fromText(std::string const& text) {
 }
 
 std::ostream& operator<<(std::ostream& out, PortAddress const& address) {
-    return out << address.switchId << '.' << address.portId;
+    return out << address.getText();
 }
 
 } // namespace chips

@@ -13,6 +13,7 @@ struct PortAddress {
 
     /// The address that the text stands for, or nothing.
     static std::optional<PortAddress> fromText(std::string const& text);
+    std::string getText() const { return std::to_string(switchId) + "." + std::to_string(portId); }
 };
 
 std::ostream& operator<<(std::ostream& out, PortAddress const& address);

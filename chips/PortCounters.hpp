@@ -15,10 +15,11 @@ struct PortCounters {
     PortAddress port;
     /// As in configuration documents.
     std::string model;
-    /// In the order of Counter::ofChip(); nothing for a counter that could not be read.
+    /// In the order of getCounters(); nothing for a counter that could not be read.
     std::vector<std::optional<std::uint64_t>> values;
 
-    std::vector<Counter> const& getCounters() const { return Counter::ofChip(model); }
+    /// Those of the chip; throws ToolError (badDocument) when tools do not know it.
+    std::vector<Counter> const& getCounters() const;
 
     /// Whether there is any value.
     bool isRead() const;

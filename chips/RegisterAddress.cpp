@@ -1,6 +1,6 @@
 #include "chips/RegisterAddress.hpp"
 
-#include "chips/NumberText.hpp"
+#include <fmt/format.h>
 
 namespace chips {
 
@@ -26,21 +26,24 @@ bool RegisterAddress::isInRange() const {
     return isUnitInRange() && address < (space == Space::block ? addressesInBlock : mdioAddresses);
 }
 
-bool RegisterAddress::isSameUnit(RegisterAddress const& other) const {
-    return space == other.space && block == other.block && unit == other.unit;
+bool RegisterAddress::isSameUnit(UnitPlace const& other) const {
+    return !(*this < other) && !(other < *this);
 }
 
-std::string RegisterAddress::getText() const {
-    std::string const number = "/" + NumberText::hexadecimal(address, 2);
+std::string RegisterAddress::getUnitText() const {
     switch (space) {
     case Space::block:
-        return std::to_string(block) + "." + std::to_string(unit) + number;
+        return fmt::format("{}.{}", block, unit);
     case Space::phy:
-        return "phy" + std::to_string(unit) + number;
+        return fmt::format("phy{}", unit);
     case Space::device:
         break;
     }
-    return NumberText::hexadecimal(unit, 2) + number;
+    return fmt::format("0x{:02x}", unit);
+}
+
+std::string RegisterAddress::getNumberText() const {
+    return fmt::format("0x{:02x}", address);
 }
 
 } // namespace chips

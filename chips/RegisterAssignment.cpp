@@ -80,10 +80,6 @@ void RegisterAssignment::addField(std::string const& text, std::string const& as
     _fields.push_back({field.name, field.getMask(), value, field.low});
 }
 
-RegisterLocation const& RegisterAssignment::getLocation() const {
-    return _location;
-}
-
 bool RegisterAssignment::isPartial() const {
     return !_fields.empty();
 }

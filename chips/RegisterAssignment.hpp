@@ -13,10 +13,10 @@ namespace chips {
 /// leaves the register's other bits as they are.
 class RegisterAssignment {
 public:
-    /// Throws CommandError (usage) when the text is wrong or the value does not fit.
+    /// Throws ToolError (usage) when the text is wrong or the value does not fit.
     static RegisterAssignment parse(ChipCatalogue const& catalogue, std::string const& text, bool physOnly);
 
-    RegisterLocation const& getLocation() const;
+    RegisterLocation const& getLocation() const { return _location; }
 
     /// Whether the register has to be read first.
     bool isPartial() const;

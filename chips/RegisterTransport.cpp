@@ -1,14 +1,8 @@
 #include "chips/RegisterTransport.hpp"
 
-#include <utility>
-
 #include "chips/ToolError.hpp"
 
 namespace chips {
-
-RegisterTransport::RegisterTransport(AccessErrors& errors) : _errors(errors) {}
-
-RegisterTransport::~RegisterTransport() = default;
 
 std::uint32_t RegisterTransport::read(RegisterLocation const& location) {
     std::uint32_t value = 0;
@@ -20,12 +14,16 @@ void RegisterTransport::write(RegisterLocation const& location, std::uint32_t va
     perform(location, true, value, [&] { return tryWrite(location.address, value); });
 }
 
-void RegisterTransport::setObserver(Observer observer) {
-    _observer = std::move(observer);
-}
-
-unsigned RegisterTransport::getAccesses() const {
-    return _accesses;
+std::uint32_t RegisterTransport::waitUntilClear(RegisterLocation const& location,
+                                                simulation::Field const& field, unsigned mostLooks,
+                                                std::string const& complaint) {
+    for (unsigned looks = 0; looks < mostLooks; ++looks) {
+        std::uint32_t const word = read(location);
+        if (!field.isSet(word)) {
+            return word;
+        }
+    }
+    throw ToolError(ExitStatus::registerFailed, complaint);
 }
 
 template <typename Access>

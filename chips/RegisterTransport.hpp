@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 
 #include "chips/AccessErrors.hpp"
 #include "chips/RegisterLocation.hpp"
@@ -12,22 +13,28 @@ namespace chips {
 class RegisterTransport {
 public:
     /// \param errors gets the library's messages; must outlive the transport.
-    explicit RegisterTransport(AccessErrors& errors);
-    virtual ~RegisterTransport();
+    explicit RegisterTransport(AccessErrors& errors) : _errors(errors) {}
+    virtual ~RegisterTransport() = default;
     RegisterTransport(RegisterTransport const&) = delete;
     RegisterTransport& operator=(RegisterTransport const&) = delete;
 
-    /// Both throw CommandError (registerFailed) when the access fails.
+    /// Both throw ToolError (registerFailed) when the access fails.
     std::uint32_t read(RegisterLocation const& location);
     void write(RegisterLocation const& location, std::uint32_t value);
+
+    /// Reads until the field is 0; throws ToolError (registerFailed) with `complaint` when it is not after
+    /// so many looks.
+    /// \return what was read last.
+    std::uint32_t waitUntilClear(RegisterLocation const& location, simulation::Field const& field,
+                                 unsigned mostLooks, std::string const& complaint);
 
     /// What sees each access once it is over; `value` of a read that failed means nothing.
     using Observer = std::function<void(RegisterLocation const& location, bool isWrite, std::uint32_t value,
                                         bool succeeded)>;
-    void setObserver(Observer observer);
+    void setObserver(Observer observer) { _observer = std::move(observer); }
 
     /// Accesses so far.
-    unsigned getAccesses() const;
+    unsigned getAccesses() const { return _accesses; }
 
 protected:
     /// \return here and below: false when the access failed. May throw a text (char const*).

@@ -11,8 +11,11 @@ namespace simulation {
 class AbsentUnit {
 public:
     /// `services` must outlive the object.
-    AbsentUnit(Services& services, std::string const& chip, std::string const& unit, std::uint32_t value)
-        : _services(services), _identity(std::make_shared<UnitIdentity const>(chip, unit)), _value(value) {}
+    AbsentUnit(Services& services, std::string const& chip, std::string const& unit, UnitPlace place,
+               std::uint32_t value)
+        : _services(services),
+          _identity(std::make_shared<UnitIdentity const>(chip, unit, place)),
+          _value(value) {}
 
     std::uint32_t read(unsigned address, unsigned transfer) const {
         _services.log.addRead(_identity, address, transfer, _value);

@@ -47,10 +47,10 @@ public:
     std::uint32_t peek(std::string const& unit, unsigned address) const {
         return getUnit(unit).peek(address);
     }
-    void poke(std::string const& unit, unsigned address, std::uint32_t value) {
+    void poke(std::string const& unit, unsigned address, std::uint32_t value) const {
         getUnit(unit).poke(address, value);
     }
-    void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) {
+    void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) const {
         getUnit(unit).stick(address, ones, zeros);
     }
     /// @}

@@ -48,8 +48,8 @@ UnitIdentity::UnitIdentity(std::string const& chipName, UnitKind unitKind, unsig
       number(unitNumber),
       place(unitPlace) {}
 
-UnitIdentity::UnitIdentity(std::string const& chipName, std::string const& unitName)
-    : chip(chipName), unit(unitName), kind(UnitKind::unknown) {}
+UnitIdentity::UnitIdentity(std::string const& chipName, std::string const& unitName, UnitPlace unitPlace)
+    : chip(chipName), unit(unitName), kind(UnitKind::unknown), place(unitPlace) {}
 
 std::string UnitIdentity::registerName(unsigned address) const {
     Register const* const description = registers.find(address);

@@ -34,7 +34,7 @@ struct UnitIdentity {
     /// A unit by what it is; called, for example, "port 3" or "system".
     UnitIdentity(std::string const& chipName, UnitKind unitKind, unsigned unitNumber, UnitPlace unitPlace);
     /// One of no kind, for example a place where the chip has nothing.
-    UnitIdentity(std::string const& chipName, std::string const& unitName);
+    UnitIdentity(std::string const& chipName, std::string const& unitName, UnitPlace unitPlace = {});
 
     std::string chip;
     std::string unit;

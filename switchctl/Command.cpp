@@ -75,7 +75,7 @@ Arguments::Option Command::addJson(Arguments& arguments) {
 }
 
 void Command::print(std::ostream& out, nlohmann::ordered_json const& json) {
-    out << json.dump(2) << '\n';
+    out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 } // namespace switchctl

@@ -2,13 +2,11 @@
 
 #include <cstdint>
 #include <mutex>
-#include <optional>
 
 #include "board/trace/TraceChips.hpp"
 #include "board/trace/TraceClock.hpp"
-#include "chips/88e6096/MdioDecoder.hpp"
 #include "chips/TraceSink.hpp"
-#include "chips/vsc7390/ParallelDecoder.hpp"
+#include "chips/WindowDecoder.hpp"
 
 namespace board {
 
@@ -17,7 +15,7 @@ namespace board {
 /// Any thread may call it; one that lives by a simulated clock has its times.
 class BusDecoder {
 public:
-    /// `sink` must outlive the decoder.
+    /// `sink` must outlive the decoder. Throws ToolError (badDocument) when tools do not know a chip.
     BusDecoder(TraceChips const& chips, chips::TraceSink& sink);
 
     void accessed(unsigned physicalAddress, bool isWrite, std::uint32_t value, bool succeeded);
@@ -28,8 +26,7 @@ public:
 private:
     std::mutex _mutex;
     TraceClock _clock;
-    chips::MdioDecoder _mdio;
-    std::optional<chips::ParallelDecoder> _parallel;
+    chips::DecodedWindows _windows;
 };
 
 } // namespace board

@@ -29,8 +29,4 @@ chips::ChipCatalogue const* TraceChips::find(unsigned switchId) const {
     return found == _chips.end() ? nullptr : found->second.get();
 }
 
-std::map<unsigned, std::shared_ptr<chips::ChipCatalogue const>> const& TraceChips::getAll() const {
-    return _chips;
-}
-
 } // namespace board

@@ -26,7 +26,7 @@ public:
     /// Null when there is no such chip.
     chips::ChipCatalogue const* find(unsigned switchId) const;
 
-    std::map<unsigned, std::shared_ptr<chips::ChipCatalogue const>> const& getAll() const;
+    std::map<unsigned, std::shared_ptr<chips::ChipCatalogue const>> const& getAll() const { return _chips; }
 
 private:
     std::map<unsigned, std::shared_ptr<chips::ChipCatalogue const>> _chips;

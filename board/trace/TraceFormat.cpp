@@ -1,8 +1,9 @@
 #include "board/trace/TraceFormat.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 #include "chips/NumberText.hpp"
 
@@ -18,13 +19,8 @@ constexpr std::size_t decimals = 9;
 constexpr std::size_t mostDigitsOfSeconds = 9;
 constexpr unsigned digitsOfSmiWord = 4;
 
-struct TransportName {
-    Transport transport;
-    char const* name;
-};
-
-constexpr std::array<TransportName, 3> transportNames = {
-    {{Transport::smi, "smi"}, {Transport::parallel, "parallel"}, {Transport::serial, "serial"}}};
+/// In the order of the enumeration.
+constexpr std::array<char const*, 3> transportNames = {"smi", "parallel", "serial"};
 
 bool isDigits(std::string const& text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
@@ -33,27 +29,18 @@ bool isDigits(std::string const& text) {
 } // namespace
 
 char const* TraceFormat::nameOf(Transport transport) {
-    auto const* const found =
-        std::find_if(transportNames.begin(), transportNames.end(),
-                     [transport](TransportName const& entry) { return entry.transport == transport; });
-    return found->name;
+    return transportNames.at(static_cast<std::size_t>(transport));
 }
 
 std::optional<Transport> TraceFormat::transportOf(std::string const& name) {
-    for (TransportName const& entry : transportNames) {
-        if (name == entry.name) {
-            return entry.transport;
-        }
-    }
-    return std::nullopt;
+    auto const* const found = std::find(transportNames.begin(), transportNames.end(), name);
+    return found == transportNames.end()
+               ? std::nullopt
+               : std::optional(static_cast<Transport>(found - transportNames.begin()));
 }
 
 std::string TraceFormat::timeText(std::uint64_t nanoseconds) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%llu.%09llu",
-                  static_cast<unsigned long long>(nanoseconds / nanosecondsPerSecond),
-                  static_cast<unsigned long long>(nanoseconds % nanosecondsPerSecond));
-    return text;
+    return fmt::format("{}.{:09}", nanoseconds / nanosecondsPerSecond, nanoseconds % nanosecondsPerSecond);
 }
 
 std::optional<std::uint64_t> TraceFormat::timeOf(std::string const& text) {
@@ -76,12 +63,7 @@ std::string TraceFormat::nameOf(chips::RegisterLocation const& location) {
     return name;
 }
 
-chips::RegisterLocation TraceFormat::locate(chips::ChipCatalogue const& chip,
-                                            chips::RegisterAddress const& address) {
-    return find(chip, address.getText());
-}
-
-// The address of a PHY register need not have a name in the catalogue.
+// A chip has PHYs, by number, that its catalogue has no names for.
 chips::RegisterLocation TraceFormat::find(chips::ChipCatalogue const& chip, std::string const& number) {
     std::string const phy = "phy";
     bool const isPhy = number.compare(0, phy.size(), phy) == 0;
@@ -93,15 +75,15 @@ std::string TraceFormat::line(TraceChips const& chips, chips::TraceAccess const&
     std::string name = busyChip;
     unsigned digits = digitsOfSmiWord;
     if (access.address) {
-        chips::RegisterLocation const location = locate(*chips.find(access.switchId), *access.address);
+        chips::RegisterLocation const location = chips.find(access.switchId)->locate(*access.address);
         number = location.address.getText();
         name = nameOf(location);
         digits = location.getDigits();
     }
     std::string const value = access.value ? chips::NumberText::hexadecimal(*access.value, digits) : none;
-    return timeText(access.nanoseconds) + ' ' + std::to_string(access.switchId) + ' ' +
-           nameOf(access.transport) + ' ' + (access.isWrite ? write : read) + ' ' + number + ' ' + name +
-           ' ' + value + ' ' + (access.succeeded ? ok : failed);
+    return fmt::format("{} {} {} {} {} {} {} {}", timeText(access.nanoseconds), access.switchId,
+                       nameOf(access.transport), access.isWrite ? write : read, number, name, value,
+                       access.succeeded ? ok : failed);
 }
 
 std::string TraceFormat::chipLine(unsigned switchId, std::string const& model) {

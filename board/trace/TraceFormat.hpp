@@ -38,10 +38,7 @@ struct TraceFormat {
     /// Unit and register without blanks, for example "port1/PortControl"; "-" when it has no name.
     static std::string nameOf(chips::RegisterLocation const& location);
 
-    /// Where a register is; throws ToolError when the chip cannot have it.
-    static chips::RegisterLocation locate(chips::ChipCatalogue const& chip,
-                                          chips::RegisterAddress const& address);
-    /// As locate(), by the address as it is written.
+    /// The register, by its address as it is written; throws ToolError when the chip cannot have it.
     static chips::RegisterLocation find(chips::ChipCatalogue const& chip, std::string const& number);
 
     /// An access in one line, without a line end. Its chip must be one of `chips`.

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "board/trace/TraceFormat.hpp"
+#include "chips/ChipKinds.hpp"
 #include "chips/NumberText.hpp"
 #include "chips/ToolError.hpp"
 
@@ -60,14 +61,6 @@ TraceReader TraceReader::fromFile(std::string const& path) {
     }
     file.clear();
     return {file, path};
-}
-
-TraceChips const& TraceReader::getChips() const {
-    return _chips;
-}
-
-std::vector<TraceReader::Line> const& TraceReader::getLines() const {
-    return _lines;
 }
 
 void TraceReader::readFirst(std::string const& text) {
@@ -134,8 +127,8 @@ void TraceReader::readPlace(std::vector<std::string> const& words, chips::TraceA
     }
     access.switchId = *id;
     auto const way = TraceFormat::transportOf(words[transport]);
-    bool const isSmi = way == chips::TraceAccess::Transport::smi;
-    if (!way || isSmi != (catalogue->getModel() == "88e6096")) {
+    chips::ChipKind const* const family = chips::ChipKinds::find(catalogue->getModel());
+    if (!way || family == nullptr || !family->isReachedOver(*way)) {
         refuse(quoted(words[transport]) + " is not a transport of a " + catalogue->getModel());
     }
     access.transport = *way;
@@ -144,7 +137,8 @@ void TraceReader::readPlace(std::vector<std::string> const& words, chips::TraceA
     }
     access.isWrite = words[kind] == TraceFormat::write;
     digits = digitsOfSmiWord;
-    if (isSmi && words[number] == TraceFormat::none && words[name] == TraceFormat::busyChip) {
+    if (*way == chips::TraceAccess::Transport::smi && words[number] == TraceFormat::none &&
+        words[name] == TraceFormat::busyChip) {
         return;
     }
     chips::RegisterLocation const location = find(*catalogue, words[number]);

@@ -24,8 +24,8 @@ public:
     TraceReader(std::istream& in, std::string const& name);
     static TraceReader fromFile(std::string const& path);
 
-    TraceChips const& getChips() const;
-    std::vector<Line> const& getLines() const;
+    TraceChips const& getChips() const { return _chips; }
+    std::vector<Line> const& getLines() const { return _lines; }
 
 private:
     void readFirst(std::string const& text);

@@ -5,21 +5,18 @@
 #include <optional>
 
 #include "chips/88e6096/SmiDecoder.hpp"
-#include "chips/BusAccess.hpp"
+#include "chips/WindowDecoder.hpp"
 
 namespace chips {
 
 /// Makes MDIO frames of what the registers of the MAC see, and register accesses of the frames.
-class MdioDecoder {
+class MdioDecoder : public WindowDecoder {
 public:
     /// \param switchId the chip's address on the bus; higher bits do not count.
     void addChip(unsigned switchId, chips::TraceSink& sink);
 
-    /// The MAC's window was accessed.
-    void accessed(BusAccess const& access);
-
-    /// Nothing more comes.
-    void finish();
+    void accessed(BusAccess const& access) override;
+    void finish() override;
 
 private:
     struct Read {

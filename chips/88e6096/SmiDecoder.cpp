@@ -13,7 +13,7 @@ namespace smi = simulation::marvell::smi;
 constexpr std::uint64_t longestWait = 999'000'000;
 
 RegisterAddress addressIn(std::uint16_t word) {
-    return {RegisterAddress::Space::device, 0, smi::device.get(word), smi::address.get(word)};
+    return {{RegisterAddress::Space::device, 0, smi::device.get(word)}, smi::address.get(word)};
 }
 
 } // namespace

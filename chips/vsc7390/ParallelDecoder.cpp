@@ -9,8 +9,9 @@ namespace {
 namespace vitesse = simulation::vitesse;
 
 RegisterAddress addressIn(unsigned offset) {
-    return {RegisterAddress::Space::block, vitesse::window::block.get(offset),
-            vitesse::window::subBlock.get(offset), vitesse::window::address.get(offset)};
+    return {{RegisterAddress::Space::block, vitesse::window::block.get(offset),
+             vitesse::window::subBlock.get(offset)},
+            vitesse::window::address.get(offset)};
 }
 
 bool isReadAtOnce(RegisterAddress const& address) {

@@ -2,22 +2,20 @@
 
 #include <optional>
 
-#include "chips/BusAccess.hpp"
 #include "chips/TraceSink.hpp"
+#include "chips/WindowDecoder.hpp"
 
 namespace chips {
 
 /// Makes register accesses of what a VSC7390's window sees: a read of most registers only starts, and its
 /// data comes out of the system block when that says so.
-class ParallelDecoder {
+class ParallelDecoder : public WindowDecoder {
 public:
     /// `sink` must outlive the decoder.
     ParallelDecoder(unsigned switchId, chips::TraceSink& sink);
 
-    void accessed(BusAccess const& access);
-
-    /// Nothing more comes: a read that has not ended has failed.
-    void finish();
+    void accessed(BusAccess const& access) override;
+    void finish() override;
 
 private:
     void read(BusAccess const& access, RegisterAddress const& address);

@@ -56,7 +56,11 @@ void Global2::writePhy(unsigned phy, unsigned address, std::uint32_t value) {
 }
 
 AbsentUnit Global2::absentPhy(unsigned phy) const {
-    return {_context.services, _context.chip, "phy " + std::to_string(phy), absent};
+    return {_context.services,
+            _context.chip,
+            "phy " + std::to_string(phy),
+            {UnitPlace::Space::phy, 0, phy},
+            absent};
 }
 
 } // namespace simulation::marvell

@@ -39,13 +39,14 @@ ChipTestSide& Marvell88E6096::getTestSide() {
 }
 
 RegisterFile& Marvell88E6096::findDevice(unsigned device) {
-    if (RegisterFile* const unit = _units.find({UnitPlace::Space::device, 0, device})) {
+    UnitPlace const place{UnitPlace::Space::device, 0, device};
+    if (RegisterFile* const unit = _units.find(place)) {
         return *unit;
     }
     auto& unknown = _unknownDevices[device];
     if (unknown == nullptr) {
         unknown = std::make_unique<RegisterFile>(
-            _context.services, UnitIdentity(_context.chip, "device " + std::to_string(device)));
+            _context.services, UnitIdentity(_context.chip, "device " + std::to_string(device), place));
     }
     return *unknown;
 }

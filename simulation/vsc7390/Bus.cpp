@@ -125,7 +125,7 @@ void Bus::store(Place const& place, std::uint32_t value) {
 
 AbsentUnit Bus::absentBlock(Place const& place) const {
     std::string const name = fmt::format("block {}.{}", place.unit.block, place.unit.unit);
-    return {_context.services, _context.chip, name, _context.options.absentBlockValue};
+    return {_context.services, _context.chip, name, place.unit, _context.options.absentBlockValue};
 }
 
 } // namespace simulation::vitesse

@@ -101,7 +101,11 @@ Phy* Mii::find(unsigned number) {
 
 AbsentUnit Mii::absentPhy(unsigned number) const {
     std::string const name = "phy " + std::to_string(number);
-    return {_context.services, _context.chip, _phys == nullptr ? getName() + " " + name : name, idleLine};
+    return {_context.services,
+            _context.chip,
+            _phys == nullptr ? getName() + " " + name : name,
+            {UnitPlace::Space::phy, 0, number},
+            idleLine};
 }
 
 } // namespace simulation::vitesse

@@ -4,14 +4,39 @@
 #include <utility>
 
 #include "board/ModelBringUp.hpp"
+#include "chips/NumberText.hpp"
+#include "chips/RegisterAssignment.hpp"
 #include "chips/ToolError.hpp"
 #include "switchctl/audit/AuditReport.hpp"
-#include "switchctl/audit/AuditSelection.hpp"
-#include "switchctl/audit/SeededWrite.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::audit {
+
+namespace {
+
+/// Makes the board deviate, over its bus.
+void deviate(std::string const& text, board::ModelBringUp const& bringUp, board::BoardAccess& board) {
+    std::size_t const slash = text.find('/');
+    auto const switchId = chips::NumberText::parse(text.substr(0, slash));
+    if (slash == std::string::npos || !switchId) {
+        throw chips::ToolError(chips::ExitStatus::usage,
+                               "\"" + text + "\": not of the form SWITCH/LOCATION=VALUE");
+    }
+    std::string const model = bringUp.getModel(*switchId);
+    if (model.empty()) {
+        throw chips::ToolError(chips::ExitStatus::usage, "\"" + text + "\": " + bringUp.getPath() +
+                                                             " has no switch " + std::to_string(*switchId));
+    }
+    chips::ChipCatalogue const catalogue(model);
+    auto const assignment = chips::RegisterAssignment::parse(catalogue, text.substr(slash + 1), false);
+    auto const transport = board.connect(*switchId, model);
+    chips::RegisterLocation const& location = assignment.getLocation();
+    std::uint32_t const before = assignment.isPartial() ? transport->read(location) : 0;
+    transport->write(location, assignment.apply(before));
+}
+
+} // namespace
 
 AuditCommand::AuditCommand(std::string memoryDevice)
     : Command("audit", "Compare the chips with what a document determines"),
@@ -31,7 +56,14 @@ void AuditCommand::declare(Arguments& arguments) {
 }
 
 std::string AuditCommand::getHelp() const {
-    return AuditSelection::explain() +
+    return "Compared is what a bring-up of the document writes: registers, VLAN tables (VTU and STU of an\n"
+           "88E6096, the VLAN table of a VSC7390), and the locked entries of a VSC7390's MAC table. Not\n"
+           "compared are status, counters, bits that clear themselves, addresses that were learned,\n"
+           "registers without a name, and the bus set-up of a VSC7390, which is written whenever the chip\n"
+           "is reached.\n"
+           "\n"
+           "An audit changes nothing of what the chips do. To read tables and PHYs, it writes to staging\n"
+           "and command registers, so nothing else may use the chips meanwhile.\n"
            "\n"
            "Examples:\n"
            "  switchctl audit board.xml\n"
@@ -54,7 +86,7 @@ ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const 
     std::unique_ptr<AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (isJson()) {
-        report.printJson(out);
+        Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
@@ -89,7 +121,7 @@ void AuditCommand::compareSimulated(AuditRun& run) const {
     board::ModelBringUp chips(_simulation.getPath(_path));
     board::BoardAccess board(chips.getBoard());
     for (std::string const& deviation : _deviations) {
-        SeededWrite::make(deviation, chips, board);
+        deviate(deviation, chips, board);
     }
     run.compare(board);
 }

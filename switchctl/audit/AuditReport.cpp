@@ -1,7 +1,5 @@
 #include "switchctl/audit/AuditReport.hpp"
 
-#include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -23,10 +21,7 @@ AuditReport::AuditReport(AuditRun const& run, std::string document, std::string 
 void AuditReport::print(std::ostream& out) const {
     Colours const colours(out);
     for (Deviation const& deviation : _run.getDeviations()) {
-        std::ostringstream line;
-        deviation.print(line);
-        std::string const text = line.str();
-        out << colours.paint(Colours::Colour::red, text.substr(0, text.find('\n'))) << '\n';
+        out << colours.paint(Colours::Colour::red, deviation.getText()) << '\n';
     }
     out << _audited << " against " << _document << ": " << counted(_run.getSwitches(), "switch", "switches")
         << ", " << counted(_run.getRegisters(), "register", "registers") << ", "
@@ -34,19 +29,18 @@ void AuditReport::print(std::ostream& out) const {
         << counted(_run.getDeviations().size(), "deviation", "deviations") << '\n';
 }
 
-void AuditReport::printJson(std::ostream& out) const {
+nlohmann::ordered_json AuditReport::toJson() const {
     nlohmann::ordered_json deviations = nlohmann::ordered_json::array();
     for (Deviation const& deviation : _run.getDeviations()) {
         deviations.push_back(deviation.toJson());
     }
-    nlohmann::ordered_json const report = {{"file", _document},
-                                           {"audited", _audited},
-                                           {"switches", _run.getSwitches()},
-                                           {"registers", _run.getRegisters()},
-                                           {"entries", _run.getEntries()},
-                                           {"deviations", deviations},
-                                           {"unread", _run.getUnread()}};
-    out << report.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    return {{"file", _document},
+            {"audited", _audited},
+            {"switches", _run.getSwitches()},
+            {"registers", _run.getRegisters()},
+            {"entries", _run.getEntries()},
+            {"deviations", deviations},
+            {"unread", _run.getUnread()}};
 }
 
 } // namespace switchctl::audit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <ostream>
 #include <string>
 
@@ -17,7 +18,7 @@ public:
 
     /// A line for each deviation, then how much was compared.
     void print(std::ostream& out) const;
-    void printJson(std::ostream& out) const;
+    nlohmann::ordered_json toJson() const;
 
 private:
     AuditRun const& _run;

@@ -32,16 +32,8 @@ void AuditRun::compare(board::BoardAccess& board) {
 }
 
 chips::ChipImage AuditRun::read(board::BoardAccess& board, ChipScope const& scope) {
-    auto const transport = board.connect(scope.getSwitchId(), scope.getCatalogue().getModel());
+    auto const transport = board.connect(scope.getSwitchId(), scope.getModel());
     return ChipReader(scope, *transport).read();
-}
-
-std::vector<Deviation> const& AuditRun::getDeviations() const {
-    return _deviations;
-}
-
-std::vector<std::string> const& AuditRun::getUnread() const {
-    return _unread;
 }
 
 unsigned AuditRun::getSwitches() const {

@@ -16,17 +16,17 @@ namespace switchctl::audit {
 class AuditRun {
 public:
     /// Takes what is expected from models that the document has been brought up on, which are not needed
-    /// afterwards. Throws CommandError (registerFailed) when they cannot be read.
+    /// afterwards. Throws ToolError (registerFailed) when they cannot be read.
     explicit AuditRun(board::ModelBringUp& bringUp);
 
-    /// Reads the chips and compares. Throws CommandError (noHardware).
+    /// Reads the chips and compares. Throws ToolError (noHardware).
     void compare(board::BoardAccess& board);
 
     /// In the order of the switches' ids.
-    std::vector<Deviation> const& getDeviations() const;
+    std::vector<Deviation> const& getDeviations() const { return _deviations; }
 
     /// What could not be read, one line each.
-    std::vector<std::string> const& getUnread() const;
+    std::vector<std::string> const& getUnread() const { return _unread; }
 
     unsigned getSwitches() const;
     /// How many were compared.

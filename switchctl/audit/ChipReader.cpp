@@ -1,9 +1,6 @@
 #include "switchctl/audit/ChipReader.hpp"
 
-#include "chips/88e6096/MarvellTableReader.hpp"
 #include "chips/ToolError.hpp"
-#include "chips/vsc7390/VitesseTableReader.hpp"
-#include "switchctl/audit/AuditSelection.hpp"
 
 namespace switchctl::audit {
 
@@ -13,7 +10,7 @@ ChipReader::ChipReader(ChipScope const& scope, chips::RegisterTransport& transpo
 chips::ChipImage ChipReader::read() {
     try {
         readRegisters();
-        readTables();
+        _scope.getTables().read(_transport, _image);
     } catch (chips::ToolError const& error) {
         _image.addUnread("", error.what());
     }
@@ -41,21 +38,11 @@ void ChipReader::readRegister(chips::RegisterLocation const& location) {
     std::uint32_t const value = _transport.read(location);
     std::vector<chips::ChipImage::Field> fields;
     for (simulation::Register::Field const& field : location.description->getFields()) {
-        if (AuditSelection::contains(location, field)) {
+        if (location.description->keeps(field)) {
             fields.push_back({field.name, field.get(value)});
         }
     }
     _image.addRegister(location.unit, location.name, fields);
-}
-
-void ChipReader::readTables() {
-    if (_scope.getCatalogue().getModel() == "vsc7390") {
-        chips::VitesseTableReader(_scope.getCatalogue(), _scope.getVitesseTables(), _transport, _image)
-            .read();
-    } else {
-        chips::MarvellTableReader(_scope.getCatalogue(), _scope.getMarvellTables(), _transport, _image)
-            .read();
-    }
 }
 
 } // namespace switchctl::audit

@@ -18,7 +18,6 @@ public:
 private:
     void readRegisters();
     void readRegister(chips::RegisterLocation const& location);
-    void readTables();
 
     ChipScope const& _scope;
     chips::RegisterTransport& _transport;

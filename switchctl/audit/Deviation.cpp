@@ -1,13 +1,15 @@
 #include "switchctl/audit/Deviation.hpp"
 
+#include <fmt/format.h>
+
 #include "chips/NumberText.hpp"
 
 namespace switchctl::audit {
 
 namespace {
 
-std::string textOf(std::optional<std::uint32_t> const& value, std::string const& without) {
-    return value ? chips::NumberText::hexadecimal(*value, 1) : without;
+std::string textOf(std::optional<std::uint32_t> const& value) {
+    return value ? chips::NumberText::hexadecimal(*value, 1) : "none";
 }
 
 nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
@@ -45,13 +47,12 @@ std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipIm
     return deviations;
 }
 
-void Deviation::print(std::ostream& out) const {
-    out << chip << "  " << unit << "  " << item << "  ";
-    if (field.empty()) {
-        out << (expected ? "expected the entry, found none" : "expected none, found the entry") << '\n';
-        return;
-    }
-    out << field << "  expected " << textOf(expected, "none") << ", found " << textOf(found, "none") << '\n';
+std::string Deviation::getText() const {
+    std::string const what =
+        !field.empty() ? fmt::format("{}  expected {}, found {}", field, textOf(expected), textOf(found))
+        : expected     ? "expected the entry, found none"
+                       : "expected none, found the entry";
+    return fmt::format("{}  {}  {}  {}", chip, unit, item, what);
 }
 
 nlohmann::ordered_json Deviation::toJson() const {

@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -29,7 +28,7 @@ struct Deviation {
                                           chips::ChipImage const& found);
 
     /// In one line.
-    void print(std::ostream& out) const;
+    std::string getText() const;
     nlohmann::ordered_json toJson() const;
 };
 

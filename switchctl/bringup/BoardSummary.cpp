@@ -1,27 +1,23 @@
 #include "switchctl/bringup/BoardSummary.hpp"
 
+#include <fmt/ostream.h>
+
 #include <algorithm>
 #include <array>
-#include <iomanip>
 #include <map>
 #include <set>
 #include <utility>
 
 #include "board/Element.hpp"
-#include "marvell/MarvellSwitch.hpp"
+#include "chips/ChipKinds.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 #include "model/TrunkGroup.hpp"
 #include "reference_host/StreamLog.hpp"
-#include "vitesse/VitesseSwitch.hpp"
 
 namespace switchctl::bringup {
 
 namespace {
-
-bool isKnownModel(std::string const& model) {
-    return model == MarvellSwitch::_xmlDescriptionString || model == VitesseSwitch::_xmlDescriptionString;
-}
 
 std::string stateName(ManagedSwitchPort::PortEnabledStatus state) {
     static std::array<std::string, 4> const names = {"disabled", "listening", "learning", "forwarding"};
@@ -44,12 +40,11 @@ template <typename Items> bool printHeading(std::ostream& out, char const* headi
     return !empty;
 }
 
-void printSeconds(std::ostream& out, std::uint64_t nanoseconds) {
-    constexpr std::uint64_t nanosecondsPerMicrosecond = 1000;
+std::string secondsText(std::uint64_t nanoseconds) {
     constexpr std::uint64_t microsecondsPerSecond = 1000000;
-    std::uint64_t const microseconds = nanoseconds / nanosecondsPerMicrosecond;
-    out << microseconds / microsecondsPerSecond << '.' << std::setfill('0') << std::setw(6)
-        << microseconds % microsecondsPerSecond << std::setfill(' ') << " s\n";
+    std::uint64_t const microseconds = nanoseconds / 1000;
+    return fmt::format("{}.{:06} s", microseconds / microsecondsPerSecond,
+                       microseconds % microsecondsPerSecond);
 }
 
 } // namespace
@@ -97,13 +92,15 @@ void BoardSummary::printSwitches(std::ostream& out) const {
                                   [this](auto const& entry) { return _session.isUp(entry); });
     out << "switches: " << up << " of " << switches.size() << " found\n";
     for (auto const& entry : switches) {
-        out << "  switch " << entry.id << "  " << std::left << std::setw(8) << entry.model << std::right;
+        fmt::print(out, "  switch {}  {:8}", entry.id, entry.model);
         if (_session.isUp(entry)) {
             out << "  found, " << _session.getManager().getManagedSwitch(entry.id)->getPorts().size()
                 << " ports\n";
         } else {
             out << "  missing: "
-                << (isKnownModel(entry.model) ? "the chip does not answer" : "no such driver") << '\n';
+                << (chips::ChipKinds::find(entry.model) != nullptr ? "the chip does not answer"
+                                                                   : "no such driver")
+                << '\n';
         }
     }
 }
@@ -120,8 +117,7 @@ void BoardSummary::printPorts(std::ostream& out) const {
         return;
     }
     for (auto const& [kind, members] : ports) {
-        out << "  " << std::left << std::setw(16) << members.front()->getTypeName() << "  " << std::setw(10)
-            << stateName(kind.second) << std::right;
+        fmt::print(out, "  {:16}  {:10}", members.front()->getTypeName(), stateName(kind.second));
         for (ManagedSwitchPort const* const port : members) {
             out << ' ' << addressOf(*port);
         }
@@ -134,7 +130,7 @@ void BoardSummary::printVlans(std::ostream& out) const {
         return;
     }
     for (auto const& [id, vlan] : _document.getVlans()) {
-        out << "  0x" << std::hex << id << std::dec << (vlan.tagBased ? "  tag-based:" : "  port-based:");
+        fmt::print(out, "  0x{:x}  {}-based:", id, vlan.tagBased ? "tag" : "port");
         printMembers(out, vlan.members, vlan.tagBased);
     }
 }
@@ -207,13 +203,13 @@ void BoardSummary::printEffort(std::ostream& out) const {
         return;
     }
     board::BoardSession::Effort const& effort = _session.getEffort();
-    out << "register accesses: " << effort.registerAccesses << " in chips, by " << effort.busAccesses
-        << " on the bus\n";
-    out << "predicted bus time: ";
-    printSeconds(out, effort.busNanoseconds);
-    out << "predicted start-up time: ";
-    printSeconds(out, effort.elapsedNanoseconds);
-    out << "driver misuse seen by the models: " << board->getMisuse().getSize() << '\n';
+    fmt::print(out,
+               "register accesses: {} in chips, by {} on the bus\n"
+               "predicted bus time: {}\n"
+               "predicted start-up time: {}\n"
+               "driver misuse seen by the models: {}\n",
+               effort.registerAccesses, effort.busAccesses, secondsText(effort.busNanoseconds),
+               secondsText(effort.elapsedNanoseconds), board->getMisuse().getSize());
 }
 
 } // namespace switchctl::bringup

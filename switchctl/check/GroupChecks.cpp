@@ -109,7 +109,7 @@ void twice(board::BoardReading const& board, Report const& report) {
 
 void unsupported(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
-        if (!board.getSwitch(member.switchId)->isVitesse()) {
+        if (board.getSwitch(member.switchId)->isMarvell()) {
             report(member.element,
                    "The driver of the 88E6096 filters no groups and says so at level 1: frames to " +
                        group.address + " go to all ports of their VLAN.",

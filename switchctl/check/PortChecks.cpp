@@ -70,13 +70,12 @@ void beyondChip(board::BoardReading const& board, Report const& report) {
             return;
         }
         report(port.element,
-               std::string("An ") + owner.chipName() + " has ports 0 to " +
-                   std::to_string(owner.portsOfChip() - 1) +
-                   (owner.isVitesse()
-                        ? ": the port's own settings are refused, and its bit in port masks is "
-                          "another one's or none."
-                        : ": what the library writes for the port goes to the registers of other "
-                          "units of the chip, such as Global 1, or nowhere."),
+               "An " + owner.chipName() + " has ports 0 to " + std::to_string(owner.portsOfChip() - 1) +
+                   owner.byChip<std::string>(
+                       ": the port's own settings are refused, and its bit in port masks is "
+                       "another one's or none.",
+                       ": what the library writes for the port goes to the registers of other "
+                       "units of the chip, such as Global 1, or nowhere."),
                "Write the port that is meant, or leave the element out.");
     });
 }
@@ -153,9 +152,9 @@ void beyondCount(board::BoardReading const& board, Report const& report) {
         report(owner.element,
                "The library counts " + std::to_string(owner.entryCount) +
                    " ports here (port and trunk elements) and takes them for the first of the chip: " +
-                   (owner.isVitesse() ? "the source masks of " + board::portsName(ports) +
-                                            " are not cleared, and multicast groups forget these ports."
-                                      : "a new VLAN does not keep out " + board::portsName(ports) + "."),
+                   owner.byChip("the source masks of " + board::portsName(ports) +
+                                    " are not cleared, and multicast groups forget these ports.",
+                                "a new VLAN does not keep out " + board::portsName(ports) + "."),
                "List all " + std::to_string(owner.portsOfChip()) +
                    " ports of the chip, unused ones with portStatus=\"disabled\".");
     }

@@ -102,7 +102,7 @@ void idReadsDifferently(board::BoardReading const& board, Report const& report) 
 
 void idIsNoMdioAddress(board::BoardReading const& board, Report const& report) {
     for (auto const& [id, entry] : board.getSwitches()) {
-        if (!entry.isVitesse() && id >= mdioAddresses) {
+        if (entry.isMarvell() && id >= mdioAddresses) {
             report(entry.element,
                    "The id of an 88E6096 is its address on the MDIO bus, which has five bits: " +
                        std::to_string(id) + " does not fit, and the library will not find the chip.",

@@ -8,6 +8,8 @@
 
 namespace switchctl::check {
 
+using namespace std::string_literals;
+
 namespace {
 
 using Switch = board::BoardReading::Switch;
@@ -146,21 +148,20 @@ void inNoVlan(board::BoardReading const& board, Report const& report) {
         for (auto const& [id, port] : owner.ports) {
             // The library keeps a port out of VLANs only when its number is below the count of ports; see
             // ports-beyond-count.
-            bool const keptOut = owner.isVitesse() || id < owner.entryCount;
+            bool const keptOut = owner.byChip(true, id < owner.entryCount);
             if (port.element->parent != owner.element || port.portStatus == "disabled" || !keptOut ||
                 isInTagBasedVlan(board, switchId, id)) {
                 continue;
             }
-            report(
-                port.element,
-                owner.isVitesse()
-                    ? "The port is in no tag-based VLAN: its untagged frames belong to VLAN 1 of the chip, "
-                      "whose "
-                      "members are all ports unless the document has a VLAN 1."
-                    : "The port is in no tag-based VLAN: an 88E6096 that the library has set up drops every "
-                      "frame of a VLAN that the port is not in, so nothing passes. Port-based VLANs do not "
-                      "help.",
-                "Write the port into a tag-based VLAN, or portStatus=\"disabled\" if it is not used.");
+            report(port.element,
+                   owner.byChip(
+                       "The port is in no tag-based VLAN: its untagged frames belong to VLAN 1 of the chip, "
+                       "whose "
+                       "members are all ports unless the document has a VLAN 1."s,
+                       "The port is in no tag-based VLAN: an 88E6096 that the library has set up drops every "
+                       "frame of a VLAN that the port is not in, so nothing passes. Port-based VLANs do not "
+                       "help."s),
+                   "Write the port into a tag-based VLAN, or portStatus=\"disabled\" if it is not used.");
         }
     }
 }

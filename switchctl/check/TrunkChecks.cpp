@@ -133,7 +133,7 @@ void portInTwo(board::BoardReading const& board, Report const& report) {
 
 void unsupported(board::BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
-        if (!owner.isVitesse()) {
+        if (owner.isMarvell()) {
             report(trunk.element,
                    "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single "
                    "ones, and "

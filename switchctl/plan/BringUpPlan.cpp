@@ -1,20 +1,10 @@
 #include "switchctl/plan/BringUpPlan.hpp"
 
+#include "chips/RegisterAddress.hpp"
+
 namespace switchctl::plan {
 
 using simulation::AccessLog;
-
-namespace {
-
-constexpr unsigned digitsOf16Bits = 4;
-constexpr unsigned digitsOf32Bits = 8;
-
-unsigned digitsOf(std::string const& model, std::string const& unit) {
-    bool const isPhy = unit.find("phy") != std::string::npos;
-    return model == "vsc7390" && !isPhy ? digitsOf32Bits : digitsOf16Bits;
-}
-
-} // namespace
 
 BringUpPlan::BringUpPlan(board::ModelBringUp& bringUp)
     : _path(bringUp.getPath()), _effort(bringUp.getEffort()) {
@@ -46,20 +36,9 @@ void BringUpPlan::addWrite(Place const& place, AccessLog::Entry const& entry) {
     if (_steps.empty() || _steps.back().place != place) {
         _steps.push_back({place, {}});
     }
-    _steps.back().writes.push_back({entry.nanoseconds, entry.registerName, entry.address, entry.value,
-                                    digitsOf(getModel(entry.chip), entry.unit), entry.changes});
-}
-
-std::string const& BringUpPlan::getPath() const {
-    return _path;
-}
-
-std::vector<BringUpPlan::Step> const& BringUpPlan::getSteps() const {
-    return _steps;
-}
-
-std::vector<BringUpPlan::Place> const& BringUpPlan::getPlaces() const {
-    return _places;
+    unsigned const digits = chips::RegisterAddress{entry.identity->place, entry.address}.getBits() / 4;
+    _steps.back().writes.push_back(
+        {entry.nanoseconds, entry.registerName, entry.address, entry.value, digits, entry.changes});
 }
 
 BringUpPlan::Count const& BringUpPlan::getCount(Place const& place) const {
@@ -83,10 +62,6 @@ std::vector<PlannedWrite> BringUpPlan::getWrites(Place const& place) const {
         }
     }
     return writes;
-}
-
-board::BoardSession::Effort const& BringUpPlan::getEffort() const {
-    return _effort;
 }
 
 std::string BringUpPlan::getModel(std::string const& chip) const {

@@ -32,12 +32,12 @@ public:
     explicit BringUpPlan(board::ModelBringUp& bringUp);
 
     /// Path of the document.
-    std::string const& getPath() const;
+    std::string const& getPath() const { return _path; }
 
-    std::vector<Step> const& getSteps() const;
+    std::vector<Step> const& getSteps() const { return _steps; }
 
     /// The places that were accessed, in the order of their first access.
-    std::vector<Place> const& getPlaces() const;
+    std::vector<Place> const& getPlaces() const { return _places; }
     Count const& getCount(Place const& place) const;
     Count getTotal() const;
 
@@ -45,7 +45,7 @@ public:
     std::vector<PlannedWrite> getWrites(Place const& place) const;
 
     /// Of the models: on a board, the processor's own time comes on top.
-    board::BoardSession::Effort const& getEffort() const;
+    board::BoardSession::Effort const& getEffort() const { return _effort; }
 
     /// Of a switch, by the log's name of it: the document's switchModel.
     std::string getModel(std::string const& chip) const;

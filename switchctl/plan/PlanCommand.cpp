@@ -57,7 +57,7 @@ ExitStatus PlanCommand::show(std::ostream& out, std::ostream& errors) const {
     BringUpPlan const plan = planOf(_path, errors);
     PlanReport const report(plan);
     if (isJson()) {
-        report.printJson(out);
+        Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
@@ -71,7 +71,7 @@ ExitStatus PlanCommand::compare(std::ostream& out, std::ostream& errors) const {
     PlanDifferenceReport const report(first, second);
     progress.reset();
     if (isJson()) {
-        report.printJson(out);
+        Command::print(out, report.toJson());
     } else {
         report.print(out);
     }

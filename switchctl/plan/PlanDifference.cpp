@@ -21,8 +21,4 @@ PlanDifference::PlanDifference(BringUpPlan const& first, BringUpPlan const& seco
     }
 }
 
-std::vector<PlanDifference::Unit> const& PlanDifference::getUnits() const {
-    return _units;
-}
-
 } // namespace switchctl::plan

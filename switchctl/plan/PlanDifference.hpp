@@ -18,7 +18,7 @@ public:
     PlanDifference(BringUpPlan const& first, BringUpPlan const& second);
 
     /// The units with a difference: those of the first plan in its order, then what only the second has.
-    std::vector<Unit> const& getUnits() const;
+    std::vector<Unit> const& getUnits() const { return _units; }
 
 private:
     std::vector<Unit> _units;

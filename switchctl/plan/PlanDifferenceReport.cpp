@@ -1,7 +1,8 @@
 #include "switchctl/plan/PlanDifferenceReport.hpp"
 
+#include <fmt/ostream.h>
+
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "switchctl/plan/PlanReport.hpp"
 #include "switchctl/terminal/Colours.hpp"
@@ -20,11 +21,8 @@ void PlanDifferenceReport::print(std::ostream& out) const {
         return;
     }
     Colours const colours(out);
-    out << "- only in " << _first.getPath() << ": ";
-    PlanReport::printEffort(out, _first);
-    out << "\n+ only in " << _second.getPath() << ": ";
-    PlanReport::printEffort(out, _second);
-    out << '\n';
+    fmt::print(out, "- only in {}: {}\n+ only in {}: {}\n", _first.getPath(), PlanReport::effortText(_first),
+               _second.getPath(), PlanReport::effortText(_second));
     std::string chip;
     for (PlanDifference::Unit const& unit : _difference.getUnits()) {
         if (unit.place.first != chip) {
@@ -33,16 +31,14 @@ void PlanDifferenceReport::print(std::ostream& out) const {
         }
         out << "  " << unit.place.second << '\n';
         for (WriteAlignment::Lone const& lone : unit.writes) {
-            std::ostringstream line;
-            line << (lone.isInFirst ? "  - " : "  + ");
-            lone.write.print(line);
-            out << colours.paint(lone.isInFirst ? Colours::Colour::red : Colours::Colour::green, line.str())
+            std::string const line = (lone.isInFirst ? "  - " : "  + ") + lone.write.getText();
+            out << colours.paint(lone.isInFirst ? Colours::Colour::red : Colours::Colour::green, line)
                 << '\n';
         }
     }
 }
 
-void PlanDifferenceReport::printJson(std::ostream& out) const {
+nlohmann::ordered_json PlanDifferenceReport::toJson() const {
     nlohmann::ordered_json units = nlohmann::ordered_json::array();
     for (PlanDifference::Unit const& unit : _difference.getUnits()) {
         nlohmann::ordered_json writes = nlohmann::ordered_json::array();
@@ -53,11 +49,9 @@ void PlanDifferenceReport::printJson(std::ostream& out) const {
         }
         units.push_back({{"chip", unit.place.first}, {"unit", unit.place.second}, {"writes", writes}});
     }
-    nlohmann::ordered_json const difference = {
-        {"first", {{"file", _first.getPath()}, {"predicted", PlanReport::effortToJson(_first)}}},
-        {"second", {{"file", _second.getPath()}, {"predicted", PlanReport::effortToJson(_second)}}},
-        {"differences", units}};
-    out << difference.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    return {{"first", {{"file", _first.getPath()}, {"predicted", PlanReport::effortToJson(_first)}}},
+            {"second", {{"file", _second.getPath()}, {"predicted", PlanReport::effortToJson(_second)}}},
+            {"differences", units}};
 }
 
 } // namespace switchctl::plan

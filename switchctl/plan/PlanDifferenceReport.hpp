@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "switchctl/plan/BringUpPlan.hpp"
@@ -17,7 +18,7 @@ public:
 
     /// Nothing when there is no difference.
     void print(std::ostream& out) const;
-    void printJson(std::ostream& out) const;
+    nlohmann::ordered_json toJson() const;
 
 private:
     BringUpPlan const& _first;

@@ -1,48 +1,35 @@
 #include "switchctl/plan/PlanReport.hpp"
 
-#include <cstdio>
-#include <iomanip>
+#include <fmt/ostream.h>
+
 #include <nlohmann/json.hpp>
 
 namespace switchctl::plan {
 
 namespace {
 
-constexpr double nanosecondsPerMillisecond = 1e6;
-constexpr int widthOfUnit = 11;
-constexpr int widthOfCount = 6;
-
 std::string milliseconds(std::uint64_t nanoseconds) {
-    char text[48];
-    std::snprintf(text, sizeof text, "%.4f", static_cast<double>(nanoseconds) / nanosecondsPerMillisecond);
-    return text;
+    return fmt::format("{:.4f} ms", static_cast<double>(nanoseconds) / 1e6);
 }
 
 } // namespace
 
-PlanReport::PlanReport(BringUpPlan const& plan) : _plan(plan) {}
-
 void PlanReport::print(std::ostream& out) const {
     printSteps(out);
     printCounts(out);
-    out << "predicted: ";
-    printEffort(out, _plan);
-    out << '\n';
+    fmt::print(out, "predicted: {}\n", effortText(_plan));
 }
 
 void PlanReport::printSteps(std::ostream& out) const {
-    constexpr int widthOfTime = 12;
     std::string chip;
     for (BringUpPlan::Step const& step : _plan.getSteps()) {
         if (step.place.first != chip) {
             chip = step.place.first;
-            out << chip << " (" << _plan.getModel(chip) << ")\n";
+            fmt::print(out, "{} ({})\n", chip, _plan.getModel(chip));
         }
         out << "  " << step.place.second << '\n';
         for (PlannedWrite const& write : step.writes) {
-            out << std::setw(widthOfTime) << milliseconds(write.nanoseconds) << " ms  ";
-            write.print(out);
-            out << '\n';
+            fmt::print(out, "{:>15}  {}\n", milliseconds(write.nanoseconds), write.getText());
         }
     }
 }
@@ -56,18 +43,17 @@ void PlanReport::printCounts(std::ostream& out) const {
             out << chip << '\n';
         }
         BringUpPlan::Count const& count = _plan.getCount(place);
-        out << "  " << std::left << std::setw(widthOfUnit) << place.second << std::right << ' '
-            << std::setw(widthOfCount) << count.writes << ' ' << std::setw(widthOfCount) << count.reads
-            << '\n';
+        fmt::print(out, "  {:11} {:6} {:6}\n", place.second, count.writes, count.reads);
     }
 }
 
-void PlanReport::printEffort(std::ostream& out, BringUpPlan const& plan) {
+std::string PlanReport::effortText(BringUpPlan const& plan) {
     BringUpPlan::Count const total = plan.getTotal();
     board::BoardSession::Effort const& effort = plan.getEffort();
-    out << total.writes << " register writes and " << total.reads << " reads, " << effort.busAccesses
-        << " bus accesses, " << milliseconds(effort.busNanoseconds) << " ms of bus time; ready after "
-        << milliseconds(effort.elapsedNanoseconds) << " ms, waits included";
+    return fmt::format("{} register writes and {} reads, {} bus accesses, {} of bus time; ready after {}, "
+                       "waits included",
+                       total.writes, total.reads, effort.busAccesses, milliseconds(effort.busNanoseconds),
+                       milliseconds(effort.elapsedNanoseconds));
 }
 
 nlohmann::ordered_json PlanReport::effortToJson(BringUpPlan const& plan) {
@@ -80,7 +66,7 @@ nlohmann::ordered_json PlanReport::effortToJson(BringUpPlan const& plan) {
             {"elapsedNanoseconds", effort.elapsedNanoseconds}};
 }
 
-void PlanReport::printJson(std::ostream& out) const {
+nlohmann::ordered_json PlanReport::toJson() const {
     nlohmann::ordered_json steps = nlohmann::ordered_json::array();
     for (BringUpPlan::Step const& step : _plan.getSteps()) {
         nlohmann::ordered_json writes = nlohmann::ordered_json::array();
@@ -100,9 +86,8 @@ void PlanReport::printJson(std::ostream& out) const {
                           {"writes", count.writes},
                           {"reads", count.reads}});
     }
-    nlohmann::ordered_json const plan = {
+    return {
         {"file", _plan.getPath()}, {"steps", steps}, {"counts", counts}, {"predicted", effortToJson(_plan)}};
-    out << plan.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 } // namespace switchctl::plan

@@ -11,14 +11,14 @@ namespace switchctl::plan {
 class PlanReport {
 public:
     /// `plan` must outlive the report.
-    explicit PlanReport(BringUpPlan const& plan);
+    explicit PlanReport(BringUpPlan const& plan) : _plan(plan) {}
 
     /// Headings by chip and unit as they come, a line for each write, and what it all costs.
     void print(std::ostream& out) const;
-    void printJson(std::ostream& out) const;
+    nlohmann::ordered_json toJson() const;
 
-    /// The cost in one line, without a line end.
-    static void printEffort(std::ostream& out, BringUpPlan const& plan);
+    /// The cost in one line.
+    static std::string effortText(BringUpPlan const& plan);
     static nlohmann::ordered_json effortToJson(BringUpPlan const& plan);
 
 private:

@@ -1,33 +1,23 @@
 #include "switchctl/plan/PlannedWrite.hpp"
 
-#include <iomanip>
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 
-#include "chips/NumberText.hpp"
-
 namespace switchctl::plan {
-
-namespace {
-
-constexpr int widthOfName = 21;
-constexpr unsigned digitsOfAddress = 2;
-
-} // namespace
 
 bool PlannedWrite::operator==(PlannedWrite const& other) const {
     return address == other.address && value == other.value && registerName == other.registerName;
 }
 
-void PlannedWrite::print(std::ostream& out) const {
-    out << std::left << std::setw(widthOfName) << registerName << std::right << ' '
-        << chips::NumberText::hexadecimal(address, digitsOfAddress) << "  "
-        << chips::NumberText::hexadecimal(value, digits);
+std::string PlannedWrite::getText() const {
+    std::string text = fmt::format("{:21} 0x{:02x}  0x{:0{}x}", registerName, address, value, digits);
     char const* separator = "  ";
     for (simulation::AccessLog::FieldChange const& change : changes) {
-        out << separator << change.field << ' ' << chips::NumberText::hexadecimal(change.before, 1) << "->"
-            << chips::NumberText::hexadecimal(change.after, 1);
+        text += fmt::format("{}{} 0x{:x}->0x{:x}", separator, change.field, change.before, change.after);
         separator = ", ";
     }
+    return text;
 }
 
 nlohmann::ordered_json PlannedWrite::toJson() const {

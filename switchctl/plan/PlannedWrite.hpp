@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -27,7 +26,7 @@ struct PlannedWrite {
     bool operator==(PlannedWrite const& other) const;
 
     /// Register, number, value and fields in one line, without a line end.
-    void print(std::ostream& out) const;
+    std::string getText() const;
 
     nlohmann::ordered_json toJson() const;
 };

@@ -26,8 +26,4 @@ WriteAlignment::WriteAlignment(Writes const& first, Writes const& second) {
     settle();
 }
 
-std::vector<WriteAlignment::Lone> const& WriteAlignment::getLone() const {
-    return _lone;
-}
-
 } // namespace switchctl::plan

@@ -21,7 +21,7 @@ public:
     WriteAlignment(Writes const& first, Writes const& second);
 
     /// In order; where both have some, those of the first come first.
-    std::vector<Lone> const& getLone() const;
+    std::vector<Lone> const& getLone() const { return _lone; }
 
 private:
     std::vector<Lone> _lone;

@@ -15,7 +15,7 @@ public:
     /// \param name what the text is called in messages.
     explicit DumpReader(std::string name);
 
-    /// Throws CommandError (badDocument).
+    /// Throws ToolError (badDocument).
     RegisterDump read(std::string const& text);
 
 private:

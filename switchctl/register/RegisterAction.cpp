@@ -14,10 +14,6 @@ std::vector<Command::StatusLine> RegisterAction::statuses() {
             {ExitStatus::notConfirmed, "nothing was written, as --yes was missing"}};
 }
 
-std::vector<Command::StatusLine> RegisterAction::getStatuses() const {
-    return statuses();
-}
-
 std::vector<chips::RegisterLocation> RegisterAction::find(chips::ChipCatalogue const& catalogue,
                                                           std::vector<std::string> const& texts,
                                                           bool physOnly) {

@@ -21,7 +21,7 @@ public:
     static std::vector<StatusLine> statuses();
 
 protected:
-    std::vector<StatusLine> getStatuses() const override;
+    std::vector<StatusLine> getStatuses() const override { return statuses(); }
 
     static std::vector<chips::RegisterLocation> find(chips::ChipCatalogue const& catalogue,
                                                      std::vector<std::string> const& texts, bool physOnly);

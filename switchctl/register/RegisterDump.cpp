@@ -22,14 +22,12 @@ void RegisterDump::print(std::ostream& out, std::string const& transport) const 
     }
 }
 
-void RegisterDump::printJson(std::ostream& out, std::string const& transport) const {
+nlohmann::ordered_json RegisterDump::toJson(std::string const& transport) const {
     nlohmann::ordered_json registers = nlohmann::ordered_json::array();
     for (RegisterReading const& reading : readings) {
         registers.push_back(reading.toJson());
     }
-    nlohmann::ordered_json const dump = {
-        {"chip", catalogue->getModel()}, {"over", transport}, {"registers", registers}};
-    out << dump.dump(2) << '\n';
+    return {{"chip", catalogue->getModel()}, {"over", transport}, {"registers", registers}};
 }
 
 RegisterDump RegisterDump::fromFile(std::string const& path) {

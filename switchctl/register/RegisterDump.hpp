@@ -18,9 +18,9 @@ struct RegisterDump {
     /// A line with the chip, then each unit in one line, and under it each register.
     /// \param transport how the chip was reached.
     void print(std::ostream& out, std::string const& transport) const;
-    void printJson(std::ostream& out, std::string const& transport) const;
+    nlohmann::ordered_json toJson(std::string const& transport) const;
 
-    /// Reads what print() or printJson() has written. Throws CommandError (badDocument), with file and
+    /// Reads what print() or printJson() has written. Throws ToolError (badDocument), with file and
     /// line.
     static RegisterDump fromFile(std::string const& path);
 };

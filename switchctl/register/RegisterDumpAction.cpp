@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "chips/ToolError.hpp"
-#include "switchctl/register/DumpSelection.hpp"
 #include "switchctl/register/RegisterSession.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
@@ -18,7 +17,13 @@ void RegisterDumpAction::declare(Arguments& arguments) {
 }
 
 std::string RegisterDumpAction::getHelp() const {
-    return DumpSelection::explain() +
+    return "A dump only has registers that can be read without changing the chip. Left out are:\n"
+           "  tables (VLANs, MAC addresses) and captured statistics, which take a command to read\n"
+           "  88E6096: GlobalStatus, which forgets finished commands when it is read\n"
+           "  VSC7390: captured frames, which are gone when they are read; the data and status of\n"
+           "  fetched reads, which each read changes\n"
+           "  PHYs, which take a command to read; \"dump phy\" has them, without the registers that\n"
+           "  latch or count until they are read, and without those that only their makers know\n"
            "\n"
            "Examples:\n"
            "  switchctl register dump smi --switch 0 --simulate > fresh.txt\n"
@@ -36,7 +41,7 @@ ExitStatus RegisterDumpAction::perform(std::ostream& out, std::ostream& errors) 
         isComplete = readAll(session.getTransport(), dump, errors);
     }
     if (isJson()) {
-        dump.printJson(out, _transport.getText());
+        Command::print(out, dump.toJson(_transport.getText()));
     } else {
         dump.print(out, _transport.getText());
     }
@@ -51,14 +56,17 @@ bool RegisterDumpAction::readAll(chips::RegisterTransport& transport, RegisterDu
     std::size_t done = 0;
     for (chips::RegisterLocation const& location : all) {
         progress.update(done++, all.size());
-        if (!DumpSelection::contains(location, _transport.isPhysOnly()) || location.unit == failedUnit) {
+        // To read a PHY is a command to the chip.
+        bool const isPhy = location.address.space == chips::RegisterAddress::Space::phy;
+        if (isPhy != _transport.isPhysOnly() || location.description->isChangedByRead() ||
+            location.unit == failedUnit) {
             continue;
         }
         try {
             dump.readings.push_back({location, transport.read(location)});
         } catch (ToolError const& error) {
             // A PHY may be missing; a chip that does not answer will not do so for the next register.
-            if (location.address.space != chips::RegisterAddress::Space::phy) {
+            if (!isPhy) {
                 throw;
             }
             errors << "switchctl: " << error.what() << '\n';

@@ -1,6 +1,6 @@
 #include "switchctl/register/RegisterReading.hpp"
 
-#include <iomanip>
+#include <fmt/ostream.h>
 
 #include "chips/NumberText.hpp"
 
@@ -10,17 +10,9 @@ using simulation::Register;
 
 namespace {
 
-constexpr int widthOfAddress = 11;
-constexpr int widthOfName = 22;
-constexpr int widthOfBits = 5;
-
 std::string bitsText(Register::Field const& field) {
-    return field.high == field.low ? std::to_string(field.high)
-                                   : std::to_string(field.high) + ":" + std::to_string(field.low);
-}
-
-std::string fieldText(std::uint32_t value, Register::Field const& field) {
-    return chips::NumberText::hexadecimal(field.get(value), 1);
+    return field.high == field.low ? fmt::format("{}", field.high)
+                                   : fmt::format("{}:{}", field.high, field.low);
 }
 
 } // namespace
@@ -30,22 +22,20 @@ std::string RegisterReading::getValueText() const {
 }
 
 void RegisterReading::print(std::ostream& out) const {
-    out << location.getText() << " (" << location.address.getText() << ") = " << getValueText() << '\n';
+    fmt::print(out, "{} ({}) = {}\n", location.getText(), location.address.getText(), getValueText());
     if (location.description == nullptr) {
         return;
     }
     for (Register::Field const& field : location.description->getFields()) {
-        out << "    " << std::left << std::setw(widthOfName) << field.name << ' ' << std::right
-            << std::setw(widthOfBits) << bitsText(field) << "  " << fieldText(value, field) << '\n';
+        fmt::print(out, "    {:22} {:>5}  0x{:x}\n", field.name, bitsText(field), field.get(value));
     }
 }
 
 void RegisterReading::printShort(std::ostream& out) const {
-    out << "  " << std::left << std::setw(widthOfName) << location.name << ' ' << std::setw(widthOfAddress)
-        << location.address.getText() << ' ' << getValueText() << std::right;
+    fmt::print(out, "  {:22} {:11} {}", location.name, location.address.getText(), getValueText());
     if (location.description != nullptr) {
         for (Register::Field const& field : location.description->getFields()) {
-            out << "  " << field.name << '=' << fieldText(value, field);
+            fmt::print(out, "  {}=0x{:x}", field.name, field.get(value));
         }
     }
     out << '\n';

@@ -3,13 +3,10 @@
 #include <stdexcept>
 
 #include "board/SimulatedMemory.hpp"
-#include "chips/88e6096/SmiTransport.hpp"
+#include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
-#include "chips/vsc7390/VitesseTransport.hpp"
 #include "reference_host/DeviceMemory.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "vitesse/VitesseParallelCommunication.hpp"
-#include "vitesse/VitesseSerialCommunications.hpp"
 
 namespace switchctl::registers {
 
@@ -57,10 +54,6 @@ RegisterSession::~RegisterSession() {
     }
 }
 
-chips::RegisterTransport& RegisterSession::getTransport() {
-    return *_transport;
-}
-
 void RegisterSession::simulate() {
     if (_options.getDocumentPath().empty()) {
         _document = XmlDocument::fromText(documentOf(_options), "board");
@@ -74,7 +67,7 @@ void RegisterSession::simulate() {
     if (_options.getWay() != Way::serial) {
         return;
     }
-    _realTime = std::make_unique<board::RealTime>();
+    _realTime = std::make_unique<board::ClockAdoption>(nullptr);
     try {
         _controller = std::make_unique<SerialController>(*_board);
     } catch (std::out_of_range const& error) {
@@ -84,11 +77,7 @@ void RegisterSession::simulate() {
 }
 
 void RegisterSession::bringUp() {
-    try {
-        _document = XmlDocument::fromFile(_options.getDocumentPath());
-    } catch (reference_host::XmlError const& error) {
-        throw chips::ToolError(chips::ExitStatus::badDocument, error.what());
-    }
+    _document = XmlDocument::fromFile(_options.getDocumentPath());
     board::BoardSession::Options options;
     options.simulate = true;
     _session = std::make_unique<board::BoardSession>(*_document, options);
@@ -110,7 +99,10 @@ void RegisterSession::requireHardware() const {
 
 void RegisterSession::connect() {
     _application = std::make_unique<HostApplication>(_accessErrors, *_memory);
-    _transport = makeTransport();
+    _transport =
+        chips::ChipKinds::reachedOver(_options.getWay())
+            .connect(_options.getWay(), {*_application, _accessErrors, _options.getSwitchId(),
+                                         _controller ? _controller->getDevicePath() : _options.getDevice()});
     std::string const reason = _accessErrors.take();
     if (!reason.empty()) {
         std::string const where =
@@ -122,22 +114,6 @@ void RegisterSession::connect() {
                                                         _options.getSwitchId(), _options.getWay());
         _trace->attach(*_transport);
     }
-}
-
-std::unique_ptr<chips::RegisterTransport> RegisterSession::makeTransport() {
-    switch (_options.getWay()) {
-    case Way::smi:
-        return std::make_unique<chips::SmiTransport>(*_application, _accessErrors, _options.getSwitchId());
-    case Way::serial:
-        return std::make_unique<chips::VitesseTransport>(
-            _accessErrors,
-            std::make_unique<VitesseSerialCommunications>(
-                *_application, false, _controller ? _controller->getDevicePath() : _options.getDevice()));
-    case Way::parallel:
-        break;
-    }
-    return std::make_unique<chips::VitesseTransport>(
-        _accessErrors, std::make_unique<VitesseParallelCommunication>(*_application, false));
 }
 
 void RegisterSession::showTraffic() const {

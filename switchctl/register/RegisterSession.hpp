@@ -6,7 +6,6 @@
 
 #include "board/BoardSession.hpp"
 #include "board/ClockAdoption.hpp"
-#include "board/RealTime.hpp"
 #include "board/trace/RegisterTrace.hpp"
 #include "chips/AccessErrors.hpp"
 #include "chips/RegisterTransport.hpp"
@@ -25,7 +24,7 @@ namespace switchctl::registers {
 /// While it exists, what the library prints goes to `errors`. Belongs to the thread that constructs it.
 class RegisterSession {
 public:
-    /// Throws CommandError when the chip is out of reach.
+    /// Throws ToolError when the chip is out of reach.
     /// \param options and `errors` must outlive the session.
     /// \param memoryDevice where hardware is reached when it is real.
     RegisterSession(TransportOptions const& options, std::string const& memoryDevice, std::ostream& errors);
@@ -35,14 +34,13 @@ public:
     RegisterSession(RegisterSession const&) = delete;
     RegisterSession& operator=(RegisterSession const&) = delete;
 
-    chips::RegisterTransport& getTransport();
+    chips::RegisterTransport& getTransport() { return *_transport; }
 
 private:
     void simulate();
     void bringUp();
     void requireHardware() const;
     void connect();
-    std::unique_ptr<chips::RegisterTransport> makeTransport();
     void showTraffic() const;
 
     TransportOptions const& _options;
@@ -56,7 +54,7 @@ private:
     std::unique_ptr<simulation::SimulatedBoard> _ownBoard;
     simulation::SimulatedBoard* _board = nullptr;
     std::unique_ptr<board::ClockAdoption> _clock;
-    std::unique_ptr<board::RealTime> _realTime;
+    std::unique_ptr<board::ClockAdoption> _realTime;
     std::unique_ptr<simulation::SerialController> _controller;
     std::unique_ptr<reference_host::PhysicalMemory> _memory;
     chips::AccessErrors _accessErrors;

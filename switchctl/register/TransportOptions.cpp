@@ -1,5 +1,7 @@
 #include "switchctl/register/TransportOptions.hpp"
 
+#include "chips/ChipKinds.hpp"
+
 namespace switchctl::registers {
 
 namespace {
@@ -66,7 +68,7 @@ bool TransportOptions::isPhysOnly() const {
 }
 
 std::string TransportOptions::getModel() const {
-    return getWay() == Way::smi ? "88e6096" : "vsc7390";
+    return chips::ChipKinds::reachedOver(getWay()).getFacts().model;
 }
 
 std::string TransportOptions::getText() const {
@@ -82,28 +84,12 @@ std::string TransportOptions::getText() const {
     return prefix + "parallel";
 }
 
-unsigned TransportOptions::getSwitchId() const {
-    return _switchId;
-}
-
-std::string const& TransportOptions::getDevice() const {
-    return _device;
-}
-
 bool TransportOptions::isSimulated() const {
     return _simulation.isChosen();
 }
 
 std::string TransportOptions::getDocumentPath() const {
     return _simulation.getPath("");
-}
-
-std::string const& TransportOptions::getTracePath() const {
-    return _trace;
-}
-
-bool TransportOptions::showsTraffic() const {
-    return _traffic;
 }
 
 } // namespace switchctl::registers

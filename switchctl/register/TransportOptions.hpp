@@ -28,17 +28,17 @@ public:
     /// Whether the transport is the one that only reaches PHYs.
     bool isPhysOnly() const;
 
-    /// "88e6096" or "vsc7390".
+    /// Of the chip, as in configuration documents.
     std::string getModel() const;
 
     /// The transport as a command line names it, for example "smi --switch 0".
     std::string getText() const;
 
     /// Of Way::smi the switch's id, its address on the MDIO bus; otherwise 0.
-    unsigned getSwitchId() const;
+    unsigned getSwitchId() const { return _switchId; }
 
     /// Of Way::serial, on silicon.
-    std::string const& getDevice() const;
+    std::string const& getDevice() const { return _device; }
 
     bool isSimulated() const;
 
@@ -46,10 +46,10 @@ public:
     std::string getDocumentPath() const;
 
     /// Where all accesses are to be written; empty when nowhere.
-    std::string const& getTracePath() const;
+    std::string const& getTracePath() const { return _trace; }
 
     /// Whether to show what goes over the simulated serial line.
-    bool showsTraffic() const;
+    bool showsTraffic() const { return _traffic; }
 
 private:
     Arguments addTransport(Arguments& action, char const* name, char const* text);

@@ -29,8 +29,7 @@ bool Replay::isSame(chips::TraceAccess const& expected, chips::TraceAccess const
 
 /// Of an access to a chip that has nothing else to do.
 std::uint64_t Replay::durationOf(chips::TraceAccess const& access) {
-    std::string const number = access.address ? access.address->getText() : "";
-    Kind const kind(access.switchId, access.isWrite, number.substr(0, number.find('/')));
+    Kind const kind(access.switchId, access.isWrite, access.address);
     auto const known = _durations.find(kind);
     if (known != _durations.end()) {
         return known->second;

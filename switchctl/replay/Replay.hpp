@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <string>
 #include <tuple>
 
 #include "board/trace/TraceReader.hpp"
@@ -28,7 +27,7 @@ public:
 
 private:
     /// Chip, kind of access and unit, on which the time that an access takes depends.
-    using Kind = std::tuple<unsigned, bool, std::string>;
+    using Kind = std::tuple<unsigned, bool, std::optional<simulation::UnitPlace>>;
 
     static bool isSame(chips::TraceAccess const& expected, chips::TraceAccess const& found);
     std::uint64_t durationOf(chips::TraceAccess const& access);

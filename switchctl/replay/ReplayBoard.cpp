@@ -1,15 +1,11 @@
 #include "switchctl/replay/ReplayBoard.hpp"
 
-#include "board/trace/TraceFormat.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
 
 namespace switchctl::replay {
 
 namespace {
-
-/// What any chip has; read when only the failure counts.
-constexpr char const* anyRegister = "port 0/0";
 
 std::unique_ptr<Xml> documentOf(board::TraceChips const& chips) {
     std::string text = "<switches>";
@@ -30,8 +26,9 @@ ReplayBoard::ReplayBoard(board::TraceChips const& chips)
 
 chips::TraceAccess ReplayBoard::perform(chips::TraceAccess const& access) {
     chips::ChipCatalogue const& chip = *_chips.find(access.switchId);
+    // Where only the failure counts, any register that all chips have.
     chips::RegisterLocation const location =
-        access.address ? board::TraceFormat::locate(chip, *access.address) : chip.find(anyRegister);
+        access.address ? chip.locate(*access.address) : chip.at(simulation::UnitKind::port, 0, 0);
     chips::TraceAccess result = access;
     result.succeeded = true;
     try {

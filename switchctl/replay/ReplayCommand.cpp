@@ -82,7 +82,7 @@ void ReplayCommand::print(std::ostream& out, board::TraceReader const& trace,
     unsigned digits = digitsOfSmiWord;
     chips::RegisterLocation location;
     if (expected.address) {
-        location = board::TraceFormat::locate(*trace.getChips().find(expected.switchId), *expected.address);
+        location = trace.getChips().find(expected.switchId)->locate(*expected.address);
         name = location.getText() + " (" + location.address.getText() + ")";
         digits = location.getDigits();
     }

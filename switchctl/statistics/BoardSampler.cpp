@@ -1,6 +1,6 @@
 #include "switchctl/statistics/BoardSampler.hpp"
 
-#include "chips/CounterReader.hpp"
+#include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
@@ -21,9 +21,7 @@ chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
             known = there.emplace(id, isThere(port, result.unread)).first;
         }
         if (known->second) {
-            Chip& chip = connect(port);
-            result.ports.push_back(
-                chips::CounterReader(chip.catalogue, *chip.transport).read(port.address, result.unread));
+            result.ports.push_back(connect(port).read(port.address, result.unread));
         } else {
             chips::PortCounters nothing{port.address, port.model, {}};
             nothing.values.resize(nothing.getCounters().size());
@@ -38,8 +36,7 @@ void BoardSampler::requireChip(PortSelection::Port const& port) {
         "switch " + std::to_string(port.address.switchId) + ": no " + port.model + " answers";
     bool isThere = false;
     try {
-        Chip& chip = connect(port);
-        isThere = chips::CounterReader(chip.catalogue, *chip.transport).isChipThere();
+        isThere = connect(port).isChipThere();
     } catch (chips::ToolError const& error) {
         throw chips::ToolError(chips::ExitStatus::noStatistics, silence + " (" + error.what() + ")");
     }
@@ -58,13 +55,15 @@ bool BoardSampler::isThere(PortSelection::Port const& port, std::vector<std::str
     }
 }
 
-BoardSampler::Chip& BoardSampler::connect(PortSelection::Port const& port) {
+chips::CounterReader& BoardSampler::connect(PortSelection::Port const& port) {
     unsigned const id = port.address.switchId;
     Chip& chip = _chips.try_emplace(id, port.model).first->second;
     if (!chip.transport) {
         chip.transport = _board.connect(id, port.model);
+        chip.reader = chips::ChipKinds::get(port.model, "statistics")
+                          .makeCounterReader(chip.catalogue, *chip.transport);
     }
-    return chip;
+    return *chip.reader;
 }
 
 } // namespace switchctl::statistics

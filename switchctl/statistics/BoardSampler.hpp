@@ -7,9 +7,7 @@
 #include <vector>
 
 #include "board/BoardAccess.hpp"
-#include "chips/ChipCatalogue.hpp"
-#include "chips/PortCounters.hpp"
-#include "chips/RegisterTransport.hpp"
+#include "chips/CounterReader.hpp"
 #include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
@@ -29,7 +27,7 @@ public:
     /// be read, and its ports are without values.
     chips::CounterSample sample(Watcher const& watcher = {});
 
-    /// Throws CommandError (noStatistics) when the switch's chip does not answer.
+    /// Throws ToolError (noStatistics) when the switch's chip does not answer.
     void requireChip(PortSelection::Port const& port);
 
 private:
@@ -37,9 +35,10 @@ private:
         explicit Chip(std::string const& model) : catalogue(model) {}
         chips::ChipCatalogue catalogue;
         std::unique_ptr<chips::RegisterTransport> transport;
+        std::unique_ptr<chips::CounterReader> reader;
     };
 
-    Chip& connect(PortSelection::Port const& port);
+    chips::CounterReader& connect(PortSelection::Port const& port);
     bool isThere(PortSelection::Port const& port, std::vector<std::string>& unread);
 
     board::BoardAccess& _board;

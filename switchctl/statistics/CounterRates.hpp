@@ -17,7 +17,7 @@ struct CounterRates {
         bool isCleared = false;
     };
 
-    /// In the order of Counter::ofChip(). Both are of the same port.
+    /// In the order of PortCounters::getCounters(). Both are of the same port.
     /// \param seconds between the two, more than 0.
     static std::vector<Rate> between(chips::PortCounters const& before, chips::PortCounters const& after,
                                      double seconds);

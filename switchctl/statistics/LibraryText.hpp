@@ -13,16 +13,13 @@ namespace switchctl::statistics {
 class LibraryText {
 public:
     /// `board` must outlive the object.
-    explicit LibraryText(board::BoardAccess& board);
+    explicit LibraryText(board::BoardAccess& board) : _board(board) {}
 
-    /// Writes the text. Throws CommandError (noStatistics), with nothing written, when a counter could not
+    /// Writes the text. Throws ToolError (noStatistics), with nothing written, when a counter could not
     /// be read.
     void write(PortSelection::Port const& port, std::ostream& out);
 
 private:
-    bool dumpMarvell(chips::PortAddress const& port, std::ostream& out);
-    bool dumpVitesse(chips::PortAddress const& port, std::ostream& out);
-
     board::BoardAccess& _board;
 };
 

@@ -1,34 +1,32 @@
 #include "switchctl/statistics/OpenMetrics.hpp"
 
+#include <fmt/ostream.h>
+
 #include <set>
 #include <string>
+#include <utility>
+
+#include "chips/ChipKinds.hpp"
 
 namespace switchctl::statistics {
 
 namespace {
 
-void printValue(std::ostream& out, chips::Counter const& counter, chips::PortCounters const& port,
-                std::uint64_t value) {
-    out << counter.getFamily() << "_total{switch=\"" << port.port.switchId << "\",port=\"" << port.port.portId
-        << "\",chip=\"" << port.model << "\"} " << value << '\n';
-}
-
-void printFamily(std::ostream& out, std::string const& model, std::size_t index,
+void printFamily(std::ostream& out, chips::ChipKind::Facts const& chip, std::size_t index,
                  chips::CounterSample const& sample) {
-    chips::Counter const& counter = chips::Counter::ofChip(model)[index];
+    chips::Counter const& counter = chip.counters[index];
+    std::string const family = counter.getFamily();
     bool hasHead = false;
     for (chips::PortCounters const& port : sample.ports) {
-        if (port.model != model || !port.values[index]) {
+        if (port.model != chip.model || !port.values[index]) {
             continue;
         }
-        if (!hasHead) {
-            hasHead = true;
-            std::string const family = counter.getFamily();
-            out << "# TYPE " << family << " counter\n"
-                << "# UNIT " << family << ' ' << counter.getUnitName() << '\n'
-                << "# HELP " << family << ' ' << counter.help << '\n';
+        if (!std::exchange(hasHead, true)) {
+            fmt::print(out, "# TYPE {0} counter\n# UNIT {0} {1}\n# HELP {0} {2}\n", family,
+                       counter.getUnitName(), counter.help);
         }
-        printValue(out, counter, port, *port.values[index]);
+        fmt::print(out, "{}_total{{switch=\"{}\",port=\"{}\",chip=\"{}\"}} {}\n", family, port.port.switchId,
+                   port.port.portId, port.model, *port.values[index]);
     }
 }
 
@@ -40,8 +38,9 @@ void OpenMetrics::print(chips::CounterSample const& sample, std::ostream& out) {
         models.insert(port.model);
     }
     for (std::string const& model : models) {
-        for (std::size_t index = 0; index < chips::Counter::ofChip(model).size(); ++index) {
-            printFamily(out, model, index, sample);
+        chips::ChipKind::Facts const& chip = chips::ChipKinds::get(model, "statistics").getFacts();
+        for (std::size_t index = 0; index < chip.counters.size(); ++index) {
+            printFamily(out, chip, index, sample);
         }
     }
     out << "# EOF\n";

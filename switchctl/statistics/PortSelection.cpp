@@ -1,7 +1,11 @@
 #include "switchctl/statistics/PortSelection.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
+#include "board/Element.hpp"
+#include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
@@ -16,8 +20,8 @@ std::string idsOf(board::BoardReading const& document) {
     return text.empty() ? "none" : text;
 }
 
-char const* modelOf(board::BoardReading::Switch const& entry) {
-    return entry.isVitesse() ? "vsc7390" : "88e6096";
+chips::ChipKind::Facts const& chipOf(board::BoardReading::Switch const& entry) {
+    return chips::ChipKinds::get(*board::attribute(entry.element, "switchModel"), "statistics").getFacts();
 }
 
 } // namespace
@@ -39,8 +43,8 @@ PortSelection::PortSelection(board::BoardReading const& document, std::string co
 void PortSelection::addAll(board::BoardReading const& document) {
     for (auto const& [id, entry] : document.getSwitches()) {
         for (auto const& [portId, port] : entry.ports) {
-            if (portId < entry.portsOfChip()) {
-                _ports.push_back({{id, portId}, modelOf(entry)});
+            if (portId < chipOf(entry).ports) {
+                _ports.push_back({{id, portId}, chipOf(entry).model});
             }
         }
     }
@@ -60,21 +64,17 @@ void PortSelection::add(board::BoardReading const& document, std::string const& 
         throw refuse(path + " has no switch " + std::to_string(address->switchId) + " (it has " +
                      idsOf(document) + ")");
     }
-    std::string const chip =
-        "switch " + std::to_string(address->switchId) + " (" + modelOf(entry->second) + ") ";
-    if (address->portId >= entry->second.portsOfChip()) {
-        throw refuse(chip + "has the ports 0 to " + std::to_string(entry->second.portsOfChip() - 1));
+    chips::ChipKind::Facts const& facts = chipOf(entry->second);
+    std::string const chip = fmt::format("switch {} ({}) ", address->switchId, facts.model);
+    if (address->portId >= facts.ports) {
+        throw refuse(fmt::format("{}has the ports 0 to {}", chip, facts.ports - 1));
     }
     if (entry->second.ports.count(address->portId) == 0) {
         throw refuse(chip + "has no port " + std::to_string(address->portId) + " in " + path);
     }
     if (find(*address) == nullptr) {
-        _ports.push_back({*address, modelOf(entry->second)});
+        _ports.push_back({*address, facts.model});
     }
-}
-
-std::vector<PortSelection::Port> const& PortSelection::getPorts() const {
-    return _ports;
 }
 
 PortSelection::Port const* PortSelection::find(chips::PortAddress const& address) const {

@@ -17,7 +17,7 @@ public:
         std::string model;
     };
 
-    /// Throws CommandError: usage when the document has no such switch or port or the chip has not,
+    /// Throws ToolError: usage when the document has no such switch or port or the chip has not,
     /// badDocument when the document has no port at all.
     /// \param path of the document, for messages.
     /// \param texts each SWITCH.PORT; none for all ports.
@@ -25,7 +25,7 @@ public:
                   std::vector<std::string> const& texts);
 
     /// In the order of the texts, each once; or by switch and port.
-    std::vector<Port> const& getPorts() const;
+    std::vector<Port> const& getPorts() const { return _ports; }
 
     /// Null when it is not among them.
     Port const* find(chips::PortAddress const& address) const;

@@ -1,7 +1,8 @@
 #include "switchctl/statistics/RateDisplay.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cstdio>
 
 #include "switchctl/statistics/CounterRates.hpp"
 
@@ -16,25 +17,14 @@ constexpr char const* topLeft = "\033[H";
 constexpr char const* eraseRestOfLine = "\033[K";
 constexpr char const* eraseRestOfTerminal = "\033[J";
 
-template <typename... Values> std::string formatted(char const* format, Values... values) {
-    char text[128];
-    std::snprintf(text, sizeof text, format, values...);
-    return text;
-}
-
-std::string nameOf(chips::PortCounters const& port) {
-    return std::to_string(port.port.switchId) + "." + std::to_string(port.port.portId);
-}
-
 std::string lineOf(chips::Counter const& counter, CounterRates::Rate const& rate, std::uint64_t value,
                    double seconds) {
-    std::string const count = std::to_string(value);
     if (rate.isCleared) {
-        return formatted("  %-22s %14s %-8s  %s", counter.name, "cleared", "", count.c_str());
+        return fmt::format("  {:22} {:>14} {:8}  {}", counter.name, "cleared", "", value);
     }
     double const perSecond = static_cast<double>(rate.counted.value_or(0)) / seconds;
-    return formatted("  %-22s %14.1f %s/s%*s  %s", counter.name, perSecond, counter.getUnitName(),
-                     static_cast<int>(6 - std::string(counter.getUnitName()).size()), "", count.c_str());
+    return fmt::format("  {:22} {:14.1f} {:8}  {}", counter.name, perSecond,
+                       std::string(counter.getUnitName()) + "/s", value);
 }
 
 void append(std::string& list, std::string const& text) {
@@ -50,7 +40,7 @@ RateDisplay::RateDisplay(std::ostream& out, int descriptor)
 
 void RateDisplay::begin(double seconds) {
     if (_descriptor >= 0) {
-        redraw({formatted("the first rates take %.1f s", seconds)}, Terminal::getSize(_descriptor));
+        redraw({fmt::format("the first rates take {:.1f} s", seconds)}, Terminal::getSize(_descriptor));
     }
 }
 
@@ -73,12 +63,12 @@ void RateDisplay::show(chips::CounterSample const& before, chips::CounterSample 
 
 std::vector<std::string> RateDisplay::getLines(chips::CounterSample const& before,
                                                chips::CounterSample const& after, double seconds) const {
-    std::vector<std::string> lines = {formatted("round %u, rates over %.1f s", _rounds, seconds)};
+    std::vector<std::string> lines = {fmt::format("round {}, rates over {:.1f} s", _rounds, seconds)};
     std::string idle;
     for (std::size_t index = 0; index < after.ports.size(); ++index) {
         chips::PortCounters const& port = after.ports[index];
         if (!addPort(before.ports[index], port, seconds, lines)) {
-            append(idle, nameOf(port));
+            append(idle, port.port.getText());
         }
     }
     if (!idle.empty()) {
@@ -106,7 +96,7 @@ bool RateDisplay::addPort(chips::PortCounters const& before, chips::PortCounters
     if (counters.empty() && unread.empty()) {
         return false;
     }
-    lines.push_back("port " + nameOf(after) + " (" + after.model + ")");
+    lines.push_back("port " + after.port.getText() + " (" + after.model + ")");
     lines.insert(lines.end(), counters.begin(), counters.end());
     if (!unread.empty()) {
         lines.push_back("  without a value: " + (after.isRead() ? unread : "all counters"));

@@ -2,12 +2,12 @@
 
 #include <chrono>
 
-#include "board/RealTime.hpp"
+#include "board/ClockAdoption.hpp"
 
 namespace switchctl::statistics {
 
 double RealPace::getSeconds() {
-    board::RealTime const realTime;
+    board::ClockAdoption const realTime(nullptr);
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
@@ -26,7 +27,7 @@ std::optional<std::uint64_t> numberIn(std::string const& text) {
 }
 
 chips::Counter const* counterOf(std::string const& model, std::string const& name) {
-    for (chips::Counter const& counter : chips::Counter::ofChip(model)) {
+    for (chips::Counter const& counter : chips::ChipKinds::get(model, "statistics").getFacts().counters) {
         if (name == counter.name) {
             return &counter;
         }
@@ -68,32 +69,9 @@ SeededCounter::SeededCounter(std::string const& text, PortSelection const& selec
 
 void SeededCounter::set(simulation::SimulatedBoard& board) const {
     try {
-        _port.model == "vsc7390" ? setVitesse(board) : setMarvell(board);
+        chips::ChipKinds::get(_port.model, "statistics").seed(board, _port.address, *_counter, _value);
     } catch (std::out_of_range const&) {
         throw refusal(_text, "the simulated board has no such port");
-    }
-}
-
-void SeededCounter::setVitesse(simulation::SimulatedBoard& board) const {
-    board.getVitesse(_port.address.switchId)
-        .setCounter(_port.address.portId, _counter->low, static_cast<std::uint32_t>(_value));
-}
-
-void SeededCounter::setMarvell(simulation::SimulatedBoard& board) const {
-    simulation::Marvell88E6096TestSide& chip = board.getMarvell(_port.address.switchId);
-    unsigned const port = _port.address.portId;
-    if (_counter->place == chips::Counter::Place::statisticsUnit) {
-        chip.setCounter(port, _counter->low, static_cast<std::uint32_t>(_value));
-        if (_counter->high) {
-            chip.setCounter(port, *_counter->high,
-                            static_cast<std::uint32_t>(_value >> _counter->bitsOfRegister));
-        }
-        return;
-    }
-    simulation::RegisterFile& registers = chip.getUnit(simulation::UnitKind::port, port);
-    registers.poke(_counter->low, static_cast<std::uint16_t>(_value));
-    if (_counter->high) {
-        registers.poke(*_counter->high, static_cast<std::uint32_t>(_value >> _counter->bitsOfRegister));
     }
 }
 

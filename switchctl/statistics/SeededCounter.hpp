@@ -13,11 +13,11 @@ namespace switchctl::statistics {
 /// SWITCH.PORT/COUNTER=VALUE or SWITCH.PORT/COUNTER=VALUE+STEP, by the counter's name.
 class SeededCounter {
 public:
-    /// Throws CommandError (usage) when the text is wrong, the port is not of the selection or its chip
+    /// Throws ToolError (usage) when the text is wrong, the port is not of the selection or its chip
     /// has no such counter.
     SeededCounter(std::string const& text, PortSelection const& selection);
 
-    /// Sets the model's counter; throws CommandError (usage) when the board has no such chip.
+    /// Sets the model's counter; throws ToolError (usage) when the board has no such chip.
     void set(simulation::SimulatedBoard& board) const;
 
     /// As if STEP more had been counted: the value goes on by it, and begins at 0 again after the
@@ -25,9 +25,6 @@ public:
     void step();
 
 private:
-    void setVitesse(simulation::SimulatedBoard& board) const;
-    void setMarvell(simulation::SimulatedBoard& board) const;
-
     std::string _text;
     PortSelection::Port _port;
     chips::Counter const* _counter = nullptr;

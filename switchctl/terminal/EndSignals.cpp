@@ -5,7 +5,7 @@
 #include <chrono>
 #include <ctime>
 
-#include "board/RealTime.hpp"
+#include "board/ClockAdoption.hpp"
 
 namespace switchctl {
 
@@ -16,7 +16,7 @@ using Nanoseconds = std::chrono::nanoseconds;
 constexpr long long nanosecondsPerSecond = 1000000000;
 
 Nanoseconds now() {
-    board::RealTime const realTime;
+    board::ClockAdoption const realTime(nullptr);
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 

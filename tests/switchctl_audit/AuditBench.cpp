@@ -27,10 +27,7 @@ std::vector<std::string> AuditBench::audit() {
     _unread = run->getUnread();
     std::vector<std::string> lines;
     for (Deviation const& deviation : run->getDeviations()) {
-        std::ostringstream line;
-        deviation.print(line);
-        std::string const text = line.str();
-        lines.push_back(text.substr(0, text.find('\n')));
+        lines.push_back(deviation.getText());
     }
     return lines;
 }

@@ -6,12 +6,10 @@
 #include <algorithm>
 
 #include "AuditBench.hpp"
-#include "switchctl/audit/AuditSelection.hpp"
 #include "switchctl/audit/ChipScope.hpp"
 
 using chips::RegisterLocation;
 using simulation::ChipTestSide;
-using switchctl::audit::AuditSelection;
 using switchctl::audit::ChipScope;
 
 namespace {
@@ -20,7 +18,7 @@ namespace {
 std::string disturb(ChipTestSide& chip, std::string const& name, chips::RegisterLocation const& location) {
     auto const& fields = location.description->getFields();
     auto const field = std::find_if(fields.begin(), fields.end(), [&](auto const& candidate) {
-        return AuditSelection::contains(location, candidate);
+        return location.description->keeps(candidate);
     });
     if (field == fields.end()) {
         return "";

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "chips/ChipKinds.hpp"
+
 using chips::Counter;
 using chips::PortCounters;
 using switchctl::statistics::CounterRates;
@@ -13,7 +15,7 @@ namespace {
 
 chips::Counter const& counterNamed(std::string const& name) {
     for (char const* const model : {"88e6096", "vsc7390"}) {
-        for (chips::Counter const& counter : chips::Counter::ofChip(model)) {
+        for (chips::Counter const& counter : chips::ChipKinds::get(model, "a test").getFacts().counters) {
             if (name == counter.name) {
                 return counter;
             }

@@ -1,0 +1,154 @@
+#include "chips/88e6096/Marvell88E6096Kind.hpp"
+
+#include "chips/88e6096/MarvellCounterReader.hpp"
+#include "chips/88e6096/MarvellTables.hpp"
+#include "chips/88e6096/MdioDecoder.hpp"
+#include "chips/88e6096/SmiTransport.hpp"
+#include "marvell/MarvellMultiMdioManagementCommunications.hpp"
+#include "marvell/MarvellPort.hpp"
+#include "marvell/MarvellSwitch.hpp"
+#include "simulation/88e6096/Registers.hpp"
+#include "simulation/Arm920tMac.hpp"
+
+namespace chips {
+
+using simulation::Arm920tMac;
+using simulation::Marvell88E6096TestSide;
+using simulation::UnitKind;
+
+namespace {
+
+using Unit = Counter::Unit;
+
+namespace marvell = simulation::marvell;
+namespace port = simulation::marvell::port;
+
+constexpr unsigned bitsOfCaptured = 32;
+
+/// The switch that a port needs to belong to has no ports and accesses no chip. Counters depend neither on
+/// the port's type nor on its state.
+constexpr unsigned short noPorts = 0;
+constexpr bool noHardwareAccess = true;
+
+Counter inUnit(char const* name, char const* metric, Unit unit, unsigned low, char const* help,
+               std::optional<unsigned> high = std::nullopt) {
+    return {name, metric, help, unit, Counter::Place::statisticsUnit, low, high, bitsOfCaptured};
+}
+
+Counter inPort(char const* name, char const* metric, Unit unit, unsigned low, char const* help,
+               std::optional<unsigned> high = std::nullopt) {
+    return {name, metric, help, unit, Counter::Place::portRegister, low, high, marvell::bitsPerRegister};
+}
+
+std::vector<Counter> counters() {
+    return {
+        inUnit("inGoodOctets", "in_good", Unit::bytes, 0x00, "Bytes of good frames received.", 0x01),
+        inUnit("inBadOctets", "in_bad", Unit::bytes, 0x02, "Bytes of bad frames received."),
+        inUnit("inUnicast", "in_unicast", Unit::frames, 0x04, "Good unicast frames received."),
+        inUnit("inBroadcast", "in_broadcast", Unit::frames, 0x06, "Good broadcast frames received."),
+        inUnit("inMulticast", "in_multicast", Unit::frames, 0x07, "Good multicast frames received."),
+        inUnit("inPause", "in_pause", Unit::frames, 0x16, "Flow control frames received."),
+        inUnit("inUndersized", "in_undersized", Unit::frames, 0x18, "Frames received that were too short."),
+        inUnit("inFragments", "in_fragment", Unit::frames, 0x19,
+               "Frames received that were too short and had a wrong checksum."),
+        inUnit("inOversized", "in_oversized", Unit::frames, 0x1A, "Frames received that were too long."),
+        inUnit("inJabber", "in_jabber", Unit::frames, 0x1B,
+               "Frames received that were too long and had a wrong checksum."),
+        inUnit("inRxErr", "in_receive_error", Unit::frames, 0x1C,
+               "Frames during which the receiver signalled an error."),
+        inUnit("inFCSErr", "in_checksum_error", Unit::frames, 0x1D, "Frames received with a wrong checksum."),
+        inPort("inDiscards", "in_discarded", Unit::frames, port::inDiscardsLow,
+               "Good frames received that there was no room to keep.", port::inDiscardsHigh),
+        inPort("inFiltered", "in_filtered", Unit::frames, port::inFiltered,
+               "Good frames received that a rule kept from being forwarded."),
+        inUnit("octets64", "size_64", Unit::frames, 0x08, "Frames of 64 bytes."),
+        inUnit("octets65to127", "size_65_to_127", Unit::frames, 0x09, "Frames of 65 to 127 bytes."),
+        inUnit("octets128to255", "size_128_to_255", Unit::frames, 0x0A, "Frames of 128 to 255 bytes."),
+        inUnit("octets256to511", "size_256_to_511", Unit::frames, 0x0B, "Frames of 256 to 511 bytes."),
+        inUnit("octets512to1023", "size_512_to_1023", Unit::frames, 0x0C, "Frames of 512 to 1023 bytes."),
+        inUnit("octets1024toMax", "size_1024_to_max", Unit::frames, 0x0D, "Frames of 1024 bytes and more."),
+        inUnit("outOctets", "out", Unit::bytes, 0x0E, "Bytes sent.", 0x0F),
+        inUnit("outUnicast", "out_unicast", Unit::frames, 0x10, "Unicast frames sent."),
+        inUnit("outBroadcast", "out_broadcast", Unit::frames, 0x13, "Broadcast frames sent."),
+        inUnit("outMulticast", "out_multicast", Unit::frames, 0x12, "Multicast frames sent."),
+        inUnit("outPause", "out_pause", Unit::frames, 0x15, "Flow control frames sent."),
+        inUnit("deferred", "deferred", Unit::frames, 0x05, "Frames that had to wait for the line."),
+        inUnit("collisions", "collision", Unit::events, 0x1E, "Collisions."),
+        inUnit("single", "single_collision", Unit::frames, 0x14, "Frames sent after one collision."),
+        inUnit("multiple", "multiple_collision", Unit::frames, 0x17,
+               "Frames sent after more than one collision."),
+        inUnit("excessive", "excessive_collision", Unit::frames, 0x11,
+               "Frames given up after too many collisions."),
+        inUnit("late", "late_collision", Unit::events, 0x1F,
+               "Collisions when more than 64 bytes had been sent."),
+        inUnit("outFcsErr", "out_checksum_error", Unit::frames, 0x03, "Frames sent with a wrong checksum."),
+        inPort("outFiltered", "out_filtered", Unit::frames, port::outFiltered,
+               "Frames that a rule kept from being sent here."),
+    };
+}
+
+} // namespace
+
+Marvell88E6096Kind::Marvell88E6096Kind()
+    : ChipKind({MarvellSwitch::_xmlDescriptionString,
+                "88E6096",
+                Marvell88E6096TestSide::numberOfPorts,
+                {Transport::smi},
+                UnitKind::port,
+                port::switchIdentifier,
+                port::product,
+                port::productNumber,
+                counters()}) {}
+
+std::unique_ptr<RegisterTransport> Marvell88E6096Kind::connect(Transport /*transport*/,
+                                                               Reach const& reach) const {
+    return std::make_unique<SmiTransport>(reach.application, reach.errors, reach.switchId);
+}
+
+std::unique_ptr<CounterReader> Marvell88E6096Kind::makeCounterReader(ChipCatalogue const& catalogue,
+                                                                     RegisterTransport& transport) const {
+    return std::make_unique<MarvellCounterReader>(*this, catalogue, transport);
+}
+
+void Marvell88E6096Kind::seed(simulation::SimulatedBoard& board, PortAddress const& address,
+                              Counter const& counter, std::uint64_t value) const {
+    Marvell88E6096TestSide& chip = board.getMarvell(address.switchId);
+    auto const set = [&](unsigned number, std::uint64_t part) {
+        auto const contents = static_cast<std::uint32_t>(part);
+        if (counter.place == Counter::Place::statisticsUnit) {
+            chip.setCounter(address.portId, number, contents);
+        } else {
+            chip.getUnit(UnitKind::port, address.portId)
+                .poke(number, contents & ((1U << marvell::bitsPerRegister) - 1));
+        }
+    };
+    set(counter.low, value);
+    if (counter.high) {
+        set(*counter.high, value >> counter.bitsOfRegister);
+    }
+}
+
+std::unique_ptr<ChipTables> Marvell88E6096Kind::makeTables(ChipCatalogue const& catalogue) const {
+    return std::make_unique<MarvellTables>(catalogue);
+}
+
+void Marvell88E6096Kind::decode(unsigned switchId, TraceSink& sink, DecodedWindows& windows) const {
+    DecodedWindow& window = windows[Arm920tMac::physicalAddress];
+    if (window.decoder == nullptr) {
+        window = {Arm920tMac::size, std::make_unique<MdioDecoder>()};
+    }
+    dynamic_cast<MdioDecoder&>(*window.decoder).addChip(switchId, sink);
+}
+
+bool Marvell88E6096Kind::drives(ManagedSwitch const& managedSwitch) const {
+    return dynamic_cast<MarvellSwitch const*>(&managedSwitch) != nullptr;
+}
+
+bool Marvell88E6096Kind::writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const {
+    MarvellSwitch owner(reach.application, reach.switchId, noPorts, noHardwareAccess);
+    MarvellMultiMdioManagementCommunications communications(
+        reach.application, static_cast<unsigned short>(reach.switchId), false);
+    return MarvellPort(owner, communications, port, "external", "forwarding", nullptr).dumpStatistics(out);
+}
+
+} // namespace chips

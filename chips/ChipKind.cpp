@@ -1,0 +1,17 @@
+#include "chips/ChipKind.hpp"
+
+#include <algorithm>
+
+namespace chips {
+
+bool ChipKind::isReachedOver(Transport transport) const {
+    auto const& known = _facts.transports;
+    return std::find(known.begin(), known.end(), transport) != known.end();
+}
+
+std::unique_ptr<CounterReader> ChipKind::makeCounterReader(ChipCatalogue const& catalogue,
+                                                           RegisterTransport& transport) const {
+    return std::make_unique<CounterReader>(*this, catalogue, transport);
+}
+
+} // namespace chips

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "chips/AccessErrors.hpp"
+#include "chips/ChipTables.hpp"
+#include "chips/Counter.hpp"
+#include "chips/CounterReader.hpp"
+#include "chips/PortAddress.hpp"
+#include "chips/RegisterTransport.hpp"
+#include "chips/TraceAccess.hpp"
+#include "chips/TraceSink.hpp"
+#include "chips/WindowDecoder.hpp"
+#include "simulation/SimulatedBoard.hpp"
+
+class Application;
+class ManagedSwitch;
+
+namespace chips {
+
+/// What tools know of a chip family besides its model's tables. ChipKinds has those that there are.
+class ChipKind {
+public:
+    using Transport = TraceAccess::Transport;
+
+    struct Facts {
+        /// The text of the switchModel attribute, and what people call the chip.
+        std::string model;
+        std::string name;
+        unsigned ports;
+        /// The ways to a chip; a board has the first.
+        std::vector<Transport> transports;
+        /// Where a chip says what it is, and what a chip of the family says.
+        simulation::UnitKind identifierUnit;
+        unsigned identifier;
+        simulation::Field product;
+        unsigned productNumber;
+        /// Those of a port, as the library's text has them.
+        std::vector<Counter> counters;
+    };
+
+    /// What a transport takes.
+    struct Reach {
+        Application& application;
+        AccessErrors& errors;
+        unsigned switchId;
+        /// Path of the serial line, where it goes over one.
+        std::string line = {};
+    };
+
+    explicit ChipKind(Facts facts) : _facts(std::move(facts)) {}
+    virtual ~ChipKind() = default;
+    ChipKind(ChipKind const&) = delete;
+    ChipKind& operator=(ChipKind const&) = delete;
+
+    Facts const& getFacts() const { return _facts; }
+    bool isReachedOver(Transport transport) const;
+
+    /// The way to a chip's registers. What `reach` names must outlive it.
+    virtual std::unique_ptr<RegisterTransport> connect(Transport transport, Reach const& reach) const = 0;
+
+    /// What reads the counters; one whose counters are all registers of the port needs nothing else.
+    virtual std::unique_ptr<CounterReader> makeCounterReader(ChipCatalogue const& catalogue,
+                                                             RegisterTransport& transport) const;
+
+    /// Has a counter of a model hold the value. Throws std::out_of_range when the board has no such chip.
+    virtual void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,
+                      std::uint64_t value) const = 0;
+
+    /// \param catalogue must outlive the tables.
+    virtual std::unique_ptr<ChipTables> makeTables(ChipCatalogue const& catalogue) const = 0;
+
+    /// Has the accesses to a chip decoded, in its bus's window; `sink` gets them.
+    virtual void decode(unsigned switchId, TraceSink& sink, DecodedWindows& windows) const = 0;
+
+    /// Whether the library's switch is one of the family.
+    virtual bool drives(ManagedSwitch const& managedSwitch) const = 0;
+
+    /// The library's own text about a port's counters, by port objects that set nothing up.
+    /// \return false when a register could not be read. May throw a text (char const*).
+    virtual bool writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const = 0;
+
+private:
+    Facts _facts;
+};
+
+} // namespace chips

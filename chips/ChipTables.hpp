@@ -1,0 +1,22 @@
+#pragma once
+
+#include "chips/ChipImage.hpp"
+#include "chips/RegisterTransport.hpp"
+#include "simulation/AccessLog.hpp"
+
+namespace chips {
+
+/// The tables of a chip, as far as a bring-up determines them: entries that were written, and all of a
+/// table that was cleared first, so that what else is in it is not the bring-up's.
+class ChipTables {
+public:
+    virtual ~ChipTables() = default;
+
+    /// An access of the bring-up to the chip; they come in order.
+    virtual void take(simulation::AccessLog::Entry const& entry) = 0;
+
+    /// Reads what is determined, from any chip of the family. Throws ToolError (registerFailed).
+    virtual void read(RegisterTransport& transport, ChipImage& image) const = 0;
+};
+
+} // namespace chips

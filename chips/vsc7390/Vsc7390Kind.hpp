@@ -1,0 +1,21 @@
+#pragma once
+
+#include "chips/ChipKind.hpp"
+
+namespace chips {
+
+/// The VSC7390: the parallel bus and the serial line, VLAN table and MAC table.
+class Vsc7390Kind : public ChipKind {
+public:
+    Vsc7390Kind();
+
+    std::unique_ptr<RegisterTransport> connect(Transport transport, Reach const& reach) const override;
+    void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,
+              std::uint64_t value) const override;
+    std::unique_ptr<ChipTables> makeTables(ChipCatalogue const& catalogue) const override;
+    void decode(unsigned switchId, TraceSink& sink, DecodedWindows& windows) const override;
+    bool drives(ManagedSwitch const& managedSwitch) const override;
+    bool writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const override;
+};
+
+} // namespace chips
