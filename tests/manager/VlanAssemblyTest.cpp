@@ -46,6 +46,16 @@ TEST_F(VlanAssemblyTest, ReadsIdsAsHexadecimal) {
     EXPECT_THAT(document->queries(), Contains("//vlan[@id=abc]/port"));
 }
 
+TEST_F(VlanAssemblyTest, AnIdThatFitsNoNumberIsTheLargest) {
+    assemble("<vlan id='100000005' typeOfVlan='tagBasedVlan'/><vlan id='5' typeOfVlan='tagBasedVlan'/>");
+    manager->configureVlans();
+    EXPECT_EQ(takeLines(), (Lines{
+                               "0|SwitchManager::configureVlans 2 vlans to configure\n",
+                               "0|SwitchManager::addVlan. Adding TagBasedVlan 0xffffffff\n",
+                               "0|SwitchManager::addVlan. Adding TagBasedVlan 0x5\n",
+                           }));
+}
+
 TEST_F(VlanAssemblyTest, FindsTheMembersOfADecimalIdAndNotOfAPrefixedOne) {
     assemble("<vlan id='64' typeOfVlan='portBasedVlan'><port switchId='0' portId='1'/></vlan>"
              "<vlan id='0x20' typeOfVlan='portBasedVlan'><port switchId='0' portId='8'/></vlan>");
