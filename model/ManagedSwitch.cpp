@@ -66,7 +66,8 @@ ManagedSwitch::~ManagedSwitch() {
 }
 
 ManagedSwitchPort* ManagedSwitch::getPort(unsigned int id) {
-    ManagedSwitchPort* const port = findIn(_ports, id);
+    // What has no number must not meet the port that has none.
+    ManagedSwitchPort* const port = id == static_cast<unsigned int>(noNumber) ? nullptr : findIn(_ports, id);
     if (port == nullptr) {
         _application->logError("ManagedSwitch::getPort id %d out of bounds", id);
     }

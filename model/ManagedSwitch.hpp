@@ -29,6 +29,10 @@ public:
         writeEntry = 7,
     };
 
+    /// Stands for a number that the document does not have. A port that has none is configured like the
+    /// others, and found by no id.
+    static constexpr int noNumber = -1;
+
     /// A switch that the document describes. Logs the address.
     /// \param id the switch's id in the document.
     /// \param macAddress six bytes, copied.

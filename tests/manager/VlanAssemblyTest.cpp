@@ -154,4 +154,22 @@ TEST_F(VlanAssemblyTest, PushesNothingWithoutHardware) {
               (Lines{"0|SwitchManager::configureTrunks\n", "0|SwitchManager::configurePorts\n"}));
 }
 
+TEST_F(VlanAssemblyTest, AMemberWithoutANumberIsNotThePortWithoutOne) {
+    manage("<board><switches><switch id='0' switchModel='88e6096'><port id='x'>"
+           "<forwardedMulticastGroup>239.1.2.3</forwardedMulticastGroup></port></switch></switches>"
+           "<vlan id='5' typeOfVlan='tagBasedVlan'><port switchId='0'/>"
+           "<port switchId='0' portId='-1'/></vlan></board>");
+    manager->detectSwitches();
+    ASSERT_EQ(manager->getManagedSwitch(0)->getPorts().size(), 1U);
+    takeLines();
+    manager->configureVlans();
+    manager->configureMulticastFilters();
+    Lines const vlanMember{"error|ManagedSwitch::getPort id -1 out of bounds",
+                           "error|SwitchManager::addVlanPort. Attempt to add vlan to unknown port 0.-1\n"};
+    EXPECT_EQ(takeLines("error"),
+              (Lines{vlanMember[0], vlanMember[1], vlanMember[0], vlanMember[1], vlanMember[0],
+                     "error|SwitchManager::addMulticastGroupPort. Attempt to add multicast Group to unknown "
+                     "port 0.-1\n"}));
+}
+
 } // namespace

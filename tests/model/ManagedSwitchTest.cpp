@@ -71,6 +71,16 @@ TEST_F(ManagedSwitchTest, ReportsAPortIdThatWasNeverSetAsMinusOne) {
     EXPECT_EQ(log.take(), (Lines{"error|ManagedSwitch::getPort id -1 out of bounds"}));
 }
 
+TEST_F(ManagedSwitchTest, FindsAPortWithoutANumberByNoId) {
+    ManagedSwitchPort* const port = &chip.addPort(0xFFFFFFFF);
+    EXPECT_EQ(chip.getPort(0xFFFFFFFF), nullptr);
+    EXPECT_EQ(log.take(), (Lines{"error|ManagedSwitch::getPort id -1 out of bounds"}));
+    EXPECT_EQ(chip.getPorts().at(0xFFFFFFFF), port);
+    EXPECT_EQ(chip.getNumberOfPorts(), 1);
+    chip.configurePorts();
+    EXPECT_EQ(calls, CallLog{"0.4294967295 initialise"});
+}
+
 TEST_F(ManagedSwitchTest, FindsItsTrunkGroups) {
     auto* const group = new TrunkGroup(17);
     insert(0, group);
