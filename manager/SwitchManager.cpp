@@ -174,6 +174,8 @@ SwitchManager::StateId SwitchManager::initialisingAction(Event const* /*event*/)
         // The VSC7390's transport throws plain texts; the management thread survives runtime errors only.
         throw std::runtime_error(text);
     }
+    // Whatever a callback throws, a plain text included, is its host's own.
+    iterateManagedSwitchPopulatedCallbacks();
     return idleState;
 }
 
@@ -185,7 +187,6 @@ void SwitchManager::bringUp() {
     configureMulticastFilters();
     configurePorts();
     findCpuPort();
-    iterateManagedSwitchPopulatedCallbacks();
 }
 
 SwitchManager::StateId SwitchManager::idleStateAction(Event const* /*event*/) {

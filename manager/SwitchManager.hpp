@@ -75,7 +75,8 @@ public:
     void start();
 
     /// As start(), and has `callbacks` called, on the management thread, when start-up has finished.
-    /// They are copied.
+    /// They are copied. That thread reports what is a std::exception; what else one throws, such as the
+    /// plain texts of the VSC7390's bus, goes on to the host's thread.
     void start(std::vector<std::function<void()>>& callbacks);
 
     void startSwitchManagementThread();
@@ -100,7 +101,7 @@ public:
     StateId waitingForPhyInterfacesToBePopulatedAction(Event const* event);
 
     /// The whole of start-up. Throws std::runtime_error for a document that cannot be right and for a
-    /// VSC7390 bus that stays dead in the middle of it.
+    /// VSC7390 bus that stays dead in the middle of it. What a populated callback throws passes as it is.
     StateId initialisingAction(Event const* event);
     StateId idleStateAction(Event const* event);
 

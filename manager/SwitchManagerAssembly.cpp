@@ -44,9 +44,9 @@ unsigned short ageTimeOf(xmlNode const* switchElement) {
         XmlText::attribute(switchElement, "atuAgeTime").toInteger(ageTimeNotConfigured));
 }
 
-/// A decimal number in an attribute, -1 when there is none.
+/// A decimal number in an attribute, ManagedSwitch::noNumber when there is none.
 int numberIn(xmlNode const* element, char const* name) {
-    int number = -1;
+    int number = ManagedSwitch::noNumber;
     XmlText::attribute(element, name).parseDecimal(number);
     return number;
 }

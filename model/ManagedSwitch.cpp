@@ -1,8 +1,6 @@
 #include "model/ManagedSwitch.hpp"
 
 #include <algorithm>
-#include <memory>
-#include <type_traits>
 
 #include "host/Application.hpp"
 #include "model/ManagedSwitchPort.hpp"
@@ -11,15 +9,23 @@
 
 namespace {
 
-/// Inserts an owned object; one whose key is taken is deleted unless it is the very object that holds
-/// the key already, and so is one that there is no memory to keep.
-template <typename Map, typename Entry> void insertOwned(Map& map, Entry& entry) {
-    std::unique_ptr<std::remove_pointer_t<typename Entry::second_type>> object(entry.second);
-    auto const result = map.insert(entry);
-    if (result.second || result.first->second == entry.second) {
+/// Inserts an owned object; one whose key is taken is kept aside, from where it may be inserted under another
+/// key, unless the map has it already. One that there is no memory to keep is deleted.
+template <typename Map, typename Object>
+void insertOwned(Map& map, std::vector<std::unique_ptr<Object>>& aside,
+                 std::pair<unsigned int, Object*> const& entry) {
+    std::unique_ptr<Object> object(entry.second);
+    auto const kept =
+        std::find_if(aside.begin(), aside.end(), [&](auto const& other) { return other == object; });
+    if (kept != aside.end()) {
+        static_cast<void>(kept->release());
+        aside.erase(kept);
+    }
+    auto const isTheObject = [&](auto const& other) { return other.second == entry.second; };
+    if (map.insert(entry).second || std::any_of(map.begin(), map.end(), isTheObject)) {
         static_cast<void>(object.release());
     } else {
-        entry.second = nullptr;
+        aside.push_back(std::move(object));
     }
 }
 
@@ -55,11 +61,13 @@ ManagedSwitch::ManagedSwitch(Application& application, unsigned int id, unsigned
 ManagedSwitch::~ManagedSwitch() {
     owned_map::deleteObjects(_ports);
     _ports.clear();
+    _portsAside.clear();
     owned_map::deleteObjects(_trunkGroups);
 }
 
 ManagedSwitchPort* ManagedSwitch::getPort(unsigned int id) {
-    ManagedSwitchPort* const port = findIn(_ports, id);
+    // What has no number must not meet the port that has none.
+    ManagedSwitchPort* const port = id == static_cast<unsigned int>(noNumber) ? nullptr : findIn(_ports, id);
     if (port == nullptr) {
         _application->logError("ManagedSwitch::getPort id %d out of bounds", id);
     }
@@ -75,12 +83,12 @@ TrunkGroup* ManagedSwitch::getTrunkGroup(unsigned int id) {
 }
 
 void ManagedSwitch::insertPort(std::pair<unsigned int, ManagedSwitchPort*>& port) {
-    insertOwned(_ports, port);
+    insertOwned(_ports, _portsAside, port);
     ++_numberOfEntries;
 }
 
 void ManagedSwitch::insertTrunkGroup(std::pair<unsigned int, TrunkGroup*>& trunkGroup) {
-    insertOwned(_trunkGroups, trunkGroup);
+    insertOwned(_trunkGroups, _trunkGroupsAside, trunkGroup);
     ++_numberOfEntries;
 }
 

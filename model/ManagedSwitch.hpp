@@ -1,8 +1,10 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 class Application;
 class ManagedSwitchPort;
@@ -27,6 +29,10 @@ public:
         writeEntry = 7,
     };
 
+    /// Stands for a number that the document does not have. A port that has none is configured like the
+    /// others, and found by no id.
+    static constexpr int noNumber = -1;
+
     /// A switch that the document describes. Logs the address.
     /// \param id the switch's id in the document.
     /// \param macAddress six bytes, copied.
@@ -39,7 +45,7 @@ public:
     /// \param value for the chip classes; not kept here.
     ManagedSwitch(Application& application, unsigned int id, unsigned short value, bool noHardwareAccess);
 
-    /// Deletes the ports, then the trunk groups.
+    /// Deletes the ports, then the trunk groups, those kept aside after the others of their kind.
     virtual ~ManagedSwitch();
     ManagedSwitch(ManagedSwitch const&) = delete;
     ManagedSwitch& operator=(ManagedSwitch const&) = delete;
@@ -90,9 +96,9 @@ public:
     /// The trunk group of that key, or null after a message.
     TrunkGroup* getTrunkGroup(unsigned int id);
 
-    /// Takes ownership of a port. A port whose id is taken is deleted at once, its pointer in the
-    /// pair becoming null, and the first one stays; it is counted all the same. One that there is no
-    /// memory to keep is deleted, too, with std::bad_alloc.
+    /// Takes ownership of a port. One whose id is taken is kept aside: the first one stays, and the other
+    /// is counted all the same and deleted with the switch. One that there is no memory to keep is
+    /// deleted, with std::bad_alloc.
     void insertPort(std::pair<unsigned int, ManagedSwitchPort*>& port);
 
     /// Takes ownership of a trunk group, with the same rule for a key that is taken.
@@ -125,4 +131,6 @@ private:
     [[maybe_unused]] bool _noHardwareAccess;
     Application* _application;
     unsigned char _macAddress[6] = {};
+    std::vector<std::unique_ptr<ManagedSwitchPort>> _portsAside;
+    std::vector<std::unique_ptr<TrunkGroup>> _trunkGroupsAside;
 };

@@ -49,7 +49,7 @@ void SwitchDocument::createPorts(XmlNodes const& elements, InsertPort const& ins
     application.log(2, "%s(%d): %d ports to configure\n", speaker, switchId, elements.count());
     for (xmlNodePtr const element : elements) {
         XmlText const idText = XmlText::attribute(element, "id");
-        int id = -1;
+        int id = ManagedSwitch::noNumber;
         if (!idText.parseDecimal(id)) {
             application.logError("%s(%d): Port id is not a valid integer value%s%s%s", speaker, switchId,
                                  _wording.showsInvalidId ? " " : "",
@@ -75,7 +75,7 @@ void SwitchDocument::createTrunkGroups() const {
             application.logError("%s(%d): Turnk Id is not a valid integer value\n", _wording.speaker,
                                  _owner.getId());
         }
-        auto const trunkId = static_cast<unsigned int>(id.toInteger(-1));
+        auto const trunkId = static_cast<unsigned int>(id.toInteger(ManagedSwitch::noNumber));
         // GCOVR_EXCL_BR_START: memory
         std::pair<unsigned int, TrunkGroup*> entry(numberOfTrunks, new TrunkGroup(trunkId));
         // GCOVR_EXCL_BR_STOP
@@ -90,7 +90,7 @@ void SwitchDocument::createTrunkGroups() const {
                 application.logError("%s(%d): port id in Trunk Id %d is not a valid integer value\n",
                                      _wording.speaker, _owner.getId(), trunkGroup.getId());
             }
-            auto const portId = static_cast<unsigned int>(id.toInteger(-1));
+            auto const portId = static_cast<unsigned int>(id.toInteger(ManagedSwitch::noNumber));
             trunkGroup.insertPort({portId, _owner.getPort(portId)});
         }
     }

@@ -36,11 +36,13 @@ public:
     /// The ports of all switches of the document.
     XmlNodes portsOfAllSwitches() const;
 
-    /// Has a port inserted for each element. One without a number has the id -1.
+    /// Has a port inserted for each element. One without a number has the id
+    /// ManagedSwitch::noNumber.
     void createPorts(XmlNodes const& elements, InsertPort const& insertPort) const;
 
     /// Builds the switch's trunk groups, keyed by their position in the document, and fills them with
-    /// the ports of every trunk element of that id. Ids that are missing are -1.
+    /// the ports of every trunk element of that id. Ids that are missing are
+    /// ManagedSwitch::noNumber.
     void createTrunkGroups() const;
 
 private:

@@ -9,7 +9,7 @@ class ManagedSwitchPort;
 /// separately, the ports; the group only refers to them.
 class TrunkGroup {
 public:
-    /// \param id the trunk's id in the document; an id that is missing there is -1.
+    /// \param id the trunk's id in the document; an id that is missing there is ManagedSwitch::noNumber.
     explicit TrunkGroup(unsigned int id);
     virtual ~TrunkGroup();
     TrunkGroup(TrunkGroup const&) = delete;

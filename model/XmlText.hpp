@@ -25,16 +25,18 @@ public:
     /// The text as a message shows it: "(null)" when it is absent.
     char const* printable() const;
 
-    /// Reads a decimal number from the start of the text.
+    /// Reads a decimal number from the start of the text, behind blanks and a sign. One that does not fit is
+    /// the nearest one that does.
     /// \return false, with `value` left alone, when there is none.
     bool parseDecimal(int& value) const;
 
-    /// Reads a hexadecimal number, with or without "0x", from the start of the text.
+    /// Reads a hexadecimal number, with or without "0x", from the start of the text, behind blanks and a
+    /// sign. A negative one counts back from 2^32; one that does not fit, of either sign, is the largest.
     /// \return false, with `value` left alone, when there is none.
     bool parseHexadecimal(unsigned int& value) const;
 
-    /// The decimal number at the start of the text, 0 when there is none, `ifAbsent` when the text
-    /// itself is not there.
+    /// The decimal number at the start of the text, as parseDecimal() reads it, 0 when there is none,
+    /// `ifAbsent` when the text itself is not there.
     int toInteger(int ifAbsent) const;
 
 private:

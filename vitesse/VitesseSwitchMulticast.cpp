@@ -1,6 +1,7 @@
 // The MAC table of VitesseSwitch, and the forwarded multicast groups that are kept in it.
 
 #include <cstdint>
+#include <locale>
 #include <sstream>
 
 #include "host/Application.hpp"
@@ -169,6 +170,8 @@ void VitesseSwitch::ipMulticastStringtoMacAddress(std::string ipAddress, unsigne
         mac[byte] = byte < lowBytes ? 0 : mac_data_low::multicastPrefix[byte - lowBytes];
     }
     std::istringstream text(ipAddress);
+    // The host's locale may take the dots for groups of digits.
+    text.imbue(std::locale::classic());
     // Out of memory, the stream must throw rather than yield another address.
     text.exceptions(std::ios_base::badbit);
     char separator = 0;

@@ -85,4 +85,13 @@ TEST_F(ModelMemoryTest, ASwitchDeletesWhatItCannotKeep) {
     EXPECT_EQ(chip.getTrunkGroup(0), nullptr);
 }
 
+TEST_F(ModelMemoryTest, ASwitchDeletesWhatItCannotKeepAside) {
+    chip.addPort(4);
+    auto port = std::make_unique<test_support::RecordingPort>(chip, 4, "cpu", "forwarding", calls);
+    std::pair<unsigned int, ManagedSwitchPort*> entry(4, port.release());
+    EXPECT_FALSE(getsThrough(1, [&] { chip.insertPort(entry); }));
+    EXPECT_EQ(calls, test_support::CallLog{"0.4 destroyed"});
+    EXPECT_EQ(chip.getPorts().size(), 1U);
+}
+
 } // namespace

@@ -93,6 +93,16 @@ TEST_F(DiscoveryTest, TakesAnIdThatIsNoNumberForZeroAndCutsLargeOnes) {
     EXPECT_NE(manager->getManagedSwitch(2), nullptr);
 }
 
+TEST_F(DiscoveryTest, CutsWhatIsLeftOfAnIdThatFitsNoNumber) {
+    manage(switches("<switch id='4294967296' switchModel='88e6096'/>"
+                    "<switch id='-4294967295' switchModel='vsc7390'/>"));
+    manager->detectSwitches();
+    EXPECT_EQ(takeLines("0"), (Lines{
+                                  "0|SwitchManager::createMarvellManagedSwitch 65535\n",
+                                  "0|SwitchManager::createVitesseManagedSwitch 0\n",
+                              }));
+}
+
 TEST_F(DiscoveryTest, StopsAtASwitchThatStandsTwiceInTheDocument) {
     manage(switches("<switch id='4' switchModel='88e6096'/><switch id='4' switchModel='88e6096'/>"
                     "<switch id='5' switchModel='vsc7390'/>"))

@@ -185,6 +185,22 @@ TEST_F(ManagementThreadTest, EndsAfterAnyOtherException) {
     EXPECT_THAT(lines, testing::Not(Contains(HasSubstr("SwitchManagementThread::processEvent. Caught"))));
 }
 
+TEST_F(ManagementThreadTest, PassesWhatCallbacksThrowAsItIs) {
+    static char const* const text = "from a callback";
+    callbacks = {[] { throw text; }};
+    manage("<switches/>").start(callbacks);
+    application.getThreads().endEventLoops();
+    try {
+        manager->initialisingAction(nullptr);
+        FAIL() << "nothing was thrown";
+    } catch (char const* thrown) {
+        EXPECT_EQ(thrown, text);
+    } catch (std::exception const& exception) {
+        FAIL() << "the text became an exception: " << exception.what();
+    }
+    finish();
+}
+
 TEST_F(ManagementThreadTest, NotesAnAbortAndRunsOn) {
     manage("<switches/>");
     SwitchManagementThread thread(*manager);

@@ -46,6 +46,16 @@ TEST_F(VlanAssemblyTest, ReadsIdsAsHexadecimal) {
     EXPECT_THAT(document->queries(), Contains("//vlan[@id=abc]/port"));
 }
 
+TEST_F(VlanAssemblyTest, AnIdThatFitsNoNumberIsTheLargest) {
+    assemble("<vlan id='100000005' typeOfVlan='tagBasedVlan'/><vlan id='5' typeOfVlan='tagBasedVlan'/>");
+    manager->configureVlans();
+    EXPECT_EQ(takeLines(), (Lines{
+                               "0|SwitchManager::configureVlans 2 vlans to configure\n",
+                               "0|SwitchManager::addVlan. Adding TagBasedVlan 0xffffffff\n",
+                               "0|SwitchManager::addVlan. Adding TagBasedVlan 0x5\n",
+                           }));
+}
+
 TEST_F(VlanAssemblyTest, FindsTheMembersOfADecimalIdAndNotOfAPrefixedOne) {
     assemble("<vlan id='64' typeOfVlan='portBasedVlan'><port switchId='0' portId='1'/></vlan>"
              "<vlan id='0x20' typeOfVlan='portBasedVlan'><port switchId='0' portId='8'/></vlan>");
@@ -142,6 +152,24 @@ TEST_F(VlanAssemblyTest, PushesNothingWithoutHardware) {
     manager->configurePorts();
     EXPECT_EQ(takeLines(),
               (Lines{"0|SwitchManager::configureTrunks\n", "0|SwitchManager::configurePorts\n"}));
+}
+
+TEST_F(VlanAssemblyTest, AMemberWithoutANumberIsNotThePortWithoutOne) {
+    manage("<board><switches><switch id='0' switchModel='88e6096'><port id='x'>"
+           "<forwardedMulticastGroup>239.1.2.3</forwardedMulticastGroup></port></switch></switches>"
+           "<vlan id='5' typeOfVlan='tagBasedVlan'><port switchId='0'/>"
+           "<port switchId='0' portId='-1'/></vlan></board>");
+    manager->detectSwitches();
+    ASSERT_EQ(manager->getManagedSwitch(0)->getPorts().size(), 1U);
+    takeLines();
+    manager->configureVlans();
+    manager->configureMulticastFilters();
+    Lines const vlanMember{"error|ManagedSwitch::getPort id -1 out of bounds",
+                           "error|SwitchManager::addVlanPort. Attempt to add vlan to unknown port 0.-1\n"};
+    EXPECT_EQ(takeLines("error"),
+              (Lines{vlanMember[0], vlanMember[1], vlanMember[0], vlanMember[1], vlanMember[0],
+                     "error|SwitchManager::addMulticastGroupPort. Attempt to add multicast Group to unknown "
+                     "port 0.-1\n"}));
 }
 
 } // namespace

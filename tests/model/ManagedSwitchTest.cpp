@@ -71,6 +71,16 @@ TEST_F(ManagedSwitchTest, ReportsAPortIdThatWasNeverSetAsMinusOne) {
     EXPECT_EQ(log.take(), (Lines{"error|ManagedSwitch::getPort id -1 out of bounds"}));
 }
 
+TEST_F(ManagedSwitchTest, FindsAPortWithoutANumberByNoId) {
+    ManagedSwitchPort* const port = &chip.addPort(0xFFFFFFFF);
+    EXPECT_EQ(chip.getPort(0xFFFFFFFF), nullptr);
+    EXPECT_EQ(log.take(), (Lines{"error|ManagedSwitch::getPort id -1 out of bounds"}));
+    EXPECT_EQ(chip.getPorts().at(0xFFFFFFFF), port);
+    EXPECT_EQ(chip.getNumberOfPorts(), 1);
+    chip.configurePorts();
+    EXPECT_EQ(calls, CallLog{"0.4294967295 initialise"});
+}
+
 TEST_F(ManagedSwitchTest, FindsItsTrunkGroups) {
     auto* const group = new TrunkGroup(17);
     insert(0, group);
@@ -97,11 +107,50 @@ TEST_F(ManagedSwitchTest, CountsPortsAndTrunkGroupsTogether) {
 TEST_F(ManagedSwitchTest, APortIdThatIsTakenKeepsItsFirstPortAndCounts) {
     ManagedSwitchPort* const first = &chip.addPort(5);
     auto* const second = new RecordingPort(chip, 5, "cpu", "forwarding", calls);
-    insert(5, second);
+    std::pair<unsigned int, ManagedSwitchPort*> entry(5, second);
+    chip.insertPort(entry);
     EXPECT_EQ(chip.getPort(5), first);
     EXPECT_EQ(chip.getPorts().size(), 1U);
     EXPECT_EQ(chip.getNumberOfPorts(), 2);
-    EXPECT_EQ(calls, CallLog{"0.5 destroyed"});
+    // Whoever made the second one may go on using it.
+    EXPECT_EQ(entry.second, second);
+    EXPECT_EQ(calls, CallLog{});
+    chip.configurePorts();
+    EXPECT_EQ(second->getType(), ManagedSwitchPort::PortType::cpuPortType);
+    EXPECT_EQ(calls, CallLog{"0.5 initialise"});
+}
+
+TEST_F(ManagedSwitchTest, DeletesWhatItKeptAsideBehindTheOthersOfItsKind) {
+    std::optional<RecordingSwitch> owner(std::in_place, application, 9, calls);
+    for (unsigned int const id : {4U, 3U, 4U, 3U}) {
+        owner->addPort(id);
+    }
+    for (unsigned int const id : {1U, 2U, 3U}) {
+        std::pair<unsigned int, TrunkGroup*> entry(0, new NotedTrunkGroup(id, calls));
+        owner->insertTrunkGroup(entry);
+    }
+    EXPECT_EQ(owner->getNumberOfPorts(), 7);
+    EXPECT_EQ(calls, CallLog{});
+    owner.reset();
+    EXPECT_EQ(calls, (CallLog{"9.3 destroyed", "9.4 destroyed", "9.4 destroyed", "9.3 destroyed",
+                              "trunk 1 destroyed", "trunk 2 destroyed", "trunk 3 destroyed"}));
+}
+
+TEST_F(ManagedSwitchTest, DeletesAPortOnceHoweverOftenItIsInserted) {
+    std::optional<RecordingSwitch> owner(std::in_place, application, 9, calls);
+    owner->addPort(5);
+    std::pair<unsigned int, ManagedSwitchPort*> entry(
+        5, new RecordingPort(*owner, 7, "cpu", "forwarding", calls));
+    owner->insertPort(entry);
+    owner->insertPort(entry);
+    entry.first = 6;
+    owner->insertPort(entry);
+    EXPECT_EQ(owner->getPort(6), entry.second);
+    entry.first = 5;
+    owner->insertPort(entry);
+    EXPECT_EQ(calls, CallLog{});
+    owner.reset();
+    EXPECT_EQ(calls, (CallLog{"9.5 destroyed", "9.7 destroyed"}));
 }
 
 TEST_F(ManagedSwitchTest, InsertingTheSamePortTwiceKeepsIt) {
@@ -119,7 +168,7 @@ TEST_F(ManagedSwitchTest, ATrunkGroupKeyThatIsTakenKeepsItsFirstGroupAndCounts) 
     insert(0, new NotedTrunkGroup(2, calls));
     EXPECT_EQ(chip.getTrunkGroup(0), first);
     EXPECT_EQ(chip.getNumberOfPorts(), 2);
-    EXPECT_EQ(calls, CallLog{"trunk 2 destroyed"});
+    EXPECT_EQ(calls, CallLog{});
 }
 
 TEST_F(ManagedSwitchTest, DeletesItsPortsAndThenItsTrunkGroups) {

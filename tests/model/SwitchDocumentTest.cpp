@@ -93,4 +93,17 @@ TEST_F(SwitchDocumentTest, BuildsTrunkGroupsFirstAndFillsThemThen) {
     EXPECT_EQ(first.getTrunkGroup(1)->getId(), -1);
 }
 
+TEST_F(SwitchDocumentTest, ATrunkMemberWithoutANumberIsNotThePortWithoutOne) {
+    for (auto const* member : {"<port/>", "<port id='-1'/>"}) {
+        TestDocument trunk(std::string("<switch id='1'><trunk id='6'>") + member + "</trunk></switch>");
+        RecordingSwitch owner(application, 1, calls);
+        owner.addPort(0xFFFFFFFF);
+        SwitchDocument(trunk, owner, wording).createTrunkGroups();
+        EXPECT_EQ(owner.getTrunkGroup(0)->getTrunkedPorts(),
+                  (std::map<unsigned int const, ManagedSwitchPort*>{{0xFFFFFFFF, nullptr}}));
+        EXPECT_THAT(log.take("error"), testing::Contains("error|ManagedSwitch::getPort id -1 out of bounds"))
+            << member;
+    }
+}
+
 } // namespace

@@ -75,6 +75,71 @@ TEST(XmlText, ParsesHexadecimalNumbersWithOrWithoutPrefix) {
     }
 }
 
+TEST(XmlText, TakesOneSignBehindBlanks) {
+    struct Row {
+        char const* text;
+        int decimal;
+        unsigned int hexadecimal;
+    };
+    for (Row const& row : {Row{" +5", 5, 5}, Row{"&#9;&#10;&#13; -5 ", -5, 0xFFFFFFFB}, Row{"+0x1f", 0, 0x1F},
+                           Row{"-0x1", 0, 0xFFFFFFFF}, Row{"0x", 0, 0}, Row{"-0Xg", 0, 0}, Row{"0x-5", 0, 0},
+                           Row{"00x5", 0, 0}, Row{"0000000000000000000000000017", 17, 0x17}}) {
+        int decimal = 99;
+        EXPECT_TRUE(attribute(row.text).parseDecimal(decimal)) << row.text;
+        EXPECT_EQ(decimal, row.decimal) << row.text;
+        EXPECT_EQ(attribute(row.text).toInteger(-1), row.decimal) << row.text;
+        unsigned int hexadecimal = 99;
+        EXPECT_TRUE(attribute(row.text).parseHexadecimal(hexadecimal)) << row.text;
+        EXPECT_EQ(hexadecimal, row.hexadecimal) << row.text;
+    }
+    for (auto const* text : {"+-5", "--5", "- 5", "+"}) {
+        int decimal = 99;
+        EXPECT_FALSE(attribute(text).parseDecimal(decimal)) << text;
+        EXPECT_EQ(attribute(text).toInteger(-1), 0) << text;
+        unsigned int hexadecimal = 99;
+        EXPECT_FALSE(attribute(text).parseHexadecimal(hexadecimal)) << text;
+    }
+}
+
+TEST(XmlText, DecimalNumbersThatDoNotFitAreTheNearestThatDo) {
+    constexpr int largest = 2147483647;
+    constexpr int smallest = -largest - 1;
+    std::pair<char const*, int> const cases[] = {{"2147483646", largest - 1},
+                                                 {"2147483647", largest},
+                                                 {"2147483648", largest},
+                                                 {"4294967295", largest},
+                                                 {"4294967296x", largest},
+                                                 {"9223372036854775808", largest},
+                                                 {"18446744073709551616", largest},
+                                                 {"100000000000000000000000000000", largest},
+                                                 {"-2147483647", smallest + 1},
+                                                 {"-2147483648", smallest},
+                                                 {"-2147483649", smallest},
+                                                 {"-4294967297", smallest},
+                                                 {"-18446744073709551617", smallest},
+                                                 {"-100000000000000000000000000000", smallest}};
+    for (auto const& expected : cases) {
+        int value = 99;
+        EXPECT_TRUE(attribute(expected.first).parseDecimal(value)) << expected.first;
+        EXPECT_EQ(value, expected.second) << expected.first;
+        EXPECT_EQ(attribute(expected.first).toInteger(-1), expected.second) << expected.first;
+    }
+}
+
+TEST(XmlText, HexadecimalNumbersThatDoNotFitAreTheLargest) {
+    std::pair<char const*, unsigned int> const cases[] = {
+        {"7fffffff", 0x7FFFFFFF},          {"80000000", 0x80000000},
+        {"ffffffff", 0xFFFFFFFF},          {"100000000", 0xFFFFFFFF},
+        {"0x100000005", 0xFFFFFFFF},       {"ffffffffffffffff", 0xFFFFFFFF},
+        {"10000000000000005", 0xFFFFFFFF}, {"-ffffffff", 1},
+        {"-100000005", 0xFFFFFFFF},        {"-10000000000000005", 0xFFFFFFFF}};
+    for (auto const& expected : cases) {
+        unsigned int value = 99;
+        EXPECT_TRUE(attribute(expected.first).parseHexadecimal(value)) << expected.first;
+        EXPECT_EQ(value, expected.second) << expected.first;
+    }
+}
+
 TEST(XmlText, IntegersWithoutADigitAreZeroAndAbsentOnesAreWhatTheCallerSays) {
     EXPECT_EQ(attribute("17").toInteger(-1), 17);
     EXPECT_EQ(attribute("17 ports").toInteger(-1), 17);

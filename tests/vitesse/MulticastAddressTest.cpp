@@ -1,4 +1,5 @@
 #include <array>
+#include <locale>
 
 #include "tests/vitesse/SwitchTest.hpp"
 
@@ -27,6 +28,25 @@ protected:
     }
 };
 
+/// Groups the digits of numbers by dots, as many countries do.
+class DotsInNumbers : public std::numpunct<char> {
+protected:
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+/// Makes a locale the process's own while it lives.
+class GlobalLocale {
+public:
+    explicit GlobalLocale(std::locale const& locale) : _before(std::locale::global(locale)) {}
+    ~GlobalLocale() { std::locale::global(_before); }
+    GlobalLocale(GlobalLocale const&) = delete;
+    GlobalLocale& operator=(GlobalLocale const&) = delete;
+
+private:
+    std::locale _before;
+};
+
 TEST_F(MulticastAddressTest, TakesTheLowTwentyThreeBits) {
     EXPECT_EQ(convert("239.129.1.2"), (Mac{0x02, 0x01, 0x01, 0x5E, 0x00, 0x01}));
     EXPECT_EQ(convert("224.0.0.1"), (Mac{0x01, 0x00, 0x00, 0x5E, 0x00, 0x01}));
@@ -36,6 +56,12 @@ TEST_F(MulticastAddressTest, TakesTheLowTwentyThreeBits) {
 
 TEST_F(MulticastAddressTest, TheFirstNumberAndTheTopBitOfTheSecondDoNotCount) {
     EXPECT_EQ(convert("224.1.1.2"), convert("239.129.1.2"));
+}
+
+TEST_F(MulticastAddressTest, DotsSeparateInAHostThatGroupsDigitsByThem) {
+    GlobalLocale const grouping(std::locale(std::locale::classic(), new DotsInNumbers));
+    EXPECT_EQ(convert("239.129.1.2"), (Mac{0x02, 0x01, 0x01, 0x5E, 0x00, 0x01}));
+    EXPECT_EQ(convert("239.129.100.200"), (Mac{0xC8, 0x64, 0x01, 0x5E, 0x00, 0x01}));
 }
 
 TEST_F(MulticastAddressTest, AnySeparatorWillDo) {
