@@ -28,7 +28,9 @@ struct Field {
     constexpr bool isSet(std::uint32_t word) const { return get(word) != 0; }
 
     /// A value moved there, cut to the field's width.
-    constexpr std::uint32_t placed(std::uint32_t value) const { return (value << low) & getMask(); }
+    template <typename Value> constexpr std::uint32_t placed(Value value) const {
+        return (static_cast<std::uint32_t>(value) << low) & getMask();
+    }
 };
 
 } // namespace simulation

@@ -41,13 +41,13 @@ public:
     /// Bits that keep what is written: a field, or its name and its highest and lowest bit.
     Register& field(Field const& field);
     template <typename... Bits> Register& field(char const* name, Bits... bits) {
-        return field(Field(name, bits...));
+        return field(Field(name, static_cast<unsigned>(bits)...));
     }
 
     /// Bits that writes leave alone.
     Register& readOnly(Field const& field);
     template <typename... Bits> Register& readOnly(char const* name, Bits... bits) {
-        return readOnly(Field(name, bits...));
+        return readOnly(Field(name, static_cast<unsigned>(bits)...));
     }
 
     /// Bits that a write may set without effect and without complaint.

@@ -110,15 +110,15 @@ std::unique_ptr<CounterReader> Marvell88E6096Kind::makeCounterReader(ChipCatalog
     return std::make_unique<MarvellCounterReader>(*this, catalogue, transport);
 }
 
-void Marvell88E6096Kind::seed(simulation::SimulatedBoard& board, PortAddress const& address,
+void Marvell88E6096Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port,
                               Counter const& counter, std::uint64_t value) const {
-    Marvell88E6096TestSide& chip = board.getMarvell(address.switchId);
+    Marvell88E6096TestSide& chip = board.getMarvell(port.switchId);
     auto const set = [&](unsigned number, std::uint64_t part) {
         auto const contents = static_cast<std::uint32_t>(part);
         if (counter.place == Counter::Place::statisticsUnit) {
-            chip.setCounter(address.portId, number, contents);
+            chip.setCounter(port.portId, number, contents);
         } else {
-            chip.getUnit(UnitKind::port, address.portId)
+            chip.getUnit(UnitKind::port, port.portId)
                 .poke(number, contents & ((1U << marvell::bitsPerRegister) - 1));
         }
     };

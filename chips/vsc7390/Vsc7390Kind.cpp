@@ -81,10 +81,9 @@ std::unique_ptr<RegisterTransport> Vsc7390Kind::connect(Transport transport, Rea
     return std::make_unique<VitesseTransport>(reach.errors, std::move(communications));
 }
 
-void Vsc7390Kind::seed(simulation::SimulatedBoard& board, PortAddress const& address, Counter const& counter,
+void Vsc7390Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,
                        std::uint64_t value) const {
-    board.getVitesse(address.switchId)
-        .setCounter(address.portId, counter.low, static_cast<std::uint32_t>(value));
+    board.getVitesse(port.switchId).setCounter(port.portId, counter.low, static_cast<std::uint32_t>(value));
 }
 
 std::unique_ptr<ChipTables> Vsc7390Kind::makeTables(ChipCatalogue const& catalogue) const {

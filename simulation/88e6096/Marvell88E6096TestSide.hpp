@@ -55,14 +55,14 @@ public:
     /// Connects a partner to the port. Ports with a PHY have link through the PHY unless it is
     /// powered down; the others get their link level set.
     /// \param megabits 10, 100 or 1000.
-    void plugLink(unsigned port, unsigned megabits = 100, bool fullDuplex = true);
-    void unplugLink(unsigned port);
+    void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true);
+    void unplugLink(unsigned number);
 
     /// The link level that counts while the port does not follow a PHY and nothing is forced.
-    void setLinkLevel(unsigned port, bool up);
+    void setLinkLevel(unsigned number, bool up);
 
     /// Whether the port has link, by force, PHY or level; bit 11 of its status.
-    bool hasLink(unsigned port) const;
+    bool hasLink(unsigned number) const;
 
     /// The VTU by VID, the STU by SID.
     std::map<unsigned, VtuEntry> getVtu() const;

@@ -91,22 +91,22 @@ public:
 
     /// Sets one of the counters of a port, as if that much had been counted.
     /// \param counter its register, firstCounter to lastCounter.
-    void setCounter(unsigned port, unsigned counter, std::uint32_t value);
-    std::uint32_t getCounter(unsigned port, unsigned counter) const;
+    void setCounter(unsigned number, unsigned counter, std::uint32_t value);
+    std::uint32_t getCounter(unsigned number, unsigned counter) const;
 
-    PortMac getPortMac(unsigned port) const;
+    PortMac getPortMac(unsigned number) const;
 
     /// Frames of the port are waiting in the arbiter until it discards them, which it cannot finish
     /// while the port still receives.
-    void queueFrames(unsigned port);
+    void queueFrames(unsigned number);
     /// @}
 
     /// \name PHYs: all on MII controller 1, each at its port's number
     /// @{
 
     /// Whether the PHY answers. All do at first; one that is unplugged keeps its registers.
-    void plugPhy(unsigned phy);
-    void unplugPhy(unsigned phy);
+    void plugPhy(unsigned number);
+    void unplugPhy(unsigned number);
 
     /// @}
 
@@ -127,9 +127,9 @@ public:
     /// Row of an address, first byte on the wire highest, in a VLAN.
     unsigned getRow(std::uint64_t mac, unsigned vid) const;
 
-    /// As if a frame from that address had come from that port.
+    /// As if a frame from that address had come from the port of that number.
     /// \return false when the row has no bucket to spare.
-    bool learn(std::uint64_t mac, unsigned vid, unsigned port);
+    bool learn(std::uint64_t mac, unsigned vid, unsigned number);
 
     /// Ports of the multicast entry that frames to that address in that VLAN meet; nothing when there
     /// is none.

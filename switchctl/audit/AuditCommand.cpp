@@ -1,6 +1,7 @@
 #include "switchctl/audit/AuditCommand.hpp"
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "board/ModelBringUp.hpp"

@@ -1,5 +1,6 @@
 #include "switchctl/audit/AuditReport.hpp"
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 

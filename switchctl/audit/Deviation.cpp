@@ -1,6 +1,7 @@
 #include "switchctl/audit/Deviation.hpp"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "chips/NumberText.hpp"
 

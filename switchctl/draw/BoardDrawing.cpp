@@ -11,8 +11,6 @@ namespace switchctl::draw {
 
 namespace {
 
-using board::BoardReading;
-
 /// Told apart by people with any colour vision, on white.
 constexpr std::array<char const*, 10> vlanColours = {"#0072B2", "#D55E00", "#009E73", "#CC79A7", "#8C6D00",
                                                      "#56B4E9", "#6A3D9A", "#B2182B", "#5E5E5E", "#1B7837"};

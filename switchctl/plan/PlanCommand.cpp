@@ -1,5 +1,6 @@
 #include "switchctl/plan/PlanCommand.hpp"
 
+#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "chips/ToolError.hpp"

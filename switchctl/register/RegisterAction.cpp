@@ -1,5 +1,7 @@
 #include "switchctl/register/RegisterAction.hpp"
 
+#include <nlohmann/json.hpp>
+
 namespace switchctl::registers {
 
 std::vector<Command::StatusLine> RegisterAction::statuses() {

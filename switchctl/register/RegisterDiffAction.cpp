@@ -1,5 +1,7 @@
 #include "switchctl/register/RegisterDiffAction.hpp"
 
+#include <nlohmann/json.hpp>
+
 #include "chips/ToolError.hpp"
 #include "switchctl/register/RegisterDifference.hpp"
 #include "switchctl/register/RegisterDump.hpp"

@@ -1,5 +1,6 @@
 #include "switchctl/register/RegisterDifference.hpp"
 
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "chips/NumberText.hpp"

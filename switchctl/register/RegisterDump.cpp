@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <system_error>
 

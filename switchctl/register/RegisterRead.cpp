@@ -1,5 +1,6 @@
 #include "switchctl/register/RegisterRead.hpp"
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "switchctl/register/RegisterSession.hpp"

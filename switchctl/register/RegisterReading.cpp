@@ -1,6 +1,7 @@
 #include "switchctl/register/RegisterReading.hpp"
 
 #include <fmt/ostream.h>
+#include <nlohmann/json.hpp>
 
 #include "chips/NumberText.hpp"
 

@@ -1,5 +1,6 @@
 #include "switchctl/register/RegisterWrite.hpp"
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "chips/ToolError.hpp"

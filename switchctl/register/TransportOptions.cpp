@@ -1,5 +1,8 @@
 #include "switchctl/register/TransportOptions.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "chips/ChipKinds.hpp"
 
 namespace switchctl::registers {
@@ -23,7 +26,9 @@ void TransportOptions::addTo(Arguments& action, std::function<void(Arguments&)> 
     addSerialOptions(*_phy);
     // Option groups would move these options under another heading of the help.
     _phy->finally([this] {
-        if (_phy->isGiven("--switch") + _phy->isGiven("--parallel") + _phy->isGiven("--serial") != 1) {
+        char const* const ways[] = {"--switch", "--parallel", "--serial"};
+        if (std::count_if(std::begin(ways), std::end(ways),
+                          [this](char const* way) { return _phy->isGiven(way); }) != 1) {
             throw Arguments::Wrong("phy: needs one of --switch, --parallel and --serial");
         }
     });
