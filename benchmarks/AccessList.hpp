@@ -8,10 +8,9 @@
 
 namespace benchmarks {
 
-/// The accesses of a board's operations, as they are kept in benchmarks/accesses/. A file has a section for
-/// each operation, its name in brackets, and then words: `r:ADDRESS:VALUE` and `w:ADDRESS:VALUE` are a read
-/// and a write, numbers being hexadecimal and addresses below 80000000 counted from the start of the parallel
-/// bus. `WORD*N` is a word N times. Other words stand for several; AccessList.cpp has them.
+/// The accesses of a board's operations. A list has a section for each operation, its name in brackets, and
+/// then lines: `r:ADDRESS:VALUE` and `w:ADDRESS:VALUE` are a read and a write, numbers being hexadecimal. The
+/// lists in benchmarks/accesses/ are shorter; scripts/measure/access-lists spells them out.
 class AccessList {
 public:
     struct Section {
@@ -25,7 +24,7 @@ public:
     /// As above, of a file that has to be there.
     static std::vector<Section> readFile(std::string const& path);
 
-    /// The only text for these accesses.
+    /// What `read` reads.
     static std::string textOf(std::vector<Section> const& sections);
 
     /// Where two lists begin to differ, in words for people; empty when they do not.

@@ -2,11 +2,18 @@
 
 #include <utility>
 
+#include "simulation/Arm920tMac.hpp"
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
+
 namespace benchmarks {
 
 namespace {
 
-constexpr std::pair<unsigned, unsigned> windowsOfBoard[] = {{0x80010000, 0x30}, {0xF3000000, 0x1000000}};
+using simulation::Arm920tMac;
+using simulation::Vsc7390TestSide;
+
+constexpr unsigned windowsOfBoard[][2] = {{Arm920tMac::physicalAddress, Arm920tMac::size},
+                                          {Vsc7390TestSide::physicalAddress, Vsc7390TestSide::windowSize}};
 
 } // namespace
 

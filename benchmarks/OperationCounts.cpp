@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
+
 namespace benchmarks {
 
 namespace {
 
 constexpr unsigned miiStatus = 0x80010018;
-constexpr unsigned parallelBus = 0xF3000000;
 constexpr std::uint64_t cyclesOfFrame = 64;
 
 } // namespace
@@ -53,7 +54,7 @@ std::vector<AccessList::Section> OperationCounts::accessesOf(std::vector<Operati
 
 std::uint64_t OperationCounts::busCycles() const {
     auto const parallel = std::count_if(accesses.begin(), accesses.end(), [](Access const& access) {
-        return access.physicalAddress >= parallelBus;
+        return access.physicalAddress >= simulation::Vsc7390TestSide::physicalAddress;
     });
     return mdioFrames * cyclesOfFrame + static_cast<std::uint64_t>(parallel);
 }

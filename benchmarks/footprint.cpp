@@ -2,10 +2,9 @@
 // footprint BOARD.xml [no-hardware]. With "no-hardware" no chip is accessed, and what the process allocates
 // is the library and its host, not the chip models; otherwise the models answer.
 
-#include <condition_variable>
 #include <functional>
+#include <future>
 #include <iostream>
-#include <mutex>
 #include <string_view>
 #include <vector>
 
@@ -25,25 +24,6 @@ namespace {
 using footprint::CountedHeap;
 using footprint::PaintedStack;
 using Owner = CountedHeap::Owner;
-
-/// Something that one thread waits for and another one reports.
-class Signal {
-public:
-    void give() {
-        std::lock_guard<std::mutex> const lock(_mutex);
-        _given = true;
-        _condition.notify_one();
-    }
-    void wait() {
-        std::unique_lock<std::mutex> lock(_mutex);
-        _condition.wait(lock, [this] { return _given; });
-    }
-
-private:
-    std::mutex _mutex;
-    std::condition_variable _condition;
-    bool _given = false;
-};
 
 class NoLog : public reference_host::LogSink {
 public:
@@ -73,27 +53,27 @@ struct Effort {
 /// left to do but wait, so that every run allocates in the same order.
 Effort bringUp(SwitchManager& manager, reference_host::HostApplication& application,
                simulation::VirtualClock& clock) {
-    Signal reported;
-    Signal populated;
+    std::promise<void> reported;
+    std::promise<void> populated;
     PaintedStack stack;
     Effort effort;
     application.getThreads().setStartHook([&](Thread&) {
         simulation::VirtualClock::adopt(&clock);
         stack.paint();
-        reported.wait();
+        reported.get_future().wait();
     });
     std::vector<std::function<void()>> phyInterfacesReady;
     manager.phyInterfaceParsedCallbackfunctions(phyInterfacesReady);
     std::vector<std::function<void()>> callbacks = {[&] {
         effort.count(stack);
-        populated.give();
+        populated.set_value();
     }};
     manager.start(callbacks);
     for (auto const& report : phyInterfacesReady) {
         report();
     }
-    reported.give();
-    populated.wait();
+    reported.set_value();
+    populated.get_future().wait();
     return effort;
 }
 

@@ -1,15 +1,16 @@
 #include "benchmarks/micro/PlainMemory.hpp"
 
 #include "host/HardwareMapping.hpp"
+#include "simulation/Arm920tMac.hpp"
+#include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 namespace benchmarks {
 
 namespace {
 
-constexpr unsigned macAddress = 0x80010000;
-constexpr unsigned macSize = 0x30;
-constexpr unsigned parallelBusAddress = 0xF3000000;
-constexpr unsigned parallelBusSize = 0x1000000;
+using simulation::Arm920tMac;
+using simulation::Vsc7390TestSide;
+
 /// Block 7, sub-block 0, address 0x30.
 constexpr unsigned readStatus = 7U << 14 | 0x30U << 2;
 constexpr unsigned ready = 1U << 4;
@@ -31,13 +32,14 @@ unsigned volatile& wordAt(std::uintptr_t address) {
 } // namespace
 
 PlainMemory::PlainMemory()
-    : _mac(macSize / sizeof(unsigned)), _parallelBus(parallelBusSize / sizeof(unsigned)) {
+    : _mac(Arm920tMac::size / sizeof(unsigned)),
+      _parallelBus(Vsc7390TestSide::windowSize / sizeof(unsigned)) {
     _parallelBus[readStatus / sizeof(unsigned)] = ready;
 }
 
 bool PlainMemory::map(unsigned int physicalAddress, unsigned int /*size*/, Mapping& mapping,
                       std::string& /*reason*/) {
-    std::vector<unsigned>& window = physicalAddress == macAddress ? _mac : _parallelBus;
+    std::vector<unsigned>& window = physicalAddress == Arm920tMac::physicalAddress ? _mac : _parallelBus;
     mapping.baseAddress = reinterpret_cast<std::uintptr_t>(window.data());
     mapping.startOffset = 0;
     mapping.length = window.size() * sizeof(unsigned);
@@ -56,9 +58,10 @@ std::vector<Access> PlainMemory::record(std::function<void()> const& work) {
     for (Access& access : accesses) {
         // Of the addresses in memory, the lower halves are enough.
         unsigned const offset = access.physicalAddress - static_cast<unsigned>(bus);
-        access.physicalAddress = offset < parallelBusSize
-                                     ? parallelBusAddress + offset
-                                     : macAddress + (access.physicalAddress - static_cast<unsigned>(mac));
+        access.physicalAddress =
+            offset < Vsc7390TestSide::windowSize
+                ? Vsc7390TestSide::physicalAddress + offset
+                : Arm920tMac::physicalAddress + (access.physicalAddress - static_cast<unsigned>(mac));
     }
     return accesses;
 }

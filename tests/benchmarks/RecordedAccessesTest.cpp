@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -23,14 +22,8 @@ std::shared_ptr<Xml> example(std::string const& name) {
     return reference_host::XmlDocument::fromFile(std::string(EXAMPLES_FOLDER) + "/" + name + ".xml");
 }
 
-std::string listOf(std::string const& name) {
-    std::ifstream const file(std::string(ACCESSES_FOLDER) + "/" + name + ".txt");
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-std::vector<AccessList::Section> parse(std::string const& text) {
+std::vector<AccessList::Section> parse(std::string text) {
+    std::replace(text.begin(), text.end(), ' ', '\n');
     std::istringstream stream(text);
     return AccessList::read(stream);
 }
@@ -44,20 +37,19 @@ std::vector<OperationCounts> libraryCounts(std::string const& name) {
 class RecordedAccessesTest : public testing::TestWithParam<char const*> {};
 
 TEST_P(RecordedAccessesTest, AreTheOnesThatTheLibraryMakes) {
-    std::string const text = listOf(GetParam());
-    std::vector<AccessList::Section> const listed = parse(text);
+    auto const listed = AccessList::readFile(std::string(ACCESSES_FOLDER) + "/" + GetParam() + ".txt");
     auto const counts = libraryCounts(GetParam());
     auto const made = OperationCounts::accessesOf(counts);
 
     ASSERT_EQ(AccessList::differenceOf(made, listed), "")
         << "scripts/measure/record-accesses writes the lists anew";
-    EXPECT_TRUE(AccessList::textOf(made) == text) << "the same accesses in other words";
 
     auto const document = example(GetParam());
     ReplayRun replay(*document, listed);
     auto const replayed = OperationCounts::of(replay);
     // Pauses are not replayed: one look finds the VLAN table of a VSC7390 still being cleared.
-    EXPECT_EQ(replay.getUnexpected(), text.find("[vsc7390") == std::string::npos ? 0U : 1U);
+    EXPECT_EQ(replay.getUnexpected(),
+              std::string(GetParam()) == "mixed" || std::string(GetParam()) == "video-switch" ? 1U : 0U);
     for (std::size_t i = 0; i < counts.size(); ++i) {
         EXPECT_EQ(replayed[i].busNanoseconds, counts[i].busNanoseconds) << counts[i].name;
     }
@@ -101,39 +93,20 @@ TEST(OperationCountsTest, ARegisterOnTheParallelBusTakesOneAccessToWrite) {
     EXPECT_EQ(write.idleLoops, 0U);
 }
 
-TEST(AccessListTest, SpellsWordsOut) {
-    std::vector<AccessList::Section> const list =
-        parse("[a]\nget:8001:5\nw:80010020:3e00 r:1c0c0:0*2\n[b]\n");
+TEST(AccessListTest, ReadsWhatItWrites) {
+    std::string const text = "[a]\nr:80010014:5\nw:f301c0c0:3e00\n[b]\n";
+    std::vector<AccessList::Section> const list = parse(text);
 
     ASSERT_EQ(list.size(), 2U);
     EXPECT_EQ(list[0].name, "a");
-    EXPECT_EQ(list[0].accesses, (std::vector<Access>{{0x80010018, false, 0},
-                                                     {0x80010010, true, 0x8001},
-                                                     {0x80010018, false, 0},
-                                                     {0x80010014, false, 5},
-                                                     {0x80010020, true, 0x3E00},
-                                                     {0xF301C0C0, false, 0},
-                                                     {0xF301C0C0, false, 0}}));
+    EXPECT_EQ(list[0].accesses, (std::vector<Access>{{0x80010014, false, 5}, {0xF301C0C0, true, 0x3E00}}));
     EXPECT_TRUE(list[1].accesses.empty());
-    // Six frames, four frames and twelve words.
-    EXPECT_EQ(parse("[a]\nsmi-read:02:b6a:140 smi-write:02:7:1 read:4:5").front().accesses.size(),
-              (6U + 4U) * 4U + 12U);
-}
-
-TEST(AccessListTest, FindsTheShortestWords) {
-    std::string const text =
-        "[a]\nsmi-read:10:b6a:140 smi-write:10:76a:140 put:4201:1 read:4400:4*2 r:1c0c0:0*9\n";
-
-    EXPECT_EQ(AccessList::textOf(parse(text)), text);
-    EXPECT_EQ(AccessList::textOf(parse("[a]\nr:4:0 r:1c0c0:0*9 r:1c0c0:10 r:1c0b0:7")), "[a]\nread:4:7\n");
-    // The second status is another one.
-    EXPECT_EQ(AccessList::textOf(parse("[a]\nput:4200:9b6a get:8200:1b6a get:8200:9b6a")),
-              "[a]\nput:4200:9b6a get:8200:1b6a get:8200:9b6a\n");
+    EXPECT_EQ(AccessList::textOf(list), text);
 }
 
 TEST(AccessListTest, RefusesOtherText) {
     for (char const* text : {"", "r:1:2", "[a]\nx:1:2", "[a]\nr:1", "[a]\nr:1:2:3", "[a]\nr:1:2g",
-                             "[a]\nr::2", "[a]\nget:1", "[a]\nr:1:2*"}) {
+                             "[a]\nr::2", "[a]\nget:1:2", "[a]\nr:1:2*2", "[a]\nr-1-2", "[a]\n\n"}) {
         EXPECT_THROW(parse(text), std::runtime_error) << text;
     }
 }
