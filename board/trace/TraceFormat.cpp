@@ -17,7 +17,6 @@ constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::size_t decimals = 9;
 /// Some thirty years, which 64 bits of nanoseconds can hold.
 constexpr std::size_t mostDigitsOfSeconds = 9;
-constexpr unsigned digitsOfSmiWord = 4;
 
 /// In the order of the enumeration.
 constexpr std::array<char const*, 3> transportNames = {"smi", "parallel", "serial"};

@@ -22,6 +22,7 @@ struct TraceFormat {
     /// What stands for the register when the chip never took the access.
     static constexpr char const* busyChip = "SMICommand";
 
+    static constexpr unsigned digitsOfSmiWord = 4;
     static constexpr char const* read = "R";
     static constexpr char const* write = "W";
     static constexpr char const* ok = "ok";

@@ -20,7 +20,6 @@ enum Column : std::size_t { time, chip, transport, kind, number, name, value, ou
 constexpr std::size_t wordsOfChip = 3;
 constexpr unsigned highestSwitchId = 0xFFFF;
 constexpr unsigned bitsPerDigit = 4;
-constexpr unsigned digitsOfSmiWord = 4;
 
 std::vector<std::string> wordsOf(std::string const& text) {
     std::istringstream in(text);
@@ -136,7 +135,7 @@ void TraceReader::readPlace(std::vector<std::string> const& words, chips::TraceA
         refuse(quoted(words[kind]) + " is neither R nor W");
     }
     access.isWrite = words[kind] == TraceFormat::write;
-    digits = digitsOfSmiWord;
+    digits = TraceFormat::digitsOfSmiWord;
     if (*way == chips::TraceAccess::Transport::smi && words[number] == TraceFormat::none &&
         words[name] == TraceFormat::busyChip) {
         return;

@@ -11,7 +11,7 @@ namespace global1 = simulation::marvell::global1;
 namespace statistics = simulation::marvell::statistics;
 
 /// A look takes at least a hundred microseconds, an operation hardly one.
-constexpr unsigned mostLooks = 1000;
+constexpr unsigned looksAtStatistics = 1000;
 
 } // namespace
 
@@ -42,7 +42,8 @@ void MarvellCounterReader::operate(unsigned operation, unsigned item) {
 }
 
 std::uint32_t MarvellCounterReader::wait() {
-    return _transport.waitUntilClear(_operation, marvell::busy, mostLooks, "the statistics unit stays busy");
+    return _transport.waitUntilClear(_operation, marvell::busy, looksAtStatistics,
+                                     "the statistics unit stays busy");
 }
 
 } // namespace chips

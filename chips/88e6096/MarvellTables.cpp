@@ -14,7 +14,7 @@ namespace vtu = simulation::marvell::vtu;
 constexpr std::uint32_t startOfSearch = 0xFFF;
 
 /// A look takes at least a hundred microseconds, an operation hardly one.
-constexpr unsigned mostLooks = 1000;
+constexpr unsigned looksAtVtu = 1000;
 
 } // namespace
 
@@ -94,7 +94,7 @@ void MarvellTables::readStu(RegisterTransport& transport, ChipImage& image) cons
 void MarvellTables::perform(Operation operation, RegisterTransport& transport) const {
     transport.write(at(global1::vtuOperation),
                     marvell::busy.getMask() | marvell::globalOperation.placed(operation));
-    transport.waitUntilClear(at(global1::vtuOperation), marvell::busy, mostLooks, "the VTU stays busy");
+    transport.waitUntilClear(at(global1::vtuOperation), marvell::busy, looksAtVtu, "the VTU stays busy");
 }
 
 /// Those of the data registers whose names begin so.

@@ -23,7 +23,7 @@ constexpr std::size_t phyReplyLength = 8;
 
 using Communications = VitesseSerialCommunications;
 
-class Bench {
+class SerialBench {
 public:
     void comeInPieces(std::string const& text) {
         std::uint64_t time = betweenPieces;
@@ -74,7 +74,7 @@ void SerialReplyTarget::run(std::string const& input) {
     if (input.empty() || input.size() > longest) {
         return;
     }
-    Bench bench;
+    SerialBench bench;
     bench.comeInPieces(input.substr(1));
     bench.read(input.front() == 'p');
 }

@@ -16,7 +16,7 @@ using test_support::WordScript;
 
 namespace {
 
-Lines const timeout{"2|Arm920tMdioAccess::isMacBusy Timeout waiting for Mac Busy Bit\n"};
+Lines const busyTimeout{"2|Arm920tMdioAccess::isMacBusy Timeout waiting for Mac Busy Bit\n"};
 
 /// Offsets: 0x10 command, 0x14 data, 0x18 status (bit 0 busy), 0x20 control.
 class MdioAccessTest : public testing::Test {
@@ -110,13 +110,13 @@ TEST_F(MdioAccessTest, GivesUpAtTheFirstBusyPollAfterAWholeSecond) {
     bench.script.expect(
         {gets(0x18, 1).taking(400ms), gets(0x18, 1).taking(500ms), gets(0x18, 1).taking(200ms)});
     EXPECT_TRUE(mdio->isMacBusy());
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), busyTimeout);
 }
 
 TEST_F(MdioAccessTest, ASecondIsOverAfterExactlyASecond) {
     bench.script.expect({gets(0x18, 1).taking(999'800us), gets(0x18, 1), gets(0x18, 1)});
     EXPECT_TRUE(mdio->isMacBusy());
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), busyTimeout);
 }
 
 TEST_F(MdioAccessTest, AMasterThatIsFreeAtTheLastPollIsFree) {
@@ -139,7 +139,7 @@ TEST_F(MdioAccessTest, AMasterThatStaysBusyEndsEveryTransferBeforeItsCommand) {
     EXPECT_EQ(value, 0x5555);
     bench.script.expect({gets(0x18, 1).taking(1s)});
     EXPECT_FALSE(mdio->mdioWriteRegister(3, 2, 0xBEEF));
-    EXPECT_EQ(bench.log.take(), (Lines{timeout[0], timeout[0]}));
+    EXPECT_EQ(bench.log.take(), (Lines{busyTimeout[0], busyTimeout[0]}));
 }
 
 TEST_F(MdioAccessTest, AReadCommandThatDoesNotEndFails) {
@@ -147,13 +147,13 @@ TEST_F(MdioAccessTest, AReadCommandThatDoesNotEndFails) {
     bench.script.expect({gets(0x18, 0), sets(0x10, 0x8062), gets(0x18, 1).taking(1s)});
     EXPECT_FALSE(mdio->mdioReadRegister(3, 2, value));
     EXPECT_EQ(value, 0x5555);
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), busyTimeout);
 }
 
 TEST_F(MdioAccessTest, AWriteCommandThatDoesNotEndFails) {
     bench.script.expect({gets(0x18, 0), sets(0x14, 0xBEEF), sets(0x10, 0x4062), gets(0x18, 1).taking(1s)});
     EXPECT_FALSE(mdio->mdioWriteRegister(3, 2, 0xBEEF));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), busyTimeout);
 }
 
 TEST_F(MdioAccessTest, ResultsOfWordAccessesAreNotChecked) {

@@ -18,7 +18,7 @@ namespace {
 
 using Operation = MarvellPort::StatsOperationCommand;
 
-Lines const timeout{"error|MarvellPort::statsCommand Stats Busy timeout\n"};
+Lines const statsTimeout{"error|MarvellPort::statsCommand Stats Busy statsTimeout\n"};
 
 /// Global 1 (device 0x1B): 0x1D statistics operation with bit 15 for busy, 0x1E and 0x1F the high and
 /// low half of a counter.
@@ -106,13 +106,13 @@ TEST_F(PortStatisticsTest, WaitsUntilTheUnitIsFree) {
 TEST_F(PortStatisticsTest, GivesUpAtThePollAfterTheSecondHasChanged) {
     registers.expect({busy.taking(400ms), busy.taking(400ms), busy.taking(400ms), busy});
     EXPECT_FALSE(port.waitForStatsCommand());
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
 }
 
 TEST_F(PortStatisticsTest, AUnitThatGetsFreeAtThatVeryPollIsTooLate) {
     registers.expect({busy.taking(1s), free});
     EXPECT_FALSE(port.waitForStatsCommand());
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
 }
 
 TEST_F(PortStatisticsTest, AUnitThatIsFreeAtTheFirstPollIsReadyHoweverLongThatTakes) {
@@ -125,21 +125,21 @@ TEST_F(PortStatisticsTest, TheSecondCanChangeAtOnce) {
     clock.setWallClockPhase(999'999'999);
     registers.expect({busy.taking(1ns), free});
     EXPECT_FALSE(port.waitForStatsCommand());
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
 }
 
 TEST_F(PortStatisticsTest, AUnitThatStaysBusyEndsEveryOperation) {
     registers.expect({busy.taking(1s), busy});
     EXPECT_FALSE(port.clearStatistics());
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
     registers.expect({free, writes(0x1B, 0x1D, 0xA003), busy.taking(1s), busy});
     EXPECT_FALSE(port.clearStatistics());
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
     std::ostringstream out;
     registers.expect({busy.taking(1s), busy});
     EXPECT_FALSE(port.dumpStatistics(out));
     EXPECT_EQ(out.str(), "");
-    EXPECT_EQ(log.take(), timeout);
+    EXPECT_EQ(log.take(), statsTimeout);
 }
 
 TEST_F(PortStatisticsTest, PrintsTheCounters) {

@@ -14,7 +14,7 @@ namespace {
 
 using State = ManagedSwitchPort::PortEnabledStatus;
 
-Lines const timeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
+Lines const stuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready stuTimeout\n"};
 Lines const outOfBounds{"error|MarvellSwitch::writeSpanningTreeTable Port in map out of bounds\n"};
 
 State state(unsigned int code) {
@@ -105,10 +105,10 @@ TEST_F(SpanningTreeTableTest, LoadsTheStagedEntry) {
 TEST_F(SpanningTreeTableTest, ALoadIsGivenUpWhenTheUnitStaysBusy) {
     script.expect({busy.taking(1s), busy});
     EXPECT_FALSE(chip.writeSpanningTreeTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), stuTimeout);
     script.expect({free, writes(0x1B, 0x03, 10), writes(0x1B, 0x06, 0x1000), busy.taking(1s), free});
     EXPECT_FALSE(chip.writeSpanningTreeTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), stuTimeout);
 }
 
 struct SearchCase {
@@ -147,7 +147,7 @@ TEST_F(SpanningTreeTableTest, ASearchFailsWithItsAccessesButTheBusyReadAndTheCom
 TEST_F(SpanningTreeTableTest, ASearchIsGivenUpWhenTheUnitStaysBusy) {
     script.expect({busy.taking(1s), free});
     EXPECT_FALSE(chip.readSpanningTreeTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), stuTimeout);
 }
 
 TEST_F(SpanningTreeTableTest, InitialisingASpanningTreeStagesEveryPortAsDisabled) {

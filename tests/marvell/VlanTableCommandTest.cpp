@@ -11,7 +11,7 @@ using test_support::writes;
 
 namespace {
 
-Lines const timeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
+Lines const commandTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready commandTimeout\n"};
 
 /// Global 1 (device 0x1B): 0x02 filtering database, 0x03 spanning tree, 0x05 operation, 0x06 VLAN id
 /// with bit 12 for a valid entry.
@@ -60,11 +60,11 @@ TEST_F(VlanTableCommandTest, ABusyReadThatFailsDoesNotHoldALoadUp) {
 TEST_F(VlanTableCommandTest, ALoadIsGivenUpWhenTheUnitStaysBusy) {
     script.expect({busy.taking(1s), busy});
     EXPECT_FALSE(chip.writeVlanTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), commandTimeout);
     script.expect({free, writes(0x1B, 0x02, 10), writes(0x1B, 0x03, 10), writes(0x1B, 0x06, 0x100A),
                    busy.taking(1s), busy});
     EXPECT_FALSE(chip.writeVlanTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), commandTimeout);
 }
 
 struct SearchCase {
@@ -106,7 +106,7 @@ TEST_F(VlanTableCommandTest, ASearchGoesOnWhenBusyReadAndCommandFail) {
 TEST_F(VlanTableCommandTest, ASearchIsGivenUpWhenTheUnitStaysBusy) {
     script.expect({busy.taking(1s), free});
     EXPECT_FALSE(chip.readVlanTableCommand(10));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), commandTimeout);
 }
 
 TEST_F(VlanTableCommandTest, InitialisingAVlanStagesEveryPortAsNoMember) {

@@ -8,7 +8,7 @@ using test_support::reads;
 
 namespace {
 
-Lines const timeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
+Lines const vtuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready vtuTimeout\n"};
 
 /// Bit 15 of Global 1 (device 0x1B) register 0x05 means that the table unit is busy.
 class VlanTableReadyTest : public SwitchTest {
@@ -54,12 +54,12 @@ TEST_F(VlanTableReadyTest, PollsWithoutPause) {
 
 TEST_F(VlanTableReadyTest, GivesUpAtThePollAfterTheSecondHasChanged) {
     EXPECT_FALSE(wait({busy.taking(400ms), busy.taking(400ms), busy.taking(400ms), busy}));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), vtuTimeout);
 }
 
 TEST_F(VlanTableReadyTest, AUnitThatGetsFreeAtThatVeryPollIsTooLate) {
     EXPECT_FALSE(wait({busy.taking(1s), free}));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), vtuTimeout);
 }
 
 TEST_F(VlanTableReadyTest, AUnitThatGetsFreeBeforeTheSecondChangesIsReady) {
@@ -75,7 +75,7 @@ TEST_F(VlanTableReadyTest, AUnitThatIsFreeAtTheFirstPollIsReadyHoweverLongThatTa
 TEST_F(VlanTableReadyTest, TheSecondCanChangeAtOnce) {
     bench.clock.setWallClockPhase(999'999'999);
     EXPECT_FALSE(wait({busy.taking(1ns), free}));
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), vtuTimeout);
 }
 
 TEST_F(VlanTableReadyTest, AReadThatFailsEndsTheWaitAsIfTheUnitWereFree) {
@@ -90,7 +90,7 @@ TEST_F(VlanTableReadyTest, ASwitchFromADocumentWaitsAsLong) {
     bench.log.take();
     script.expect({busy.taking(999ms), busy.taking(1ms), free});
     EXPECT_FALSE(described.waitVlanTableReady());
-    EXPECT_EQ(bench.log.take(), timeout);
+    EXPECT_EQ(bench.log.take(), vtuTimeout);
     script.expect({busy.taking(900ms), free});
     EXPECT_TRUE(described.waitVlanTableReady());
 }

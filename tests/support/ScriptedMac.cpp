@@ -10,10 +10,10 @@ namespace test_support {
 
 namespace {
 
-constexpr unsigned int commandOffset = 0x10;
-constexpr unsigned int dataOffset = 0x14;
-constexpr unsigned int statusOffset = 0x18;
-constexpr unsigned int controlOffset = 0x20;
+constexpr unsigned int macCommand = 0x10;
+constexpr unsigned int macData = 0x14;
+constexpr unsigned int macStatus = 0x18;
+constexpr unsigned int macControl = 0x20;
 constexpr unsigned int readOpcode = 0x8000;
 constexpr unsigned int writeOpcode = 0x4000;
 constexpr std::uint64_t oneSecond = 1'000'000'000;
@@ -23,13 +23,13 @@ constexpr std::uint64_t oneSecond = 1'000'000'000;
 bool ScriptedMac::read(unsigned int offset, unsigned int& value) {
     ++_wordAccesses;
     switch (offset) {
-    case dataOffset:
+    case macData:
         value = _data;
         return true;
-    case statusOffset:
+    case macStatus:
         value = readStatus();
         return true;
-    case controlOffset:
+    case macControl:
         value = _control;
         return true;
     default:
@@ -41,13 +41,13 @@ bool ScriptedMac::read(unsigned int offset, unsigned int& value) {
 bool ScriptedMac::write(unsigned int offset, unsigned int value) {
     ++_wordAccesses;
     switch (offset) {
-    case commandOffset:
+    case macCommand:
         runCommand(value);
         return true;
-    case dataOffset:
+    case macData:
         _data = value;
         return true;
-    case controlOffset:
+    case macControl:
         _control = value;
         return true;
     default:

@@ -19,7 +19,7 @@ using testing::StartsWith;
 
 namespace {
 
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
+std::string const minimalBoard = EXAMPLES_FOLDER "/minimal.xml";
 
 ChildProcess registers(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "register");
@@ -78,7 +78,7 @@ TEST(RegisterProgramTest, WritesAVlanEntryAndReadsItBackOverTheLine) {
 TEST(RegisterProgramTest, DumpsShowWhatBringUpChanged) {
     TemporaryFile const fresh(registers({"dump", "smi", "--switch", "0", "--simulate"}).out);
     TemporaryFile const up(
-        registers({"dump", "smi", "--switch", "0", "--simulate=" + minimal, "--json"}).out);
+        registers({"dump", "smi", "--switch", "0", "--simulate=" + minimalBoard, "--json"}).out);
     ChildProcess const child = registers({"diff", fresh.path(), up.path()});
     EXPECT_EQ(child.status, 1);
     EXPECT_THAT(child.out, HasSubstr("port 1/DefaultVLAN (0x11/0x07): 0x0001 -> 0x0005\n"
@@ -88,7 +88,7 @@ TEST(RegisterProgramTest, DumpsShowWhatBringUpChanged) {
 
 TEST(RegisterProgramTest, StatusesTellTheReason) {
     EXPECT_EQ(registers({"write", "parallel", "--simulate", "2.0.5=1"}).status, 9);
-    EXPECT_EQ(registers({"read", "smi", "--switch", "7", "--simulate=" + minimal, "port0/3"}).status, 8);
+    EXPECT_EQ(registers({"read", "smi", "--switch", "7", "--simulate=" + minimalBoard, "port0/3"}).status, 8);
     EXPECT_EQ(registers({"read", "serial", "--device", "/nonexistent/tty", "2.0.5"}).status, 4);
     EXPECT_EQ(registers({"diff", "/nonexistent/a", "/nonexistent/b"}).status, 3);
     EXPECT_EQ(registers({"read", "parallel", "--simulate", "2.0.999"}).status, 2);
@@ -147,9 +147,9 @@ TEST(RegisterProgramTest, AControllerCanBeServedToOtherPrograms) {
 }
 
 TEST(RegisterProgramTest, AControllerNeedsAVsc7390) {
-    ChildProcess const child = ChildProcess::runSwitchctl({"simulate-controller", minimal});
+    ChildProcess const child = ChildProcess::runSwitchctl({"simulate-controller", minimalBoard});
     EXPECT_EQ(child.status, 4);
-    EXPECT_EQ(child.errors, "switchctl: " + minimal + ": the board has no VSC7390\n");
+    EXPECT_EQ(child.errors, "switchctl: " + minimalBoard + ": the board has no VSC7390\n");
     EXPECT_EQ(ChildProcess::runSwitchctl({"simulate-controller"}).status, 2);
     EXPECT_EQ(ChildProcess::runSwitchctl({"simulate-controller", "/nonexistent/board.xml"}).status, 3);
     EXPECT_EQ(ChildProcess::runSwitchctl({"simulate-controller", "--fresh", "--link", "/tmp"}).status, 4);

@@ -15,7 +15,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-enum Register : unsigned {
+enum VitesseRegister : unsigned {
     macConfig = 0x00,
     packetsIn = 0x52,
     aggregationMask3 = 0x33,

@@ -10,11 +10,11 @@ using switchctl::check::GroupAddress;
 
 namespace {
 
-std::string on(std::string const& portId, std::string const& address) {
+std::string memberOf3(std::string const& portId, std::string const& address) {
     return member("3", portId, group(address));
 }
 
-std::string groups(std::string const& text) {
+std::string boardWith(std::string const& text) {
     return boardOf(vitesse("3"), tagBased("5", text));
 }
 
@@ -31,15 +31,15 @@ TEST(LibraryGroupsTest, RowsAreThoseOfTheChip) {
 }
 
 TEST(LibraryGroupsTest, TheTopBitOfTheSecondNumberIsNotPartOfAGroup) {
-    LibraryRun run(groups(on("1", "239.129.1.2") + on("2", "239.1.1.2")));
+    LibraryRun run(boardWith(memberOf3("1", "239.129.1.2") + memberOf3("2", "239.1.1.2")));
     auto const table = run.getBoard().getVitesse(3).getMacTable();
     ASSERT_EQ(table.size(), 1U);
     EXPECT_EQ(table.begin()->second.getPorts(), 0x6U);
 }
 
 TEST(LibraryGroupsTest, VlansThatAgreeInSixBitsShareAnEntry) {
-    LibraryRun run(
-        boardOf(vitesse("3"), tagBased("5", on("1", "239.1.1.2")) + tagBased("69", on("2", "239.1.1.2"))));
+    LibraryRun run(boardOf(vitesse("3"), tagBased("5", memberOf3("1", "239.1.1.2")) +
+                                             tagBased("69", memberOf3("2", "239.1.1.2"))));
     auto const table = run.getBoard().getVitesse(3).getMacTable();
     ASSERT_EQ(table.size(), 1U);
     EXPECT_EQ(table.begin()->second.getPorts(), 0x6U);
@@ -47,14 +47,15 @@ TEST(LibraryGroupsTest, VlansThatAgreeInSixBitsShareAnEntry) {
 }
 
 TEST(LibraryGroupsTest, TheVlanOfAGroupIsDecimal) {
-    LibraryRun run(boardOf(vitesse("3"), tagBased("10", on("1", "239.1.1.2"))));
+    LibraryRun run(boardOf(vitesse("3"), tagBased("10", memberOf3("1", "239.1.1.2"))));
     EXPECT_EQ(run.getBoard().getVitesse(3).getMacTable().begin()->second.vid, 10U);
     EXPECT_EQ(run.getBoard().getVitesse(3).getVlans().count(16), 1U);
 }
 
 TEST(LibraryGroupsTest, TheFifthGroupOfARowOverwrites) {
-    LibraryRun run(groups(on("1", "224.0.0.1") + on("2", "224.0.8.0") + on("3", "224.64.0.0") +
-                          on("4", "224.64.8.1") + on("5", "224.0.24.2")));
+    LibraryRun run(boardWith(memberOf3("1", "224.0.0.1") + memberOf3("2", "224.0.8.0") +
+                             memberOf3("3", "224.64.0.0") + memberOf3("4", "224.64.8.1") +
+                             memberOf3("5", "224.0.24.2")));
     auto const table = run.getBoard().getVitesse(3).getMacTable();
     ASSERT_EQ(table.size(), 4U);
     EXPECT_EQ(table.rbegin()->second.getPorts(), 0x20U);
@@ -63,7 +64,8 @@ TEST(LibraryGroupsTest, TheFifthGroupOfARowOverwrites) {
 TEST(LibraryGroupsTest, PortsBeyondTheCountAreForgotten) {
     LibraryRun run(
         boardOf("<switch id='3' switchModel='vsc7390'>" + port("0") + port("5") + port("6") + "</switch>",
-                tagBased("5", on("0", "239.1.1.2") + on("5", "239.1.1.2") + on("6", "239.1.1.2"))));
+                tagBased("5", memberOf3("0", "239.1.1.2") + memberOf3("5", "239.1.1.2") +
+                                  memberOf3("6", "239.1.1.2"))));
     EXPECT_EQ(run.getBoard().getVitesse(3).getMacTable().begin()->second.getPorts(), 0x41U);
 }
 
@@ -82,14 +84,14 @@ TEST(LibraryGroupsTest, An88E6096FiltersNoGroups) {
 }
 
 TEST(LibraryGroupsTest, AddressesAreNotChecked) {
-    LibraryRun run(groups(on("1", "192.168.1.1")));
+    LibraryRun run(boardWith(memberOf3("1", "192.168.1.1")));
     auto const table = run.getBoard().getVitesse(3).getMacTable();
     ASSERT_EQ(table.size(), 1U);
     EXPECT_EQ(table.begin()->second.getGroup(), 0x280101U);
 }
 
 TEST(LibraryGroupsTest, AddressesAreComparedAsTexts) {
-    LibraryRun run(groups(member("3", "1", group("239.1.1.2") + group(" 239.1.1.2"))));
+    LibraryRun run(boardWith(member("3", "1", group("239.1.1.2") + group(" 239.1.1.2"))));
     EXPECT_FALSE(run.says("Multicast Group already added"));
 }
 

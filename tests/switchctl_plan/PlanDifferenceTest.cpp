@@ -19,7 +19,7 @@ using testing::Not;
 
 namespace {
 
-CommandRun plan(std::vector<std::string> arguments) {
+CommandRun difference(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "plan");
     return CommandRun::of<PlanCommand>(arguments);
 }
@@ -37,7 +37,7 @@ std::string boardOf(std::string const& stateOfPort9, std::string const& more = "
 TEST(PlanDifferenceTest, EqualPlansPrintNothing) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second("<!-- the same in other words -->" + boardOf("forwarding"));
-    CommandRun const run = plan({first.path(), second.path()});
+    CommandRun const run = difference({first.path(), second.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_EQ(run.out, "");
 }
@@ -45,7 +45,7 @@ TEST(PlanDifferenceTest, EqualPlansPrintNothing) {
 TEST(PlanDifferenceTest, NamesTheWritesThatOnlyOneHas) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second(boardOf("disabled"));
-    CommandRun const run = plan({first.path(), second.path()});
+    CommandRun const run = difference({first.path(), second.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     EXPECT_THAT(run.out, HasSubstr("- only in " + first.path() + ": "));
     EXPECT_THAT(run.out, HasSubstr("+ only in " + second.path() + ": "));
@@ -58,7 +58,7 @@ TEST(PlanDifferenceTest, NamesTheWritesThatOnlyOneHas) {
 TEST(PlanDifferenceTest, JsonHasTheSame) {
     TemporaryFile const first(boardOf("forwarding"));
     TemporaryFile const second(boardOf("disabled"));
-    CommandRun const run = plan({first.path(), second.path(), "--json"});
+    CommandRun const run = difference({first.path(), second.path(), "--json"});
     EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     auto const json = nlohmann::json::parse(run.out);
     ASSERT_FALSE(json["differences"].empty());
@@ -81,7 +81,7 @@ TEST(PlanDifferenceTest, AChipThatOnlyOneHasIsInItAltogether) {
     TemporaryFile const second(boardOf(
         "forwarding", "<switch id='1' switchModel='88e6096'>"
                       "<port id='10' connectedTo='switchInterlink' portStatus='disabled'/></switch>"));
-    CommandRun const run = plan({first.path(), second.path()});
+    CommandRun const run = difference({first.path(), second.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::plansDiffer);
     EXPECT_THAT(run.out, HasSubstr("\nswitch 1\n"));
     EXPECT_THAT(run.out, Not(HasSubstr("\nswitch 0\n")));
@@ -91,6 +91,6 @@ TEST(PlanDifferenceTest, AChipThatOnlyOneHasIsInItAltogether) {
 
 TEST(PlanDifferenceTest, ADocumentThatCannotBeReadIsRefused) {
     TemporaryFile const first(boardOf("forwarding"));
-    EXPECT_EQ(plan({first.path(), "/nonexistent.xml"}).status, chips::ExitStatus::badDocument);
-    EXPECT_EQ(plan({"/nonexistent.xml", first.path()}).status, chips::ExitStatus::badDocument);
+    EXPECT_EQ(difference({first.path(), "/nonexistent.xml"}).status, chips::ExitStatus::badDocument);
+    EXPECT_EQ(difference({"/nonexistent.xml", first.path()}).status, chips::ExitStatus::badDocument);
 }

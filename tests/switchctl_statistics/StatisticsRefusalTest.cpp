@@ -20,10 +20,10 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
+constexpr char const* mixedBoard = EXAMPLES_FOLDER "/mixed.xml";
 constexpr char const* minimal = EXAMPLES_FOLDER "/minimal.xml";
 
-CommandRun statistics(std::vector<std::string> arguments) {
+CommandRun refused(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "statistics");
     return CommandRun::of<StatisticsCommand>(arguments, std::string("/nonexistent/mem"));
 }
@@ -48,7 +48,7 @@ class RefusedByParserTest : public testing::TestWithParam<Refusal> {};
 } // namespace
 
 TEST_P(RefusedArgumentTest, IsNamedWithTheReason) {
-    CommandRun const run = statistics(GetParam().arguments);
+    CommandRun const run = refused(GetParam().arguments);
     EXPECT_EQ(run.status, chips::ExitStatus::usage);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.errors, "switchctl: " + GetParam().reason + "\n");
@@ -57,27 +57,29 @@ TEST_P(RefusedArgumentTest, IsNamedWithTheReason) {
 INSTANTIATE_TEST_SUITE_P(
     Arguments, RefusedArgumentTest,
     testing::Values(
-        Refusal{{mixed, "4.1", "--simulate"},
-                "port \"4.1\": " + std::string(mixed) + " has no switch 4 (it has 0, 1, 2, 3)"},
-        Refusal{{mixed, "0.11", "--simulate"}, "port \"0.11\": switch 0 (88e6096) has the ports 0 to 10"},
-        Refusal{{mixed, "3.24", "--simulate"}, "port \"3.24\": switch 3 (vsc7390) has the ports 0 to 23"},
+        Refusal{{mixedBoard, "4.1", "--simulate"},
+                "port \"4.1\": " + std::string(mixedBoard) + " has no switch 4 (it has 0, 1, 2, 3)"},
+        Refusal{{mixedBoard, "0.11", "--simulate"},
+                "port \"0.11\": switch 0 (88e6096) has the ports 0 to 10"},
+        Refusal{{mixedBoard, "3.24", "--simulate"},
+                "port \"3.24\": switch 3 (vsc7390) has the ports 0 to 23"},
         Refusal{{minimal, "0.5", "--simulate"},
                 "port \"0.5\": switch 0 (88e6096) has no port 5 in " + std::string(minimal)},
-        Refusal{{mixed, "0-1", "--simulate"}, "port \"0-1\": not of the form SWITCH.PORT"},
-        Refusal{{mixed, "0.1x", "--simulate"}, "port \"0.1x\": not of the form SWITCH.PORT"},
-        Refusal{{mixed, "0.1", "--simulate", "--seed", "0.1/inUnicast"},
+        Refusal{{mixedBoard, "0-1", "--simulate"}, "port \"0-1\": not of the form SWITCH.PORT"},
+        Refusal{{mixedBoard, "0.1x", "--simulate"}, "port \"0.1x\": not of the form SWITCH.PORT"},
+        Refusal{{mixedBoard, "0.1", "--simulate", "--seed", "0.1/inUnicast"},
                 "\"0.1/inUnicast\": not of the form SWITCH.PORT/COUNTER=VALUE[+STEP]"},
-        Refusal{{mixed, "0.1", "--simulate", "--seed", "0.1/inGoodandBadOctets=1"},
+        Refusal{{mixedBoard, "0.1", "--simulate", "--seed", "0.1/inGoodandBadOctets=1"},
                 "\"0.1/inGoodandBadOctets=1\": a port of a 88e6096 has no counter \"inGoodandBadOctets\""},
-        Refusal{{mixed, "0.1", "--simulate", "--seed", "0.2/inUnicast=1"},
+        Refusal{{mixedBoard, "0.1", "--simulate", "--seed", "0.2/inUnicast=1"},
                 "\"0.2/inUnicast=1\": port 0.2 is not one of those that are read"},
-        Refusal{{mixed, "0.1", "--simulate", "--seed", "0.1/inFiltered=65536"},
+        Refusal{{mixedBoard, "0.1", "--simulate", "--seed", "0.1/inFiltered=65536"},
                 "\"0.1/inFiltered=65536\": inFiltered takes decimal numbers up to 65535"},
-        Refusal{{mixed, "0.1", "--simulate", "--seed", "0.1/inUnicast=1+0x2"},
+        Refusal{{mixedBoard, "0.1", "--simulate", "--seed", "0.1/inUnicast=1+0x2"},
                 "\"0.1/inUnicast=1+0x2\": inUnicast takes decimal numbers up to 4294967295"}));
 
 TEST_P(RefusedByParserTest, IsNamedWithTheReason) {
-    CommandRun const run = statistics(GetParam().arguments);
+    CommandRun const run = refused(GetParam().arguments);
     EXPECT_EQ(run.status, chips::ExitStatus::usage);
     EXPECT_THAT(run.errors, HasSubstr(GetParam().reason));
 }
@@ -85,44 +87,44 @@ TEST_P(RefusedByParserTest, IsNamedWithTheReason) {
 INSTANTIATE_TEST_SUITE_P(
     Options, RefusedByParserTest,
     testing::Values(Refusal{{}, "BOARD.xml is required"},
-                    Refusal{{mixed, "--format", "xml"}, "--format: xml not in {text,json,openmetrics}"},
-                    Refusal{{mixed, "--watch", "0"}, "--watch: Value 0 not in range"},
-                    Refusal{{mixed, "--watch", "soon"}, "--watch"},
-                    Refusal{{mixed, "--watch", "1", "--count", "0"}, "--count: Value 0 not in range"},
-                    Refusal{{mixed, "--count", "1"}, "--count requires --watch"},
-                    Refusal{{mixed, "--seed", "0.1/inUnicast=1"}, "--seed requires --simulate"},
-                    Refusal{{mixed, "--watch", "1", "--format", "json"},
+                    Refusal{{mixedBoard, "--format", "xml"}, "--format: xml not in {text,json,openmetrics}"},
+                    Refusal{{mixedBoard, "--watch", "0"}, "--watch: Value 0 not in range"},
+                    Refusal{{mixedBoard, "--watch", "soon"}, "--watch"},
+                    Refusal{{mixedBoard, "--watch", "1", "--count", "0"}, "--count: Value 0 not in range"},
+                    Refusal{{mixedBoard, "--count", "1"}, "--count requires --watch"},
+                    Refusal{{mixedBoard, "--seed", "0.1/inUnicast=1"}, "--seed requires --simulate"},
+                    Refusal{{mixedBoard, "--watch", "1", "--format", "json"},
                             "--watch: shows rates as text, not as json"}));
 
 TEST(StatisticsRefusalTest, HardwareThatIsNotThere) {
-    CommandRun const run = statistics({mixed, "0.1"});
+    CommandRun const run = refused({mixedBoard, "0.1"});
     EXPECT_EQ(run.status, chips::ExitStatus::noHardware);
     EXPECT_THAT(run.errors, StartsWith("switchctl: /nonexistent/mem: No such file or directory"));
 }
 
 TEST(StatisticsRefusalTest, ADocumentThatIsNotThere) {
-    CommandRun const run = statistics({"/nonexistent/board.xml", "--simulate"});
+    CommandRun const run = refused({"/nonexistent/board.xml", "--simulate"});
     EXPECT_EQ(run.status, chips::ExitStatus::badDocument);
     EXPECT_THAT(run.errors, HasSubstr("/nonexistent/board.xml"));
 }
 
 TEST(StatisticsRefusalTest, ADocumentWithoutPorts) {
     TemporaryFile const board("<switches/>");
-    CommandRun const run = statistics({board.path(), "--simulate"});
+    CommandRun const run = refused({board.path(), "--simulate"});
     EXPECT_EQ(run.status, chips::ExitStatus::badDocument);
     EXPECT_EQ(run.errors, "switchctl: " + board.path() + ": the document has no port of a known switch\n");
 }
 
 TEST(StatisticsRefusalTest, ABoardThatDoesNotComeUp) {
     TemporaryFile const other("<switches/>");
-    CommandRun const run = statistics({mixed, "0.1", "--simulate=" + other.path()});
+    CommandRun const run = refused({mixedBoard, "0.1", "--simulate=" + other.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::startUpFailed);
     EXPECT_THAT(run.errors, HasSubstr(other.path()));
 }
 
 TEST(StatisticsRefusalTest, ASeedForAChipThatTheOtherBoardHasNot) {
     CommandRun const run =
-        statistics({mixed, "1.3", "--simulate=" + std::string(minimal), "--seed", "1.3/inUnicast=1"});
+        refused({mixedBoard, "1.3", "--simulate=" + std::string(minimal), "--seed", "1.3/inUnicast=1"});
     EXPECT_EQ(run.status, chips::ExitStatus::usage);
     EXPECT_EQ(run.errors, "switchctl: \"1.3/inUnicast=1\": the simulated board has no such port\n");
 }

@@ -12,12 +12,12 @@ using testing::Not;
 
 namespace {
 
-constexpr char const* minimal = EXAMPLES_FOLDER "/minimal.xml";
+constexpr char const* minimalBoard = EXAMPLES_FOLDER "/minimal.xml";
 
 /// A watch whose counter wraps in its first round.
 std::vector<std::string> watch(std::vector<std::string> const& more = {}) {
     std::vector<std::string> arguments = {
-        "statistics", minimal, "0.8", "0.9", "--simulate", "--seed", "0.8/inUnicast=4294967290+10",
+        "statistics", minimalBoard, "0.8", "0.9", "--simulate", "--seed", "0.8/inUnicast=4294967290+10",
         "--watch",    "0.1"};
     arguments.insert(arguments.end(), more.begin(), more.end());
     return arguments;

@@ -11,7 +11,7 @@ using test_support::Lines;
 
 namespace {
 
-using Members = std::map<unsigned int, ManagedSwitchPort*>;
+using GroupMembers = std::map<unsigned int, ManagedSwitchPort*>;
 
 std::string const group = "239.129.1.2";
 
@@ -19,15 +19,15 @@ class MulticastGroupTest : public SwitchTest {
 protected:
     MulticastGroupTest() : SwitchTest(24) {}
 
-    Members ports(std::initializer_list<unsigned int> ids) {
-        Members members;
+    GroupMembers ports(std::initializer_list<unsigned int> ids) {
+        GroupMembers members;
         for (auto const id : ids) {
             members[id] = chip.getPort(id);
         }
         return members;
     }
 
-    bool write(Members const& members) { return chip.writeMulticastGroup(group, 10, members); }
+    bool write(GroupMembers const& members) { return chip.writeMulticastGroup(group, 10, members); }
 };
 
 TEST_F(MulticastGroupTest, WritesANewGroupToTheFirstFreeBucket) {
@@ -68,7 +68,7 @@ TEST_F(MulticastGroupTest, WithoutMembersTheEntryStays) {
 TEST_F(MulticastGroupTest, TheWholeVlanIdIsWritten) {
     Accesses table = writeEntry(0x00010102, 0xFFCA0000);
     expectSuccess(script, foundFirst() + table,
-                  [&] { return chip.writeMulticastGroup(group, 0xFFCA, Members{}); });
+                  [&] { return chip.writeMulticastGroup(group, 0xFFCA, GroupMembers{}); });
 }
 
 TEST_F(MulticastGroupTest, InAFullRowTheLastBucketIsOverwritten) {
@@ -93,7 +93,7 @@ TEST_F(MulticastGroupTest, AMemberWithoutAPortObjectKeepsItsBit) {
 TEST_F(MulticastGroupTest, PortsBeyondTheMaskContributeNothing) {
     test_support::CallLog calls;
     test_support::RecordingSwitch elsewhere(bench.application, 6, calls);
-    Members members{{3, chip.getPort(3)}};
+    GroupMembers members{{3, chip.getPort(3)}};
     for (unsigned int const id : {32U, 35U, 64U, 256U, 0xFFFFFFFFU}) {
         members[id] = &elsewhere.addPort(id);
     }
@@ -146,7 +146,7 @@ TEST_F(MulticastGroupTest, ATableThatStaysBusyEndsTheWrite) {
 }
 
 TEST_F(MulticastGroupTest, ReadsTheMembersOfAGroup) {
-    Members members;
+    GroupMembers members;
     expectSuccess(script,
                   foundFirst(0x81010102) +
                       Accesses{reads(2, 0, 0x07, 0x81010102), reads(2, 0, 0x06, 0x000A8281)},
@@ -156,7 +156,7 @@ TEST_F(MulticastGroupTest, ReadsTheMembersOfAGroup) {
 }
 
 TEST_F(MulticastGroupTest, AddsTheMembersToTheMap) {
-    Members members = ports({5});
+    GroupMembers members = ports({5});
     expectSuccess(script,
                   foundFirst() + Accesses{reads(2, 0, 0x07, 0x08010102), reads(2, 0, 0x06, 0x000A0000)},
                   [&] { return chip.readMulticastGroup(group, 10, members); });
@@ -164,7 +164,7 @@ TEST_F(MulticastGroupTest, AddsTheMembersToTheMap) {
 }
 
 TEST_F(MulticastGroupTest, AGroupThatIsNotThereCannotBeRead) {
-    Members members;
+    GroupMembers members;
     script.expect(emptyRow());
     EXPECT_FALSE(chip.readMulticastGroup(group, 10, members));
     EXPECT_TRUE(members.empty());
@@ -174,7 +174,7 @@ TEST_F(MulticastGroupTest, ReadingEndsAtEachFailure) {
     ReportedFailures const reported(script);
     Accesses const table =
         foundFirst() + Accesses{reads(2, 0, 0x07, 0x08010102), reads(2, 0, 0x06, 0x000A0000)};
-    Members members;
+    GroupMembers members;
     expectEachFailureStops(script, table, [&] { return chip.readMulticastGroup(group, 10, members); },
                            {1, 2, 3, 4});
     EXPECT_TRUE(members.empty());
@@ -186,21 +186,21 @@ protected:
 };
 
 TEST_F(SmallSwitchMulticastTest, BitsBeyondTheNumberOfPortsAreNotRead) {
-    Members members;
+    GroupMembers members;
     expectSuccess(script,
                   foundFirst() + Accesses{reads(2, 0, 0x07, 0xFE010102), reads(2, 0, 0x06, 0x000AFFFF)},
                   [&] { return chip.readMulticastGroup(group, 10, members); });
-    EXPECT_EQ(members, (Members{{1, chip.getPort(1)}}));
+    EXPECT_EQ(members, (GroupMembers{{1, chip.getPort(1)}}));
 }
 
 TEST_F(SmallSwitchMulticastTest, AMemberThatTheSwitchDoesNotHaveIsReadAndKept) {
     std::pair<unsigned int, TrunkGroup*> trunk(0, new TrunkGroup(1));
     chip.insertTrunkGroup(trunk);
     ASSERT_EQ(chip.getNumberOfPorts(), 3) << "two ports and a trunk group";
-    Members members;
+    GroupMembers members;
     Accesses const data{reads(2, 0, 0x07, 0x05010102), reads(2, 0, 0x06, 0x000A0000)};
     expectSuccess(script, foundFirst() + data, [&] { return chip.readMulticastGroup(group, 10, members); });
-    EXPECT_EQ(members, (Members{{0, chip.getPort(0)}, {2, nullptr}}));
+    EXPECT_EQ(members, (GroupMembers{{0, chip.getPort(0)}, {2, nullptr}}));
     EXPECT_EQ(bench.log.take(), (Lines{"error|ManagedSwitch::getPort id 2 out of bounds"}));
     expectSuccess(script, foundFirst() + data + foundFirst() + writeEntry(0x07010102, 0x000A0000),
                   [&] { return port(1).addPortToMulticastGroup(group, 10); });

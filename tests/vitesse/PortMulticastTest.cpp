@@ -6,7 +6,7 @@ using test_support::Lines;
 
 namespace {
 
-using Members = std::map<unsigned int, ManagedSwitchPort*>;
+using GroupMembers = std::map<unsigned int, ManagedSwitchPort*>;
 
 std::string const group = "239.129.1.2";
 
@@ -96,13 +96,13 @@ class SwitchWithOwnGroups : public VitesseSwitch {
 public:
     using VitesseSwitch::VitesseSwitch;
 
-    bool readMulticastGroup(std::string ipAddress, unsigned short vid, Members& ports) override {
+    bool readMulticastGroup(std::string ipAddress, unsigned short vid, GroupMembers& ports) override {
         read.push_back(ipAddress + " " + std::to_string(vid) + " " + std::to_string(ports.size()));
         ports.insert(members.begin(), members.end());
         return known;
     }
 
-    bool writeMulticastGroup(std::string ipAddress, unsigned short vid, Members ports) override {
+    bool writeMulticastGroup(std::string ipAddress, unsigned short vid, GroupMembers ports) override {
         written.push_back(ipAddress + " " + std::to_string(vid));
         members = ports;
         return true;
@@ -110,7 +110,7 @@ public:
 
     std::vector<std::string> read;
     std::vector<std::string> written;
-    Members members;
+    GroupMembers members;
     bool known = true;
 };
 
@@ -124,7 +124,7 @@ TEST_F(PortMulticastByOverrideTest, GroupsAreReachedThroughTheOverrides) {
     EXPECT_TRUE(port(3).addPortToMulticastGroup(group, 10));
     EXPECT_THAT(chip.read, testing::ElementsAre("239.129.1.2 10 0"));
     EXPECT_THAT(chip.written, testing::ElementsAre("239.129.1.2 10"));
-    EXPECT_EQ(chip.members, (Members{{3, &port(3)}}));
+    EXPECT_EQ(chip.members, (GroupMembers{{3, &port(3)}}));
     EXPECT_FALSE(port(3).removePortFromMulticastGroup(group, 10));
     EXPECT_EQ(chip.written.size(), 1U);
     chip.known = true;
@@ -138,7 +138,7 @@ TEST_F(PortMulticastByOverrideTest, GroupsAreReachedThroughTheOverrides) {
 TEST_F(PortMulticastByOverrideTest, MembersAreToldByTheirOwnNumber) {
     chip.members = {{1, &port(2)}, {2, nullptr}, {3, &port(1)}};
     EXPECT_TRUE(port(1).removePortFromMulticastGroup(group, 10));
-    EXPECT_EQ(chip.members, (Members{{1, &port(2)}, {2, nullptr}}));
+    EXPECT_EQ(chip.members, (GroupMembers{{1, &port(2)}, {2, nullptr}}));
     EXPECT_TRUE(port(3).removePortFromMulticastGroup(group, 10)) << "no member";
     EXPECT_EQ(chip.written.size(), 1U);
 }

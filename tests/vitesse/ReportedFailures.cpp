@@ -14,9 +14,9 @@ constexpr char const* readerName =
 constexpr char const* writerName =
     "_ZN28VitesseParallelCommunication13writeRegisterERKN31VitesseManagementCommunications3BsaERKj";
 
-using Access = VitesseParallelCommunication;
-using Reader = bool (*)(Access*, Access::Bsa const*, unsigned int*);
-using Writer = bool (*)(Access*, Access::Bsa const*, unsigned int const*);
+using Bus = VitesseParallelCommunication;
+using Reader = bool (*)(Bus*, Bus::Bsa const*, unsigned int*);
+using Writer = bool (*)(Bus*, Bus::Bsa const*, unsigned int const*);
 
 bool hasFailed() {
     return failingScript != nullptr && failingScript->lastAccessFailed();

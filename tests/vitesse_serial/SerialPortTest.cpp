@@ -11,7 +11,7 @@ using serial_test::SerialBench;
 
 namespace {
 
-constexpr char const* nowhere = "/nonexistent/ttyS7";
+constexpr char const* noSuchLine = "/nonexistent/ttyS7";
 
 /// The lowest number that the system would give to the next file.
 int nextDescriptor() {
@@ -97,14 +97,14 @@ TEST_F(SerialPortTest, OpensAnotherDeviceByName) {
 }
 
 TEST_F(SerialPortTest, ADeviceThatIsNotThereDoesNotOpen) {
-    SerialPort port(nowhere, SerialPort::baud9600);
+    SerialPort port(noSuchLine, SerialPort::baud9600);
     EXPECT_FALSE(port.Open());
     EXPECT_EQ(printed(), "There was an error!\n");
 }
 
 // A descriptor of -1 counts as open, and closing it fails.
 TEST_F(SerialPortTest, SaysThatClosingFailed) {
-    SerialPort port(nowhere, SerialPort::baud9600);
+    SerialPort port(noSuchLine, SerialPort::baud9600);
     EXPECT_FALSE(port.Open());
     printed();
     port.Close();
@@ -114,7 +114,7 @@ TEST_F(SerialPortTest, SaysThatClosingFailed) {
 }
 
 TEST_F(SerialPortTest, OpeningAfterAFailureClosesFirstToo) {
-    SerialPort port(nowhere, SerialPort::baud9600);
+    SerialPort port(noSuchLine, SerialPort::baud9600);
     EXPECT_FALSE(port.Open());
     printed();
     EXPECT_TRUE(port.Open(device()));
@@ -174,7 +174,7 @@ TEST_F(SerialPortTest, AFileHasNoLineToSetUp) {
 }
 
 TEST_F(SerialPortTest, AClosedPortHasNoLineToSetUp) {
-    SerialPort port(nowhere, SerialPort::baud9600);
+    SerialPort port(noSuchLine, SerialPort::baud9600);
     EXPECT_FALSE(port.Open());
     EXPECT_FALSE(port.setBaud(SerialPort::baud9600));
     EXPECT_EQ(printed(), "There was an error!\n"
