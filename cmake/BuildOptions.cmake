@@ -13,6 +13,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
     # The register accessors must stay replaceable by the process that loads the library.
     target_compile_options(build_options INTERFACE -fsemantic-interposition)
 endif()
+if(CMAKE_UNITY_BUILD)
+    # A source that is included in another one is no header.
+    target_compile_options(build_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(SWITCHMANAGER_WARNINGS_AS_ERRORS)
     target_compile_options(build_options INTERFACE -Werror)
 endif()

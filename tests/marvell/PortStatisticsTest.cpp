@@ -18,7 +18,7 @@ namespace {
 
 using Operation = MarvellPort::StatsOperationCommand;
 
-Lines const statsTimeout{"error|MarvellPort::statsCommand Stats Busy statsTimeout\n"};
+Lines const statsTimeout{"error|MarvellPort::statsCommand Stats Busy timeout\n"};
 
 /// Global 1 (device 0x1B): 0x1D statistics operation with bit 15 for busy, 0x1E and 0x1F the high and
 /// low half of a counter.

@@ -14,7 +14,7 @@ namespace {
 
 using State = ManagedSwitchPort::PortEnabledStatus;
 
-Lines const stuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready stuTimeout\n"};
+Lines const stuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
 Lines const outOfBounds{"error|MarvellSwitch::writeSpanningTreeTable Port in map out of bounds\n"};
 
 State state(unsigned int code) {

@@ -11,7 +11,7 @@ using test_support::writes;
 
 namespace {
 
-Lines const commandTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready commandTimeout\n"};
+Lines const commandTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
 
 /// Global 1 (device 0x1B): 0x02 filtering database, 0x03 spanning tree, 0x05 operation, 0x06 VLAN id
 /// with bit 12 for a valid entry.

@@ -8,7 +8,7 @@ using test_support::reads;
 
 namespace {
 
-Lines const vtuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready vtuTimeout\n"};
+Lines const vtuTimeout{"error|MarvellSwitch::waitVlanTableReady Vlan Table ready timeout\n"};
 
 /// Bit 15 of Global 1 (device 0x1B) register 0x05 means that the table unit is busy.
 class VlanTableReadyTest : public SwitchTest {

@@ -7,7 +7,7 @@
 
 #include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
-#include "tests/switchctl/ChildProcess.hpp"
+#include "tests/support/ChildProcess.hpp"
 
 using board::BoardSession;
 using simulation::Marvell88E6096TestSide;

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ChildProcess.hpp"
 #include "tests/support/TemporaryFile.hpp"
-#include "tests/switchctl/ChildProcess.hpp"
 
 using test_support::TemporaryFile;
 using testing::HasSubstr;

@@ -1,0 +1,60 @@
+#include "tests/switchctl/check/CheckCase.hpp"
+#include "tests/switchctl/check/Documents.hpp"
+
+namespace {
+
+/// A trunk whose start tag stands on a line of its own.
+std::string trunk(std::string const& id, std::string const& ports, std::string const& mark = "\n") {
+    return "<trunk" + (id.empty() ? "" : " id='" + id + "'") + ">" + mark + ports + "</trunk>\n";
+}
+
+std::string two() {
+    return "<port id='1'/>\n<port id='2'/>\n";
+}
+
+std::string others() {
+    return "<port id='3'/>\n<port id='4'/>\n";
+}
+
+/// A VSC7390 with two kinds of links.
+std::string speeds(std::string const& trunks) {
+    return boardOf("<switch id='3' switchModel='vsc7390'>\n" + port("1", "switchInterlink") +
+                   port("2", "switchInterlink") + port("3", "smac") + port("4") + "\n" + trunks +
+                   "</switch>\n");
+}
+
+} // namespace
+
+std::vector<CheckCase> trunkCases() {
+    return {
+        {"trunk-id-not-a-number", boardOf(vitesse("3", trunk("", two(), here))),
+         boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-id-not-a-number", boardOf(vitesse("3", trunk("up", two(), here))),
+         boardOf(vitesse("3", trunk("0", two())))},
+        {"trunk-members-lost", boardOf(vitesse("3", trunk("0x1", two(), here))),
+         boardOf(vitesse("3", trunk("01", two())))},
+        {"trunk-id-shared",
+         boardOf(vitesse("3", trunk("1", two(), here)) + marvell("0", trunk("1", others(), here))),
+         boardOf(vitesse("3", trunk("1", two())) + marvell("0", trunk("2", others())))},
+        {"trunk-id-shared", boardOf(vitesse("3", trunk("1", two(), here) + trunk("1", others(), here))),
+         boardOf(vitesse("3", trunk("1", two()) + trunk("2", others())))},
+        {"trunk-outside-switch", boardOf(vitesse("3"), trunk("1", two(), here)),
+         boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-port-unknown", boardOf(vitesse("3", trunk("1", two() + "<port id='24'/>" + here))),
+         boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-port-in-two",
+         boardOf(vitesse("3", trunk("1", two()) + trunk("2", "<port id='2'/>" + std::string(here)))),
+         boardOf(vitesse("3", trunk("1", two()) + trunk("2", others())))},
+        {"trunk-unsupported", boardOf(marvell("0", trunk("1", two(), here))),
+         boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-of-one-port", boardOf(vitesse("3", trunk("1", "<port id='1'/>", here))),
+         boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-speeds-differ", speeds(trunk("1", "<port id='1'/><port id='3'/>", here)),
+         speeds(trunk("1", two()))},
+        {"trunk-speeds-differ", speeds(trunk("1", "<port id='1'/><port id='4'/>", here)),
+         speeds(trunk("1", two()))},
+        {"trunk-vlans-differ",
+         boardOf(vitesse("3", trunk("1", two(), here)), tagBased("5", member("3", "1"))),
+         boardOf(vitesse("3", trunk("1", two())), tagBased("5", member("3", "1") + member("3", "2")))},
+    };
+}
