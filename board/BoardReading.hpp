@@ -20,6 +20,9 @@ class BoardReading {
 public:
     enum class Chip { marvell88E6096, vitesse7390 };
 
+    /// Stands for a number that the document does not have.
+    static constexpr int noNumber = -1;
+
     struct Port {
         xmlNodePtr element = nullptr;
         unsigned int id = 0;
@@ -51,6 +54,9 @@ public:
         std::vector<Trunk> trunks;
         /// What the library takes for the number of ports: every port element and every trunk.
         unsigned int entryCount = 0;
+
+        /// The port that the library finds by that number, or null. One without a number is found by none.
+        Port const* findPort(unsigned int portId) const;
 
         unsigned int portsOfChip() const { return kind->getFacts().ports; }
         std::string const& chipName() const { return kind->getFacts().name; }
@@ -88,8 +94,8 @@ public:
 
     struct Member {
         xmlNodePtr element = nullptr;
-        int switchId = -1;
-        int portId = -1;
+        int switchId = noNumber;
+        int portId = noNumber;
         Outcome outcome = Outcome::added;
     };
 
@@ -127,6 +133,9 @@ public:
 
     /// The id that discovery gives a switch element.
     static unsigned int switchIdOf(xmlNodePtr switchElement);
+
+    /// The number of the port that an element within a trunk names.
+    static unsigned int trunkPortIdOf(xmlNodePtr member);
 
     /// The id under which the library keeps a VLAN element.
     static unsigned int vlanIdOf(xmlNodePtr vlanElement);

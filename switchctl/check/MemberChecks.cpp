@@ -37,7 +37,10 @@ void switchUnknown(board::BoardReading const& board, Report const& report) {
 void portUnknown(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::unknownPort, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
-               "Switch " + std::to_string(member.switchId) + " has no port " + std::to_string(member.portId) +
+               (member.portId == board::BoardReading::noNumber
+                    ? "The member has no port number"
+                    : "Switch " + std::to_string(member.switchId) + " has no port " +
+                          std::to_string(member.portId)) +
                    " (portId is " + board::quotedAttribute(member.element, "portId") +
                    "): the library reports it and leaves the member out of " + board::vlanName(vlan.id) + ".",
                "Add the port to the switch, or write the id of a port that it has.");

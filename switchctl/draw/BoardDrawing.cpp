@@ -62,10 +62,10 @@ std::string portNode(int switchId, int portId) {
 }
 
 std::optional<int> trunkOf(board::BoardReading::Switch const& owner, unsigned int portId) {
-    constexpr int noPort = -1;
     for (board::BoardReading::Trunk const& trunk : owner.trunks) {
         for (xmlNodePtr const member : trunk.members) {
-            if (board::numberOr(member, "id", noPort) == static_cast<int>(portId)) {
+            unsigned int const number = board::BoardReading::trunkPortIdOf(member);
+            if (number == portId && owner.findPort(number) != nullptr) {
                 return trunk.id;
             }
         }
