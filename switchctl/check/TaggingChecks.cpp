@@ -1,5 +1,6 @@
 #include "switchctl/check/CheckTable.hpp"
 
+#include <algorithm>
 #include <set>
 
 #include "board/BoardReading.hpp"
@@ -143,6 +144,26 @@ bool isInTagBasedVlan(board::BoardReading const& board, unsigned int switchId, u
     return !taggingsOf(board, switchId, portId).empty();
 }
 
+/// Whether the port is to stand aside for another one of its trunk, since an 88E6096 has none: the one that
+/// is in a VLAN, or else the lowest in use.
+bool standsAside(board::BoardReading const& board, Switch const& owner, unsigned int portId) {
+    std::set<unsigned int> mates;
+    for (board::BoardReading::Trunk const& trunk : owner.trunks) {
+        std::set<unsigned int> ports;
+        for (xmlNodePtr const member : trunk.members) {
+            ports.insert(board::BoardReading::trunkPortIdOf(member));
+        }
+        if (owner.isMarvell() && ports.count(portId) != 0) {
+            mates.insert(ports.begin(), ports.end());
+        }
+    }
+    return std::any_of(mates.begin(), mates.end(), [&](unsigned int mate) {
+        board::BoardReading::Port const* const port = owner.findPort(mate);
+        bool const isLower = mate < portId && port != nullptr && port->portStatus != "disabled";
+        return mate != portId && (isLower || isInTagBasedVlan(board, owner.id, mate));
+    });
+}
+
 void inNoVlan(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
@@ -150,7 +171,7 @@ void inNoVlan(board::BoardReading const& board, Report const& report) {
             // ports-beyond-count.
             bool const keptOut = owner.byChip(true, id < owner.entryCount);
             if (port.element->parent != owner.element || port.portStatus == "disabled" || !keptOut ||
-                isInTagBasedVlan(board, switchId, id)) {
+                isInTagBasedVlan(board, switchId, id) || standsAside(board, owner, id)) { // trunk-unsupported
                 continue;
             }
             report(port.element,

@@ -25,6 +25,15 @@ template <typename Use> void forEachTrunk(BoardReading const& board, Use use) {
     }
 }
 
+/// Of the chips that have trunks.
+template <typename Use> void forEachTrunkInChip(BoardReading const& board, Use use) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        if (!owner.isMarvell()) {
+            use(owner, trunk);
+        }
+    });
+}
+
 std::string ownIds() {
     return "Give every trunk of the document an id of its own, in decimal digits.";
 }
@@ -113,6 +122,9 @@ void portUnknown(BoardReading const& board, Report const& report) {
 
 void portInTwo(BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
+        if (owner.isMarvell()) {
+            continue;
+        }
         std::map<unsigned int, xmlNodePtr> trunkOf;
         for (Trunk const& trunk : owner.trunks) {
             for (xmlNodePtr const member : board::children(trunk.element, "port")) {
@@ -132,20 +144,44 @@ void portInTwo(BoardReading const& board, Report const& report) {
     }
 }
 
+/// The ports that carry frames of tag-based VLANs, by VLAN. A port that the library does not count is in all.
+std::map<unsigned int, std::vector<unsigned int>> portsByVlan(BoardReading const& board, Switch const& owner,
+                                                              Trunk const& trunk) {
+    std::map<unsigned int, std::vector<unsigned int>> ports;
+    for (auto const& [vlanId, vlan] : board.getVlans()) {
+        for (auto const& entry : portsOf(owner, trunk)) {
+            bool const isMember = board.membershipsOf(owner.id, entry.first).count(vlanId) != 0;
+            if (vlan.tagBased && (isMember || entry.first >= owner.entryCount)) {
+                ports[vlanId].push_back(entry.first);
+            }
+        }
+    }
+    return ports;
+}
+
 void unsupported(BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
-        if (owner.isMarvell()) {
-            report(trunk.element,
-                   "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single "
-                   "ones, and "
-                   "two links to the same neighbour are a loop.",
-                   "Connect one of the links only, or keep the others in no VLAN.");
+        if (!owner.isMarvell()) {
+            return;
         }
+        std::string loop;
+        for (auto const& [vlanId, ports] : portsByVlan(board, owner, trunk)) {
+            if (ports.size() > 1 && loop.empty()) {
+                loop = " Two links to the same neighbour are a loop: " + board::portsName(ports) +
+                       " carry the frames of " + board::vlanName(vlanId) + ".";
+            }
+        }
+        report(
+            trunk.element,
+            "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single ones." +
+                loop,
+            "Leave the trunk out. Use one of its ports, listed in the VLANs; write the others into no VLAN, "
+            "with portStatus=\"disabled\", and list all ports of the chip.");
     });
 }
 
 void onePort(BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         if (portsOf(owner, trunk).size() < 2) {
             report(trunk.element, "A trunk of fewer than two ports shares no traffic out.",
                    "List at least two ports of the switch.");
@@ -161,7 +197,7 @@ std::string speedOf(Port const& port) {
 }
 
 void speedsDiffer(BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::string, std::vector<unsigned int>> bySpeed;
         for (auto const& [id, port] : portsOf(owner, trunk)) {
             bySpeed[speedOf(*port)].push_back(id);
@@ -191,7 +227,7 @@ std::set<unsigned int> vlansOf(BoardReading const& board, Switch const& owner, u
 }
 
 void vlansDiffer(BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::set<unsigned int>, std::vector<unsigned int>> byVlans;
         for (auto const& entry : portsOf(owner, trunk)) {
             byVlans[vlansOf(board, owner, entry.first)].push_back(entry.first);
@@ -224,7 +260,7 @@ std::vector<Check> trunkChecks() {
         {"trunk-outside-switch", Severity::error, "a trunk that no switch finds", outsideSwitch},
         {"trunk-port-unknown", Severity::error, "a trunk's port that the switch does not have", portUnknown},
         {"trunk-port-in-two", Severity::error, "a port in two trunks", portInTwo},
-        {"trunk-unsupported", Severity::note, "a trunk on an 88E6096", unsupported},
+        {"trunk-unsupported", Severity::warning, "a trunk on an 88E6096", unsupported},
         {"trunk-of-one-port", Severity::warning, "a trunk of fewer than two ports", onePort},
         {"trunk-speeds-differ", Severity::warning, "trunk ports of different speeds", speedsDiffer},
         {"trunk-vlans-differ", Severity::warning, "trunk ports in different VLANs", vlansDiffer},

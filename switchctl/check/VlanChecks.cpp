@@ -6,6 +6,7 @@
 #include "board/BoardReading.hpp"
 #include "board/Element.hpp"
 #include "board/Wording.hpp"
+#include "switchctl/check/VlanSpelling.hpp"
 
 namespace switchctl::check {
 
@@ -15,6 +16,13 @@ std::string smallIds() {
     return "Write ids of one decimal digit where all readings are to agree; otherwise the hexadecimal digits "
            "of "
            "the VLAN, as long as they are all decimal digits.";
+}
+
+/// How to write what may have been meant by an id that is read as `id`.
+std::string spellings(std::string const& text, unsigned int id) {
+    std::optional<int> const decimal = board::decimalPrefix(text);
+    bool const mayBeDecimal = board::isDigits(text) && decimal != static_cast<int>(id);
+    return (mayBeDecimal ? vlanSpelling(static_cast<unsigned int>(*decimal)) + "; " : "") + vlanSpelling(id);
 }
 
 bool hasGroups(xmlNodePtr vlan) {
@@ -74,7 +82,7 @@ void idReadsDifferently(board::BoardReading const& board, Report const& report) 
                    (groups ? "; for the multicast groups under it the same text is decimal: VLAN " +
                                  std::to_string(decimal) + "."
                            : "; as a decimal number it would be " + std::to_string(decimal) + "."),
-               smallIds());
+               spellings(text, *id) + (groups ? ". A VLAN and its groups agree on 1 to 9 only." : "."));
     }
 }
 
@@ -90,7 +98,7 @@ void membersLost(board::BoardReading const& board, Report const& report) {
                "The library looks for the members with " + query + ", which does not find those of id " +
                    board::quotedAttribute(element, "id") + ": the VLAN has none of its " +
                    std::to_string(members.size()) + ".",
-               "Write the id's hexadecimal digits without a prefix, and choose one without letters.");
+               vlanSpelling(board::BoardReading::vlanIdOf(element)) + ".");
     }
 }
 
