@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace board {
 
@@ -21,6 +22,24 @@ bool BoardReading::Port::comesUp() const {
 BoardReading::Port const* BoardReading::Switch::findPort(unsigned int portId) const {
     auto const port = ports.find(portId);
     return portId == static_cast<unsigned int>(noNumber) || port == ports.end() ? nullptr : &port->second;
+}
+
+std::string BoardReading::Port::getName() const {
+    return idName(static_cast<int>(id), attribute(element, "id"));
+}
+
+std::string BoardReading::Switch::getName() const {
+    return idName(static_cast<int>(id), attribute(element, "id"));
+}
+
+std::string BoardReading::Vlan::getName() const {
+    return vlanName(id, attribute(element, "id"));
+}
+
+std::string BoardReading::Group::getVlanName() const {
+    xmlNodePtr const port = members.front().element->parent;
+    xmlNodePtr const owner = port == nullptr ? nullptr : port->parent;
+    return vlanName(vlanId, isNamed(owner, "vlan") ? attribute(owner, "id") : std::nullopt);
 }
 
 BoardReading::BoardReading(Xml& document) : _document(document) {
@@ -69,7 +88,8 @@ std::string BoardReading::memberQuery(unsigned int vlanId) {
 
 void BoardReading::readSwitches() {
     for (xmlNodePtr const element : find("//switches/switch")) {
-        _wanted.push_back({switchIdOf(element), attribute(element, "switchModel").value_or("")});
+        _wanted.push_back(
+            {switchIdOf(element), attribute(element, "switchModel").value_or(""), attribute(element, "id")});
     }
     for (Chip const chip : {Chip::marvell88E6096, Chip::vitesse7390}) {
         for (xmlNodePtr const element : find("//switches/switch")) {

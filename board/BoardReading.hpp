@@ -32,6 +32,8 @@ public:
         bool hasLinkSettings() const;
         /// The library starts the link itself.
         bool comesUp() const;
+        /// Its number, as board::idName() has it.
+        std::string getName() const;
     };
 
     struct Trunk {
@@ -58,6 +60,9 @@ public:
         /// The port that the library finds by that number, or null. One without a number is found by none.
         Port const* findPort(unsigned int portId) const;
 
+        /// Its id, as board::idName() has it.
+        std::string getName() const;
+
         unsigned int portsOfChip() const { return kind->getFacts().ports; }
         std::string const& chipName() const { return kind->getFacts().name; }
         bool isVitesse() const { return chip == Chip::vitesse7390; }
@@ -80,6 +85,8 @@ public:
         unsigned int id = 0;
         /// The attribute's text; empty when it is absent.
         std::string model;
+        /// How the document writes the id.
+        std::optional<std::string> writtenId;
     };
 
     enum class Outcome {
@@ -105,12 +112,18 @@ public:
         unsigned int id = 0;
         bool tagBased = false;
         std::vector<Member> members;
+
+        /// Its id in all ways.
+        std::string getName() const;
     };
 
     struct Group {
         std::string address;
         unsigned int vlanId = 0;
         std::vector<Member> members;
+
+        /// Its VLAN's id in all ways.
+        std::string getVlanName() const;
     };
 
     /// The document must outlive the reading.

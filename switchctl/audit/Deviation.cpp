@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "board/Wording.hpp"
 #include "chips/NumberText.hpp"
 
 namespace switchctl::audit {
@@ -53,7 +54,7 @@ std::string Deviation::getText() const {
         !field.empty() ? fmt::format("{}  expected {}, found {}", field, textOf(expected), textOf(found))
         : expected     ? "expected the entry, found none"
                        : "expected none, found the entry";
-    return fmt::format("{}  {}  {}  {}", chip, unit, item, what);
+    return fmt::format("{}  {}  {}  {}", chip, unit, board::entryName(item), what);
 }
 
 nlohmann::ordered_json Deviation::toJson() const {

@@ -168,7 +168,7 @@ void unsupported(BoardReading const& board, Report const& report) {
         for (auto const& [vlanId, ports] : portsByVlan(board, owner, trunk)) {
             if (ports.size() > 1 && loop.empty()) {
                 loop = " Two links to the same neighbour are a loop: " + board::portsName(ports) +
-                       " carry the frames of " + board::vlanName(vlanId) + ".";
+                       " carry the frames of " + board.getVlans().at(vlanId).getName() + ".";
             }
         }
         report(
@@ -236,7 +236,7 @@ void vlansDiffer(BoardReading const& board, Report const& report) {
         for (auto const& [vlans, ports] : byVlans) {
             std::vector<std::string> names;
             for (unsigned int const vlan : vlans) {
-                names.push_back(board::hexadecimal(vlan));
+                names.push_back(board.getVlans().at(vlan).getName());
             }
             texts.push_back(board::portsName(ports) + " in " +
                             (names.empty() ? "none" : board::listed(names)));
