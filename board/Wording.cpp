@@ -59,6 +59,14 @@ std::string entryName(std::string const& name) {
     return text;
 }
 
+std::string fieldValue(std::string const& field, unsigned int value) {
+    constexpr unsigned int firstOfTwoDigits = 10;
+    constexpr std::size_t nameLength = 3;
+    std::string const end = field.size() < nameLength ? "" : field.substr(field.size() - nameLength);
+    bool const isId = end == "VID" || end == "SID";
+    return hexadecimal(value) + (isId && value >= firstOfTwoDigits ? fmt::format(" ({})", value) : "");
+}
+
 std::string portTypeName(ManagedSwitchPort::PortType type) {
     using Type = ManagedSwitchPort::PortType;
     switch (type) {

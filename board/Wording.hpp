@@ -30,6 +30,10 @@ std::string idName(int id, std::optional<std::string> const& written);
 /// The name of an entry of a chip's table, "VID 16", with its ids in hexadecimal, too: "VID 16 (0x10)".
 std::string entryName(std::string const& name);
 
+/// The value of a register's field: "0x10"; "0x10 (16)" where the field holds the id of a VLAN or of
+/// spanning-tree states and the two could be mistaken for one another.
+std::string fieldValue(std::string const& field, unsigned int value);
+
 /// What the document writes in `connectedTo` for the type, "unknown" for others.
 std::string portTypeName(ManagedSwitchPort::PortType type);
 

@@ -28,7 +28,7 @@ template <typename Use> void forEachTrunk(BoardReading const& board, Use use) {
 /// Of the chips that have trunks.
 template <typename Use> void forEachTrunkInChip(BoardReading const& board, Use use) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
-        if (!owner.isMarvell()) {
+        if (owner.isVitesse()) {
             use(owner, trunk);
         }
     });
@@ -122,7 +122,7 @@ void portUnknown(BoardReading const& board, Report const& report) {
 
 void portInTwo(BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
-        if (owner.isMarvell()) {
+        if (!owner.isVitesse()) {
             continue;
         }
         std::map<unsigned int, xmlNodePtr> trunkOf;

@@ -26,6 +26,14 @@ TEST(WordingTest, EntriesOfTablesHaveTheirIdsInHexadecimalToo) {
     EXPECT_EQ(board::entryName("VID "), "VID ");
 }
 
+TEST(WordingTest, FieldsWithIdsHaveThemInDecimalToo) {
+    EXPECT_EQ(board::fieldValue("VID", 16), "0x10 (16)");
+    EXPECT_EQ(board::fieldValue("DefaultVID", 0xFFF), "0xfff (4095)");
+    EXPECT_EQ(board::fieldValue("SID", 9), "0x9");
+    EXPECT_EQ(board::fieldValue("FID", 16), "0x10");
+    EXPECT_EQ(board::fieldValue("", 16), "0x10");
+}
+
 TEST(WordingTest, PortTypesAreThoseOfTheDocument) {
     using Type = ManagedSwitchPort::PortType;
     EXPECT_EQ(board::portTypeName(Type::ethernetPortType), "external");
