@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstring>
 #include <optional>
+#include <ostream>
 #include <stdexcept>
 #include <thread>
 
@@ -78,8 +79,12 @@ struct Ending {
     std::optional<std::string> reason;
 };
 
-std::string const nothing = "<switches/>";
-std::string const unknown = "an exception that is neither std::exception nor text";
+void PrintTo(Ending const& ending, std::ostream* out) { // NOLINT: GoogleTest's name
+    *out << ending.name;
+}
+
+constexpr char const* nothing = "<switches/>";
+constexpr char const* unknown = "an exception that is neither std::exception nor text";
 
 std::function<void()> throwsRuntimeError() {
     return [] { throw std::runtime_error("no runtime"); };
@@ -94,7 +99,7 @@ std::function<void()> throwsText() {
 }
 
 std::function<void()> throwsNoText() {
-    return [] { throw static_cast<char const*>(nullptr); };
+    return [] { throw static_cast<char const*>(nullptr); }; // NOLINT: as a host may
 }
 
 std::function<void()> throwsNumber() {
