@@ -48,7 +48,7 @@ LibraryRun::LibraryRun(Xml& document, Hardware hardware)
       _board(document),
       _clock(_board.getClock()),
       _memory(_board),
-      _log(_monitor, nullptr),
+      _log(nullptr),
       _application(_log, _memory),
       _manager(_application, document, false, hardware == Hardware::leftAlone) {
     _application.getThreads().setStartHook([this](Thread&) {
@@ -67,11 +67,11 @@ simulation::SimulatedBoard& LibraryRun::getBoard() {
 }
 
 void LibraryRun::bringUp() {
-    std::vector<std::function<void()>> populated = {[this] {
-        _monitor.reportPopulated();
+    _manager.setStartUpEndedCallback([this](char const* failure) {
+        _monitor.reportEnd(failure);
         _finished.get_future().wait();
-    }};
-    _manager.start(populated);
+    });
+    _manager.start();
     _manager.phyInterfacesHaveNowBeenSetup();
     _reported.set_value();
     board::StartUpMonitor::Outcome const outcome = _monitor.wait();

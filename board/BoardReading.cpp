@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "board/Element.hpp"
+#include "board/Wording.hpp"
 
 namespace board {
 
@@ -16,6 +17,29 @@ bool BoardReading::Port::hasLinkSettings() const {
 
 bool BoardReading::Port::comesUp() const {
     return hasLinkSettings() && portStatus == "forwarding";
+}
+
+BoardReading::Port const* BoardReading::Switch::findPort(unsigned int portId) const {
+    auto const port = ports.find(portId);
+    return portId == static_cast<unsigned int>(noNumber) || port == ports.end() ? nullptr : &port->second;
+}
+
+std::string BoardReading::Port::getName() const {
+    return idName(static_cast<int>(id), attribute(element, "id"));
+}
+
+std::string BoardReading::Switch::getName() const {
+    return idName(static_cast<int>(id), attribute(element, "id"));
+}
+
+std::string BoardReading::Vlan::getName() const {
+    return vlanName(id, attribute(element, "id"));
+}
+
+std::string BoardReading::Group::getVlanName() const {
+    xmlNodePtr const port = members.front().element->parent;
+    xmlNodePtr const owner = port == nullptr ? nullptr : port->parent;
+    return vlanName(vlanId, isNamed(owner, "vlan") ? attribute(owner, "id") : std::nullopt);
 }
 
 BoardReading::BoardReading(Xml& document) : _document(document) {
@@ -49,6 +73,10 @@ unsigned int BoardReading::switchIdOf(xmlNodePtr switchElement) {
     return static_cast<std::uint16_t>(numberOr(switchElement, "id", 0));
 }
 
+unsigned int BoardReading::trunkPortIdOf(xmlNodePtr member) {
+    return static_cast<unsigned int>(numberOr(member, "id", attribute(member, "id") ? 0 : noNumber));
+}
+
 unsigned int BoardReading::vlanIdOf(xmlNodePtr vlanElement) {
     return hexadecimalPrefix(attribute(vlanElement, "id").value_or(""))
         .value_or(std::numeric_limits<unsigned int>::max());
@@ -60,7 +88,8 @@ std::string BoardReading::memberQuery(unsigned int vlanId) {
 
 void BoardReading::readSwitches() {
     for (xmlNodePtr const element : find("//switches/switch")) {
-        _wanted.push_back({switchIdOf(element), attribute(element, "switchModel").value_or("")});
+        _wanted.push_back(
+            {switchIdOf(element), attribute(element, "switchModel").value_or(""), attribute(element, "id")});
     }
     for (Chip const chip : {Chip::marvell88E6096, Chip::vitesse7390}) {
         for (xmlNodePtr const element : find("//switches/switch")) {
@@ -89,7 +118,7 @@ void BoardReading::readPorts(Switch& owner) const {
     for (xmlNodePtr const element : find(owner.isVitesse() ? "//switch/port" : own)) {
         Port port;
         port.element = element;
-        port.id = static_cast<unsigned int>(numberOr(element, "id", -1));
+        port.id = static_cast<unsigned int>(numberOr(element, "id", noNumber));
         port.connectedTo = attribute(element, "connectedTo").value_or("");
         port.portStatus = attribute(element, "portStatus").value_or("");
         if (!owner.ports.emplace(port.id, port).second) {
@@ -103,7 +132,7 @@ void BoardReading::readTrunks(Switch& owner) const {
     for (xmlNodePtr const element : find("//switch[@id=" + std::to_string(owner.id) + "]/trunk")) {
         Trunk trunk;
         trunk.element = element;
-        trunk.id = numberOr(element, "id", attribute(element, "id") ? 0 : -1);
+        trunk.id = numberOr(element, "id", attribute(element, "id") ? 0 : noNumber);
         trunk.members = find("//trunk[@id=" + std::to_string(trunk.id) + "]/port");
         owner.trunks.push_back(trunk);
         ++owner.entryCount;
@@ -116,7 +145,7 @@ BoardReading::Outcome BoardReading::outcomeOf(Member const& candidate,
     if (owner == nullptr) {
         return Outcome::unknownSwitch;
     }
-    if (owner->ports.count(static_cast<unsigned int>(candidate.portId)) == 0) {
+    if (owner->findPort(static_cast<unsigned int>(candidate.portId)) == nullptr) {
         return Outcome::unknownPort;
     }
     for (Member const& member : members) {
@@ -143,8 +172,8 @@ void BoardReading::readVlans() {
         for (xmlNodePtr const element : find(memberQuery(id))) {
             Member member;
             member.element = element;
-            member.switchId = numberOr(element, "switchId", -1);
-            member.portId = numberOr(element, "portId", -1);
+            member.switchId = numberOr(element, "switchId", noNumber);
+            member.portId = numberOr(element, "portId", noNumber);
             member.outcome = outcomeOf(member, vlan.members);
             vlan.members.push_back(member);
         }
@@ -161,8 +190,8 @@ void BoardReading::readGroups() {
         Group& group = groupFor(content(element), vlanId);
         Member member;
         member.element = element;
-        member.switchId = inVlan ? numberOr(port, "switchId", -1) : numberOr(owner, "id", -1);
-        member.portId = numberOr(port, inVlan ? "portId" : "id", -1);
+        member.switchId = inVlan ? numberOr(port, "switchId", noNumber) : numberOr(owner, "id", noNumber);
+        member.portId = numberOr(port, inVlan ? "portId" : "id", noNumber);
         member.outcome = outcomeOf(member, group.members);
         group.members.push_back(member);
     }

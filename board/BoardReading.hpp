@@ -20,6 +20,9 @@ class BoardReading {
 public:
     enum class Chip { marvell88E6096, vitesse7390 };
 
+    /// Stands for a number that the document does not have.
+    static constexpr int noNumber = -1;
+
     struct Port {
         xmlNodePtr element = nullptr;
         unsigned int id = 0;
@@ -29,6 +32,8 @@ public:
         bool hasLinkSettings() const;
         /// The library starts the link itself.
         bool comesUp() const;
+        /// Its number, as board::idName() has it.
+        std::string getName() const;
     };
 
     struct Trunk {
@@ -52,6 +57,12 @@ public:
         /// What the library takes for the number of ports: every port element and every trunk.
         unsigned int entryCount = 0;
 
+        /// The port that the library finds by that number, or null. One without a number is found by none.
+        Port const* findPort(unsigned int portId) const;
+
+        /// Its id, as board::idName() has it.
+        std::string getName() const;
+
         unsigned int portsOfChip() const { return kind->getFacts().ports; }
         std::string const& chipName() const { return kind->getFacts().name; }
         bool isVitesse() const { return chip == Chip::vitesse7390; }
@@ -74,6 +85,8 @@ public:
         unsigned int id = 0;
         /// The attribute's text; empty when it is absent.
         std::string model;
+        /// How the document writes the id.
+        std::optional<std::string> writtenId;
     };
 
     enum class Outcome {
@@ -88,8 +101,8 @@ public:
 
     struct Member {
         xmlNodePtr element = nullptr;
-        int switchId = -1;
-        int portId = -1;
+        int switchId = noNumber;
+        int portId = noNumber;
         Outcome outcome = Outcome::added;
     };
 
@@ -99,12 +112,18 @@ public:
         unsigned int id = 0;
         bool tagBased = false;
         std::vector<Member> members;
+
+        /// Its id in all ways.
+        std::string getName() const;
     };
 
     struct Group {
         std::string address;
         unsigned int vlanId = 0;
         std::vector<Member> members;
+
+        /// Its VLAN's id in all ways.
+        std::string getVlanName() const;
     };
 
     /// The document must outlive the reading.
@@ -127,6 +146,9 @@ public:
 
     /// The id that discovery gives a switch element.
     static unsigned int switchIdOf(xmlNodePtr switchElement);
+
+    /// The number of the port that an element within a trunk names.
+    static unsigned int trunkPortIdOf(xmlNodePtr member);
 
     /// The id under which the library keeps a VLAN element.
     static unsigned int vlanIdOf(xmlNodePtr vlanElement);

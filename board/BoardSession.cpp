@@ -54,7 +54,7 @@ BoardSession::BoardSession(Xml& document, Options const& options)
     : _board(makeBoard(document, options)),
       _clock(makeAdoption(_board.get())),
       _memory(makeMemory(_board.get(), options)),
-      _log(_monitor, options.log),
+      _log(options.log),
       _application(_log, *_memory),
       _manager(_application, document, false, options.noHardwareAccess) {
     if (_board) {
@@ -70,8 +70,8 @@ BoardSession::~BoardSession() {
 StartUpMonitor::Outcome BoardSession::bringUp() {
     std::vector<std::function<void()>> phyInterfacesReady;
     _manager.phyInterfaceParsedCallbackfunctions(phyInterfacesReady);
-    std::vector<std::function<void()>> populated = {[this] { _monitor.reportPopulated(); }};
-    _manager.start(populated);
+    _manager.setStartUpEndedCallback([this](char const* failure) { _monitor.reportEnd(failure); });
+    _manager.start();
     // This host has no PHY interfaces of its own to set up first.
     for (auto const& report : phyInterfacesReady) {
         report();

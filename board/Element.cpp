@@ -1,10 +1,13 @@
 #include "board/Element.hpp"
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 
+#include "simulation/DocumentNumber.hpp"
+
 namespace board {
+
+using simulation::DocumentNumber;
 
 namespace {
 
@@ -62,15 +65,13 @@ std::string startTag(xmlNodePtr element) {
 }
 
 std::optional<int> decimalPrefix(std::string const& text) {
-    int value = 0;
-    bool const read = std::sscanf(text.c_str(), "%d", &value) == 1; // NOLINT: the library's rule
-    return read ? std::optional<int>(value) : std::nullopt;
+    std::optional<DocumentNumber> const number = DocumentNumber::decimal(text);
+    return number ? std::optional<int>(number->toInt()) : std::nullopt;
 }
 
 std::optional<unsigned int> hexadecimalPrefix(std::string const& text) {
-    unsigned int value = 0;
-    bool const read = std::sscanf(text.c_str(), "%x", &value) == 1; // NOLINT: the library's rule
-    return read ? std::optional<unsigned int>(value) : std::nullopt;
+    std::optional<DocumentNumber> const number = DocumentNumber::hexadecimal(text);
+    return number ? std::optional<unsigned int>(number->toUnsigned()) : std::nullopt;
 }
 
 int numberOr(xmlNodePtr element, char const* name, int otherwise) {

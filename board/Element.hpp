@@ -28,13 +28,14 @@ std::vector<xmlNodePtr> children(xmlNodePtr element, char const* name);
 /// The element's start tag, as it could stand in the document.
 std::string startTag(xmlNodePtr element);
 
-/// The number at the start of the text, as "%d" reads it; nothing when there is none.
+/// The decimal number at the start of the text, the nearest one that an int holds; nothing when there is
+/// none.
 std::optional<int> decimalPrefix(std::string const& text);
 
-/// As decimalPrefix(), as "%x" reads it.
+/// As decimalPrefix(), hexadecimal; one that does not fit is the largest.
 std::optional<unsigned int> hexadecimalPrefix(std::string const& text);
 
-/// As decimalPrefix(), of an attribute; -1 when there is none, as where the library needs a number.
+/// As decimalPrefix(), of an attribute; `otherwise` when there is none.
 int numberOr(xmlNodePtr element, char const* name, int otherwise);
 
 /// Whether the text is decimal digits and nothing else.

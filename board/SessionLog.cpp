@@ -1,7 +1,5 @@
 #include "board/SessionLog.hpp"
 
-#include "board/StartUpMonitor.hpp"
-
 namespace board {
 
 using reference_host::LogMessage;
@@ -16,22 +14,9 @@ bool isComplaint(LogMessage const& message) {
 
 } // namespace
 
-SessionLog::SessionLog(StartUpMonitor& monitor, reference_host::LogSink* next)
-    : _monitor(monitor), _next(next) {}
+SessionLog::SessionLog(reference_host::LogSink* next) : _next(next) {}
 
 void SessionLog::write(LogMessage const& message) {
-    // The monitor comes last, since whoever waits goes on from here and may look at the complaints; but
-    // it comes, whatever becomes of the message.
-    try {
-        keep(message);
-    } catch (...) {
-        _monitor.inspect(message);
-        throw;
-    }
-    _monitor.inspect(message);
-}
-
-void SessionLog::keep(LogMessage const& message) {
     if (isComplaint(message)) {
         std::lock_guard<std::mutex> const lock(_mutex);
         _complaints.push_back(message);

@@ -7,14 +7,12 @@
 
 namespace board {
 
-class StartUpMonitor;
-
-/// The messages of one session: keeps the warnings and errors for the end, shows them to the
-/// monitor, and passes all of them on to another sink if there is one.
+/// The messages of one session: keeps the warnings and errors for the end, and passes all of them on to
+/// another sink if there is one.
 class SessionLog : public reference_host::LogSink {
 public:
-    /// \param next may be null; like the monitor, it must outlive the log.
-    SessionLog(StartUpMonitor& monitor, reference_host::LogSink* next);
+    /// \param next may be null; otherwise it must outlive the log.
+    explicit SessionLog(reference_host::LogSink* next);
 
     void write(reference_host::LogMessage const& message) override;
 
@@ -22,9 +20,6 @@ public:
     std::vector<reference_host::LogMessage> getComplaints() const;
 
 private:
-    void keep(reference_host::LogMessage const& message);
-
-    StartUpMonitor& _monitor;
     reference_host::LogSink* _next;
     mutable std::mutex _mutex;
     std::vector<reference_host::LogMessage> _complaints;

@@ -4,8 +4,6 @@
 #include <mutex>
 #include <string>
 
-#include "reference_host/LogSink.hpp"
-
 namespace board {
 
 /// Knows how a switch manager's start-up went, so that a host neither waits for good nor looks too
@@ -18,21 +16,13 @@ public:
         std::string reason;
     };
 
-    /// The switches are ready. Called on the management thread.
-    void reportPopulated();
-
-    /// Looks for the two messages of an exception that ended start-up early: nothing else tells a host,
-    /// which is only called back in the good case. The texts are those of SwitchManagementThread.cpp;
-    /// wait() does not return when start-up fails and they read otherwise.
-    void inspect(reference_host::LogMessage const& message);
+    /// As the switch manager tells it: `failure` is null when the switches are ready. Any thread.
+    void reportEnd(char const* failure);
 
     /// Waits until start-up has ended one way or the other.
     Outcome wait();
 
 private:
-    void finishEarly(std::string const& text, std::size_t position);
-    void finish(bool populated, std::string reason);
-
     std::mutex _mutex;
     std::condition_variable _changed;
     bool _finished = false;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace board {
 
 std::string hexadecimal(unsigned int number) {
@@ -32,8 +34,59 @@ std::string listed(std::vector<unsigned int> const& numbers) {
     return listed(items);
 }
 
-std::string vlanName(unsigned int id) {
-    return "VLAN " + hexadecimal(id);
+std::string vlanName(unsigned int id, std::optional<std::string> const& written) {
+    return fmt::format("VLAN {} (0x{:x}{})", id, id, written ? ", written \"" + *written + "\"" : "");
+}
+
+std::string idName(int id, std::optional<std::string> const& written) {
+    std::string const number = std::to_string(id);
+    return !written || *written == number ? number : number + " (written \"" + *written + "\")";
+}
+
+std::string entryName(std::string const& name) {
+    static std::string const digits = "0123456789";
+    std::string text = name;
+    for (std::string const kind : {"VID ", "SID "}) {
+        std::size_t const start = text.find(kind);
+        std::size_t const number = start + kind.size();
+        if (start == std::string::npos || digits.find(text[number]) == std::string::npos) {
+            continue;
+        }
+        std::size_t const end = std::min(text.find_first_not_of(digits, number), text.size());
+        text.insert(end,
+                    " (" + hexadecimal(static_cast<unsigned int>(std::stoul(text.substr(number)))) + ")");
+    }
+    return text;
+}
+
+std::string fieldValue(std::string const& field, unsigned int value) {
+    constexpr unsigned int firstOfTwoDigits = 10;
+    constexpr std::size_t nameLength = 3;
+    std::string const end = field.size() < nameLength ? "" : field.substr(field.size() - nameLength);
+    bool const isId = end == "VID" || end == "SID";
+    return hexadecimal(value) + (isId && value >= firstOfTwoDigits ? fmt::format(" ({})", value) : "");
+}
+
+std::string portTypeName(ManagedSwitchPort::PortType type) {
+    using Type = ManagedSwitchPort::PortType;
+    switch (type) {
+    case Type::ethernetPortType:
+        return "external";
+    case Type::smacPortType:
+        return "smac";
+    case Type::hmacPortType:
+        return "hmac";
+    case Type::cpuPortType:
+        return "cpu";
+    case Type::dspPortType:
+        return "dsp";
+    case Type::switchInterlink:
+        return "switchInterlink";
+    case Type::unknownPortType:
+    case Type::notConnectedPortType:
+        break;
+    }
+    return "unknown";
 }
 
 std::string portsName(std::vector<unsigned int> const& numbers) {

@@ -1,6 +1,5 @@
-#include <condition_variable>
+#include <future>
 #include <iostream>
-#include <mutex>
 
 #include "manager/SwitchManager.hpp"
 #include "reference_host/DeviceMemory.hpp"
@@ -14,26 +13,24 @@ int main(int argc, char** argv) try {
     reference_host::HostApplication application(log, memory);
     auto const document = reference_host::XmlDocument::fromFile(argc > 1 ? argv[1] : "board.xml");
 
+    std::promise<bool> populated;
     SwitchManager manager(application, *document, false, false);
     std::vector<std::function<void()>> phyCallbacks;
     manager.phyInterfaceParsedCallbackfunctions(phyCallbacks);
-
-    std::mutex mutex;
-    std::condition_variable populated;
-    bool ready = false;
-    std::vector<std::function<void()>> populatedCallbacks{[&] {
-        std::lock_guard<std::mutex> const lock(mutex);
-        ready = true;
-        populated.notify_one();
-    }};
-    manager.start(populatedCallbacks);
+    manager.setStartUpEndedCallback([&](char const* failure) {
+        if (failure != nullptr) {
+            std::cerr << "start-up has failed: " << failure << '\n';
+        }
+        populated.set_value(failure == nullptr);
+    });
+    manager.start();
     phyCallbacks.front()(); // the host's PHY interfaces are set up
 
-    std::unique_lock<std::mutex> lock(mutex);
-    populated.wait(lock, [&] { return ready; });
+    bool const ready = populated.get_future().get();
     std::cout << manager.getManagedSwitchesCount() << " switches are up\n";
 
     application.getThreads().endEventLoops(); // before the manager goes
+    return ready ? 0 : 1;
 } catch (std::exception const& error) {
     std::cerr << error.what() << '\n';
     return 1;

@@ -18,9 +18,6 @@ unsigned int threadNumber() {
 
 } // namespace
 
-// The host's tools read these texts: by the two about a caught exception they know that start-up has failed,
-// and show what follows in them as the reason.
-
 SwitchManagementThread::SwitchManagementThread(SwitchManager& manager)
     : Thread(manager.getApplication().getThreads(), "SwitchManagementThread"),
       _switchManager(manager),
@@ -29,6 +26,24 @@ SwitchManagementThread::SwitchManagementThread(SwitchManager& manager)
 SwitchManagementThread::~SwitchManagementThread() = default;
 
 void* SwitchManagementThread::run(void* /*argument*/) {
+    constexpr char const* unknownException = "an exception that is neither std::exception nor text";
+    try {
+        processAllEvents();
+    } catch (std::exception const& exception) { // the message about another one could not be written
+        _switchManager.startUpEnded(exception.what());
+        throw;
+    } catch (char const* text) {
+        _switchManager.startUpEnded(text == nullptr ? unknownException : text);
+        throw;
+    } catch (...) {
+        _switchManager.startUpEnded(unknownException);
+        throw;
+    }
+    return exitThread();
+}
+
+/// Until the host ends the loop, or a std::exception leaves it.
+void SwitchManagementThread::processAllEvents() {
     Application& application = _switchManager.getApplication();
     try {
         application.log(0, "SwitchManagementThread::run [%08x]\n", threadNumber());
@@ -37,8 +52,10 @@ void* SwitchManagementThread::run(void* /*argument*/) {
     } catch (std::exception const& exception) { // GCOVR_EXCL_BR_LINE: others are for the host's thread to see
         application.log(0, "SwitchManagementThread::run [%08x] caught %s\n", threadNumber(),
                         exception.what());
+        _switchManager.startUpEnded(exception.what());
+        return;
     }
-    return exitThread();
+    _switchManager.startUpEnded("the host has ended the event loop");
 }
 
 void SwitchManagementThread::abort() {
@@ -49,8 +66,10 @@ void SwitchManagementThread::abort() {
 void SwitchManagementThread::processEvent(Event const* event) {
     try {
         _switchManager.processEvent(event);
+        _switchManager.eventHandled();
     } catch (std::runtime_error const& error) { // GCOVR_EXCL_BR_LINE: others go on to run()
         _switchManager.getApplication().logError("SwitchManagementThread::processEvent. Caught \"%s\"\n",
                                                  error.what());
+        _switchManager.eventFailed(error.what());
     }
 }

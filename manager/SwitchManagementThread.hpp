@@ -12,8 +12,9 @@ public:
     explicit SwitchManagementThread(SwitchManager& manager);
     ~SwitchManagementThread() override;
 
-    /// Announces the thread to the manager, then delivers events until the host ends the loop. An
-    /// exception that leaves the loop is logged and ends the thread.
+    /// Announces the thread to the manager, then delivers events until the host ends the loop. A
+    /// std::exception that leaves the loop is logged and ends the thread. The manager's host is told when
+    /// start-up has ended with any of it.
     void* run(void* argument) override;
 
     /// Notes the request. Ending the event loop is the host's business.
@@ -23,6 +24,8 @@ public:
     void processEvent(Event const* event) override;
 
 private:
+    void processAllEvents();
+
     SwitchManager& _switchManager;
     bool _aborted;
 };

@@ -91,6 +91,10 @@ void SwitchManager::start() {
     setCurrentState(waitingForSwitchManagementThreadToStart);
 }
 
+void SwitchManager::setStartUpEndedCallback(std::function<void(char const*)> callback) {
+    _startUpEndedCallback = std::move(callback);
+}
+
 void SwitchManager::startSwitchManagementThread() {
     getApplication().log(0, "SwitchManager::startSwitchManagementThread\n");
     _switchManagementThread.start(nullptr);
@@ -118,6 +122,27 @@ void SwitchManager::processEvent(Event const* event) {
         newState = state->doAction(*this, event);
     }
     setCurrentState(newState);
+}
+
+void SwitchManager::eventHandled() {
+    if (getCurrentState() == idleState) {
+        startUpEnded(nullptr);
+    }
+}
+
+void SwitchManager::eventFailed(char const* reason) {
+    // While the host's report is still to come, start-up goes on with it. In every other state it goes no
+    // further: nothing posts the event again that has been lost.
+    if (getCurrentState() != waitingForPhyInterfacesToBePopulated || _phyInterfacesPopulated) {
+        startUpEnded(reason);
+    }
+}
+
+void SwitchManager::startUpEnded(char const* failure) {
+    std::function<void(char const*)> const callback = std::exchange(_startUpEndedCallback, nullptr);
+    if (callback) {
+        callback(failure);
+    }
 }
 
 unsigned int SwitchManager::getNewState(Event const* event) const {

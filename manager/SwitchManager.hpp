@@ -28,10 +28,10 @@ struct _xmlNode;
 /// Brings a board's switch chips up and keeps them: the object that a host creates.
 ///
 /// The host constructs it, takes the PHY callback (phyInterfaceParsedCallbackfunctions), calls
-/// start(), runs the callback once when its PHY interfaces are set up, and is told by its populated
-/// callbacks when the switches are ready. In whatever order the report and the start of the
-/// management thread come, start-up runs once, on the management thread. The host ends that thread's
-/// event loop before it destroys the manager.
+/// start(), runs the callback once when its PHY interfaces are set up, and is told how start-up has
+/// ended (setStartUpEndedCallback), or by its populated callbacks when the switches are ready. In whatever
+/// order the report and the start of the management thread come, start-up runs once, on the management
+/// thread. The host ends that thread's event loop before it destroys the manager.
 ///
 /// The queries may be used from any thread once the populated callbacks have run.
 class SwitchManager : public ActiveObject {
@@ -78,6 +78,14 @@ public:
     /// They are copied. That thread reports what is a std::exception; what else one throws, such as the
     /// plain texts of the VSC7390's bus, goes on to the host's thread.
     void start(std::vector<std::function<void()>>& callbacks);
+
+    /// Has `callback` called once, on the management thread, when start-up has ended: with null when the
+    /// switches are populated, after the populated callbacks; else with the reason why it goes no
+    /// further, a text that lasts for the call, after the message about it. That is what an exception
+    /// says, a plain text itself, or that there is neither; or that the host has ended the event loop.
+    /// Not called when start() throws: then there is no such thread. What it throws is treated like
+    /// what a populated callback throws. Set it before start(); it replaces the one before.
+    void setStartUpEndedCallback(std::function<void(char const* failure)> callback);
 
     void startSwitchManagementThread();
 
@@ -177,9 +185,14 @@ public:
                                       timespec& time, std::string& text);
 
 private:
+    friend class SwitchManagementThread;
+
     using AgeTimes = std::map<unsigned int, unsigned short>;
     using DetectedSwitches = std::map<unsigned short, unsigned char const*>;
 
+    void eventHandled();
+    void eventFailed(char const* reason);
+    void startUpEnded(char const* failure);
     void bringUp();
     void findCpuPort();
     void detectSwitch(_xmlNode* node, DetectedSwitches& marvellSwitches, DetectedSwitches& vitesseSwitches);
@@ -213,4 +226,6 @@ private:
     [[maybe_unused]] unsigned short _reserved152;
     /// The same groups by key.
     std::set<MulticastGroup*, MulticastGroupOrder> _multicastGroupsByKey;
+    /// Empty once it has been called.
+    std::function<void(char const*)> _startUpEndedCallback;
 };

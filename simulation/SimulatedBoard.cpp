@@ -2,10 +2,11 @@
 
 #include <libxml/tree.h>
 
-#include <cstdlib>
+#include <cstdint>
 #include <stdexcept>
 
 #include "simulation/ChipFamilies.hpp"
+#include "simulation/DocumentNumber.hpp"
 
 namespace simulation {
 
@@ -20,8 +21,8 @@ std::string attribute(xmlNodePtr node, char const* name) {
 
 // Drivers keep an id in 16 bits.
 unsigned idFrom(std::string const& text) {
-    return text.empty() ? 0xFFFF
-                        : static_cast<std::uint16_t>(std::atoi(text.c_str())); // NOLINT: as drivers read
+    std::optional<DocumentNumber> const number = DocumentNumber::decimal(text);
+    return text.empty() ? 0xFFFFU : static_cast<std::uint16_t>(number ? number->toInt() : 0);
 }
 
 } // namespace

@@ -3,14 +3,14 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "chips/NumberText.hpp"
+#include "board/Wording.hpp"
 
 namespace switchctl::audit {
 
 namespace {
 
-std::string textOf(std::optional<std::uint32_t> const& value) {
-    return value ? chips::NumberText::hexadecimal(*value, 1) : "none";
+std::string textOf(std::string const& field, std::optional<std::uint32_t> const& value) {
+    return value ? board::fieldValue(field, *value) : "none";
 }
 
 nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
@@ -49,11 +49,11 @@ std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipIm
 }
 
 std::string Deviation::getText() const {
-    std::string const what =
-        !field.empty() ? fmt::format("{}  expected {}, found {}", field, textOf(expected), textOf(found))
-        : expected     ? "expected the entry, found none"
-                       : "expected none, found the entry";
-    return fmt::format("{}  {}  {}  {}", chip, unit, item, what);
+    std::string const what = !field.empty() ? fmt::format("{}  expected {}, found {}", field,
+                                                          textOf(field, expected), textOf(field, found))
+                             : expected     ? "expected the entry, found none"
+                                            : "expected none, found the entry";
+    return fmt::format("{}  {}  {}  {}", chip, unit, board::entryName(item), what);
 }
 
 nlohmann::ordered_json Deviation::toJson() const {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "board/Element.hpp"
+#include "board/Wording.hpp"
 #include "chips/ChipKinds.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
@@ -92,7 +93,8 @@ void BoardSummary::printSwitches(std::ostream& out) const {
                                   [this](auto const& entry) { return _session.isUp(entry); });
     out << "switches: " << up << " of " << switches.size() << " found\n";
     for (auto const& entry : switches) {
-        fmt::print(out, "  switch {}  {:8}", entry.id, entry.model);
+        fmt::print(out, "  switch {}  {:8}", board::idName(static_cast<int>(entry.id), entry.writtenId),
+                   entry.model);
         if (_session.isUp(entry)) {
             out << "  found, " << _session.getManager().getManagedSwitch(entry.id)->getPorts().size()
                 << " ports\n";
@@ -117,7 +119,7 @@ void BoardSummary::printPorts(std::ostream& out) const {
         return;
     }
     for (auto const& [kind, members] : ports) {
-        fmt::print(out, "  {:16}  {:10}", members.front()->getTypeName(), stateName(kind.second));
+        fmt::print(out, "  {:16}  {:10}", board::portTypeName(kind.first), stateName(kind.second));
         for (ManagedSwitchPort const* const port : members) {
             out << ' ' << addressOf(*port);
         }
@@ -130,7 +132,7 @@ void BoardSummary::printVlans(std::ostream& out) const {
         return;
     }
     for (auto const& [id, vlan] : _document.getVlans()) {
-        fmt::print(out, "  0x{:x}  {}-based:", id, vlan.tagBased ? "tag" : "port");
+        fmt::print(out, "  {}  {}-based:", vlan.getName(), vlan.tagBased ? "tag" : "port");
         printMembers(out, vlan.members, vlan.tagBased);
     }
 }
@@ -182,7 +184,7 @@ void BoardSummary::printMulticastGroups(std::ostream& out) const {
         return;
     }
     for (auto const& group : _document.getGroups()) {
-        out << "  " << group.address << " in VLAN " << group.vlanId << ':';
+        out << "  " << group.address << " in " << group.getVlanName() << ':';
         printMembers(out, group.members, false);
     }
 }

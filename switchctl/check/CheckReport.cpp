@@ -3,8 +3,12 @@
 #include <algorithm>
 #include <cstring>
 #include <iomanip>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <tuple>
+#include <vector>
 
+#include "board/Wording.hpp"
 #include "switchctl/check/CheckTable.hpp"
 #include "switchctl/terminal/Colours.hpp"
 
@@ -37,16 +41,50 @@ Colours::Colour colourOf(Severity severity) {
     return Colours::Colour::cyan;
 }
 
+/// Findings that say the same, in the order of the first of each.
+std::vector<std::vector<Finding const*>> groupsOf(std::vector<Finding> const& findings) {
+    std::map<std::tuple<std::string, std::string, std::string, std::string>, std::size_t> places;
+    std::vector<std::vector<Finding const*>> groups;
+    for (Finding const& finding : findings) {
+        auto const [entry, isFirst] = places.emplace(
+            std::tie(finding.file, finding.check, finding.effect, finding.advice), groups.size());
+        if (isFirst) {
+            groups.emplace_back();
+        }
+        groups[entry->second].push_back(&finding);
+    }
+    return groups;
+}
+
+/// The lines of all but the first, each once.
+std::string furtherLines(std::vector<Finding const*> const& group) {
+    std::vector<unsigned int> lines;
+    for (Finding const* const finding : group) {
+        auto const line = static_cast<unsigned int>(finding->line);
+        if (line != static_cast<unsigned int>(group.front()->line) &&
+            (lines.empty() || lines.back() != line)) {
+            lines.push_back(line);
+        }
+    }
+    return lines.empty() ? "" : (lines.size() == 1 ? "line " : "lines ") + board::listed(lines);
+}
+
 } // namespace
 
 void printFindings(std::ostream& out, std::string const& file, DocumentCheck const& check) {
     Colours const colours(out);
-    for (Finding const& finding : check.getFindings()) {
+    for (std::vector<Finding const*> const& group : groupsOf(check.getFindings())) {
+        Finding const& finding = *group.front();
         out << finding.file << ':' << finding.line << ": "
             << colours.paint(colourOf(finding.severity), severityName(finding.severity)) << ": "
             << finding.element << " [" << finding.check << "]\n"
             << "    " << finding.effect << '\n'
             << "    Instead: " << finding.advice << '\n';
+        std::string const further = furtherLines(group);
+        if (group.size() > 1) {
+            out << "    " << group.size() << " times"
+                << (further.empty() ? " in this line" : "; also " + further) << ".\n";
+        }
     }
     out << file << ": " << counted(check.count(Severity::error), "error") << ", "
         << counted(check.count(Severity::warning), "warning") << ", "

@@ -24,6 +24,9 @@ std::vector<Check> groupTableChecks();
 /// About the members of VLANs.
 std::vector<Check> memberChecks();
 
+/// About numbers, wherever they stand.
+std::vector<Check> numberChecks();
+
 /// About ways that VLANs open or do not open between ports.
 std::vector<Check> pathChecks();
 

@@ -24,7 +24,7 @@ template <typename Use> void forEachMember(board::BoardReading const& board, Out
 }
 
 std::string nameOf(Group const& group) {
-    return "group " + group.address + " of VLAN " + std::to_string(group.vlanId);
+    return "group " + group.address + " of " + group.getVlanName();
 }
 
 void notMulticast(board::BoardReading const& board, Report const& report) {

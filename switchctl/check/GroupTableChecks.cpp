@@ -55,7 +55,7 @@ template <typename Use> void forEachVitesse(board::BoardReading const& board, Us
 }
 
 std::string nameOf(Entry const& entry) {
-    return entry.group->address + " of VLAN " + std::to_string(entry.group->vlanId);
+    return entry.group->address + " of " + entry.group->getVlanName();
 }
 
 /// The first entry that has the place of entries[index].

@@ -29,7 +29,7 @@ void switchUnknown(board::BoardReading const& board, Report const& report) {
         report(member.element,
                "The library knows no switch " + std::to_string(member.switchId) + " (switchId is " +
                    board::quotedAttribute(member.element, "switchId") +
-                   "), reports it and leaves the member out of " + board::vlanName(vlan.id) + ".",
+                   "), reports it and leaves the member out of " + vlan.getName() + ".",
                "Write the id of a <switch>, in decimal digits.");
     });
 }
@@ -37,9 +37,12 @@ void switchUnknown(board::BoardReading const& board, Report const& report) {
 void portUnknown(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::unknownPort, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
-               "Switch " + std::to_string(member.switchId) + " has no port " + std::to_string(member.portId) +
+               (member.portId == board::BoardReading::noNumber
+                    ? "The member has no port number"
+                    : "Switch " + std::to_string(member.switchId) + " has no port " +
+                          std::to_string(member.portId)) +
                    " (portId is " + board::quotedAttribute(member.element, "portId") +
-                   "): the library reports it and leaves the member out of " + board::vlanName(vlan.id) + ".",
+                   "): the library reports it and leaves the member out of " + vlan.getName() + ".",
                "Add the port to the switch, or write the id of a port that it has.");
     });
 }
@@ -48,7 +51,7 @@ void numberTaken(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::numberTaken, [&](Vlan const& vlan, Member const& member) {
         report(
             member.element,
-            "A VLAN tells its members apart by port number alone: " + board::vlanName(vlan.id) +
+            "A VLAN tells its members apart by port number alone: " + vlan.getName() +
                 " already has another switch's port " + std::to_string(member.portId) + ", and port " +
                 board::portAddress(member.switchId, member.portId) + " is left out without a message.",
             "Use ports of different numbers on all switches of a VLAN, both ends of an interlink included.");
@@ -58,8 +61,8 @@ void numberTaken(board::BoardReading const& board, Report const& report) {
 void twice(board::BoardReading const& board, Report const& report) {
     forEachMember(board, Outcome::twice, [&](Vlan const& vlan, Member const& member) {
         report(member.element,
-               "Port " + board::portAddress(member.switchId, member.portId) + " is in " +
-                   board::vlanName(vlan.id) + " already; the library ignores this element and its settings.",
+               "Port " + board::portAddress(member.switchId, member.portId) + " is in " + vlan.getName() +
+                   " already; the library ignores this element and its settings.",
                "Leave one of the two out.");
     });
 }
@@ -120,8 +123,7 @@ void attributesAbsent(board::BoardReading const& board, Report const& report) {
             if (vlan.tagBased && !board::attribute(member.element, name)) {
                 report(member.element,
                        std::string("The library reports that the member has no attribute ") + name +
-                           ", and later that it could not add the port: it is not in " +
-                           board::vlanName(vlan.id) + ".",
+                           ", and later that it could not add the port: it is not in " + vlan.getName() + ".",
                        "Write ingress=\"addTag\", \"validateTag\" or \"addTagIfUntagged\", and "
                        "egress=\"stripTag\" or \"validateTag\".");
             }
@@ -138,15 +140,15 @@ void attributesUnknown(board::BoardReading const& board, Report const& report) {
         if (vlan.tagBased && ingress && !isOneOf(*ingress, ingresses)) {
             report(member.element,
                    "The library knows no ingress=\"" + *ingress +
-                       "\": it reports that it could not add the port, which is not in " +
-                       board::vlanName(vlan.id) + ".",
+                       "\": it reports that it could not add the port, which is not in " + vlan.getName() +
+                       ".",
                    R"(Write ingress="addTag", "validateTag" or "addTagIfUntagged".)");
         }
         if (vlan.tagBased && egress && !isOneOf(*egress, egresses)) {
             report(member.element,
                    "The library knows no egress=\"" + *egress +
-                       "\": it reports that it could not add the port, which is not in " +
-                       board::vlanName(vlan.id) + " though its ingress has been set up for it.",
+                       "\": it reports that it could not add the port, which is not in " + vlan.getName() +
+                       " though its ingress has been set up for it.",
                    R"(Write egress="stripTag" or "validateTag".)");
         }
     });

@@ -36,9 +36,14 @@ void idNotANumber(board::BoardReading const& board, Report const& report) {
         if (!number) {
             report(
                 element,
-                "The library reports that the port id is not a valid integer value and makes a port of the "
-                "number -1, which the chip does not have.",
+                "The library reports that the port id is not a valid integer value and makes a port without "
+                "a number, which no VLAN, group or trunk finds.",
                 "Write the chip's port number in decimal digits.");
+        } else if (*number == board::BoardReading::noNumber) {
+            report(element,
+                   "-1 stands for a port without a number: the library makes the port, and no VLAN, group or "
+                   "trunk finds it.",
+                   "Write the chip's port number in decimal digits.");
         } else if (!board::isDigits(text) && *number >= 0) {
             report(element,
                    "The library reads port " + std::to_string(*number) + " and ignores the rest of \"" +
@@ -65,8 +70,7 @@ void idDuplicate(board::BoardReading const& board, Report const& report) {
 
 void beyondChip(board::BoardReading const& board, Report const& report) {
     forEachOwnPort(board, [&](Switch const& owner, Port const& port) {
-        if (port.id < owner.portsOfChip() ||
-            !board::decimalPrefix(board::attribute(port.element, "id").value_or(""))) {
+        if (port.id < owner.portsOfChip() || owner.findPort(port.id) == nullptr) { // port-id-not-a-number
             return;
         }
         report(port.element,
@@ -205,7 +209,7 @@ void severalCpuPorts(board::BoardReading const& board, Report const& report) {
 
 std::vector<Check> portChecks() {
     return {
-        {"port-id-not-a-number", Severity::error, "a port id that is not a number", idNotANumber},
+        {"port-id-not-a-number", Severity::error, "a port id that is not a number, or is -1", idNotANumber},
         {"port-id-duplicate", Severity::error, "a port number that a switch has twice", idDuplicate},
         {"port-beyond-chip", Severity::error, "a port number that the chip does not have", beyondChip},
         {"port-type-unknown", Severity::error, "a connectedTo that is absent or unknown", typeUnknown},

@@ -1,5 +1,6 @@
 #include "switchctl/check/CheckTable.hpp"
 
+#include <algorithm>
 #include <set>
 
 #include "board/BoardReading.hpp"
@@ -16,7 +17,7 @@ using Switch = board::BoardReading::Switch;
 
 /// How one port treats the tags of one VLAN.
 struct Tagging {
-    unsigned int vlanId = 0;
+    std::string vlan;
     xmlNodePtr element = nullptr;
     std::string ingress;
     std::string egress;
@@ -30,7 +31,7 @@ std::vector<Tagging> taggingsOf(board::BoardReading const& board, unsigned int s
     for (auto const& [vlanId, member] : board.membershipsOf(switchId, portId)) {
         if (board.getVlans().at(vlanId).tagBased) {
             Tagging tagging;
-            tagging.vlanId = vlanId;
+            tagging.vlan = board.getVlans().at(vlanId).getName();
             tagging.element = member->element;
             tagging.ingress = board::attribute(member->element, "ingress").value_or("");
             tagging.egress = board::attribute(member->element, "egress").value_or("");
@@ -69,8 +70,8 @@ void severalDefaults(board::BoardReading const& board, Report const& report) {
                     tagging.element,
                     nameOf(owner, portId) +
                         " has one VLAN for untagged frames. The library sets it for each VLAN in turn, so " +
-                        board::vlanName(tagging.vlanId) + " replaces " + board::vlanName(last->vlanId) +
-                        ", line " + std::to_string(xmlGetLineNo(last->element)) + ".",
+                        tagging.vlan + " replaces " + last->vlan + ", line " +
+                        std::to_string(xmlGetLineNo(last->element)) + ".",
                     "Write ingress=\"validateTag\" for all VLANs of the port but one.");
             }
             last = &tagging;
@@ -88,11 +89,10 @@ void forcedOrUndone(board::BoardReading const& board, Report const& report) {
             Tagging const& last = taggings.back();
             report(tagging.element,
                    last.ingress == "addTag"
-                       ? nameOf(owner, portId) + " puts every frame into " + board::vlanName(last.vlanId) +
+                       ? nameOf(owner, portId) + " puts every frame into " + last.vlan +
                              ", tagged ones too: nothing comes in for the other VLANs that it is in."
-                       : nameOf(owner, portId) + " is to put every frame into " +
-                             board::vlanName(tagging.vlanId) + ", but " + board::vlanName(last.vlanId) +
-                             ", line " + std::to_string(xmlGetLineNo(last.element)) +
+                       : nameOf(owner, portId) + " is to put every frame into " + tagging.vlan + ", but " +
+                             last.vlan + ", line " + std::to_string(xmlGetLineNo(last.element)) +
                              ", is set up later and undoes it: tagged frames keep their VLAN.",
                    "Write ingress=\"addTagIfUntagged\" here, or leave the port in one VLAN.");
         }
@@ -106,7 +106,7 @@ void severalUntagged(board::BoardReading const& board, Report const& report) {
             xmlNodePtr last = nullptr;
             for (Tagging const& tagging : taggings) {
                 if (tagging.egress == "stripTag") {
-                    vlans.push_back(board::vlanName(tagging.vlanId));
+                    vlans.push_back(tagging.vlan);
                     last = tagging.element;
                 }
             }
@@ -133,7 +133,7 @@ void egressShared(board::BoardReading const& board, Report const& report) {
                 "A VSC7390 sends the frames of all VLANs of a port with tags, or those of none. The highest "
                 "VLAN of port " +
                     board::portAddress(static_cast<int>(owner.id), static_cast<int>(portId)) + ", " +
-                    board::vlanName(last.vlanId) + ", decides: egress=\"" + last.egress + "\" for all.",
+                    last.vlan + ", decides: egress=\"" + last.egress + "\" for all.",
                 "Write the same egress for all VLANs of the port.");
         }
     });
@@ -143,6 +143,26 @@ bool isInTagBasedVlan(board::BoardReading const& board, unsigned int switchId, u
     return !taggingsOf(board, switchId, portId).empty();
 }
 
+/// Whether the port is to stand aside for another one of its trunk, since an 88E6096 has none: the one that
+/// is in a VLAN, or else the lowest in use.
+bool standsAside(board::BoardReading const& board, Switch const& owner, unsigned int portId) {
+    std::set<unsigned int> mates;
+    for (board::BoardReading::Trunk const& trunk : owner.trunks) {
+        std::set<unsigned int> ports;
+        for (xmlNodePtr const member : trunk.members) {
+            ports.insert(board::BoardReading::trunkPortIdOf(member));
+        }
+        if (owner.isMarvell() && ports.count(portId) != 0) {
+            mates.insert(ports.begin(), ports.end());
+        }
+    }
+    return std::any_of(mates.begin(), mates.end(), [&](unsigned int mate) {
+        board::BoardReading::Port const* const port = owner.findPort(mate);
+        bool const isLower = mate < portId && port != nullptr && port->portStatus != "disabled";
+        return mate != portId && (isLower || isInTagBasedVlan(board, owner.id, mate));
+    });
+}
+
 void inNoVlan(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (auto const& [id, port] : owner.ports) {
@@ -150,7 +170,7 @@ void inNoVlan(board::BoardReading const& board, Report const& report) {
             // ports-beyond-count.
             bool const keptOut = owner.byChip(true, id < owner.entryCount);
             if (port.element->parent != owner.element || port.portStatus == "disabled" || !keptOut ||
-                isInTagBasedVlan(board, switchId, id)) {
+                isInTagBasedVlan(board, switchId, id) || standsAside(board, owner, id)) { // trunk-unsupported
                 continue;
             }
             report(port.element,

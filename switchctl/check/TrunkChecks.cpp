@@ -12,11 +12,12 @@ namespace switchctl::check {
 
 namespace {
 
-using Port = board::BoardReading::Port;
-using Switch = board::BoardReading::Switch;
-using Trunk = board::BoardReading::Trunk;
+using board::BoardReading;
+using Port = BoardReading::Port;
+using Switch = BoardReading::Switch;
+using Trunk = BoardReading::Trunk;
 
-template <typename Use> void forEachTrunk(board::BoardReading const& board, Use use) {
+template <typename Use> void forEachTrunk(BoardReading const& board, Use use) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         for (Trunk const& trunk : owner.trunks) {
             use(owner, trunk);
@@ -24,27 +25,31 @@ template <typename Use> void forEachTrunk(board::BoardReading const& board, Use 
     }
 }
 
-std::string ownIds() {
-    return "Give every trunk of the document an id of its own, in decimal digits.";
+/// Of the chips that have trunks.
+template <typename Use> void forEachTrunkInChip(BoardReading const& board, Use use) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        if (owner.isVitesse()) {
+            use(owner, trunk);
+        }
+    });
 }
 
-unsigned int portIdOf(xmlNodePtr member) {
-    return static_cast<unsigned int>(board::numberOr(member, "id", board::attribute(member, "id") ? 0 : -1));
+std::string ownIds() {
+    return "Give every trunk of the document an id of its own, in decimal digits.";
 }
 
 /// The trunk's ports by number, as far as the switch has them.
 std::map<unsigned int, Port const*> portsOf(Switch const& owner, Trunk const& trunk) {
     std::map<unsigned int, Port const*> ports;
     for (xmlNodePtr const member : trunk.members) {
-        auto const port = owner.ports.find(portIdOf(member));
-        if (port != owner.ports.end()) {
-            ports.emplace(port->first, &port->second);
+        if (Port const* const port = owner.findPort(BoardReading::trunkPortIdOf(member))) {
+            ports.emplace(port->id, port);
         }
     }
     return ports;
 }
 
-void idNotANumber(board::BoardReading const& board, Report const& report) {
+void idNotANumber(BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
         std::optional<std::string> const text = board::attribute(trunk.element, "id");
         if (!text) {
@@ -57,7 +62,7 @@ void idNotANumber(board::BoardReading const& board, Report const& report) {
     });
 }
 
-void membersLost(board::BoardReading const& board, Report const& report) {
+void membersLost(BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const&, Trunk const& trunk) {
         std::vector<xmlNodePtr> const own = board::children(trunk.element, "port");
         if (!own.empty() && std::count(trunk.members.begin(), trunk.members.end(), own.front()) == 0) {
@@ -70,7 +75,7 @@ void membersLost(board::BoardReading const& board, Report const& report) {
     });
 }
 
-void idShared(board::BoardReading const& board, Report const& report) {
+void idShared(BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         std::set<xmlNodePtr> reported;
         for (xmlNodePtr const member : trunk.members) {
@@ -88,7 +93,7 @@ void idShared(board::BoardReading const& board, Report const& report) {
     });
 }
 
-void outsideSwitch(board::BoardReading const& board, Report const& report) {
+void outsideSwitch(BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//trunk[not(parent::switch)]")) {
         report(element,
                "No switch finds a trunk here, so that it is never made; its ports still go to trunks of the "
@@ -97,31 +102,39 @@ void outsideSwitch(board::BoardReading const& board, Report const& report) {
     }
 }
 
-void portUnknown(board::BoardReading const& board, Report const& report) {
+void portUnknown(BoardReading const& board, Report const& report) {
     forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
         for (xmlNodePtr const member : trunk.members) {
-            if (owner.ports.count(portIdOf(member)) == 0) {
-                report(member,
-                       "Switch " + std::to_string(owner.id) + " has no port " +
-                           std::to_string(static_cast<int>(portIdOf(member))) +
-                           ": the library reports it as out of bounds, and the trunk does without it.",
-                       "Add the port to the switch, or write the id of a port that it has.");
+            auto const number = static_cast<int>(BoardReading::trunkPortIdOf(member));
+            if (owner.findPort(static_cast<unsigned int>(number)) == nullptr) {
+                report(
+                    member,
+                    (number == BoardReading::noNumber
+                         ? "The trunk's port has no number (id is " + board::quotedAttribute(member, "id") +
+                               "), and none of switch " + std::to_string(owner.id) + " is found by that"
+                         : "Switch " + std::to_string(owner.id) + " has no port " + std::to_string(number)) +
+                        ": the library reports it as out of bounds, and the trunk does without it.",
+                    "Add the port to the switch, or write the id of a port that it has.");
             }
         }
     });
 }
 
-void portInTwo(board::BoardReading const& board, Report const& report) {
+void portInTwo(BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
+        if (!owner.isVitesse()) {
+            continue;
+        }
         std::map<unsigned int, xmlNodePtr> trunkOf;
         for (Trunk const& trunk : owner.trunks) {
             for (xmlNodePtr const member : board::children(trunk.element, "port")) {
-                auto const [entry, first] = trunkOf.emplace(portIdOf(member), trunk.element);
+                auto const [entry, first] =
+                    trunkOf.emplace(BoardReading::trunkPortIdOf(member), trunk.element);
                 if (!first && entry->second != trunk.element) {
                     report(
                         member,
-                        "Port " + std::to_string(portIdOf(member)) + " is in the trunk at line " +
-                            std::to_string(xmlGetLineNo(entry->second)) +
+                        "Port " + std::to_string(BoardReading::trunkPortIdOf(member)) +
+                            " is in the trunk at line " + std::to_string(xmlGetLineNo(entry->second)) +
                             ", too: the library deals the traffic out for one trunk after the other, and the "
                             "ports of both are kept apart from it.",
                         "Leave the port in one trunk.");
@@ -131,20 +144,44 @@ void portInTwo(board::BoardReading const& board, Report const& report) {
     }
 }
 
-void unsupported(board::BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
-        if (owner.isMarvell()) {
-            report(trunk.element,
-                   "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single "
-                   "ones, and "
-                   "two links to the same neighbour are a loop.",
-                   "Connect one of the links only, or keep the others in no VLAN.");
+/// The ports that carry frames of tag-based VLANs, by VLAN. A port that the library does not count is in all.
+std::map<unsigned int, std::vector<unsigned int>> portsByVlan(BoardReading const& board, Switch const& owner,
+                                                              Trunk const& trunk) {
+    std::map<unsigned int, std::vector<unsigned int>> ports;
+    for (auto const& [vlanId, vlan] : board.getVlans()) {
+        for (auto const& entry : portsOf(owner, trunk)) {
+            bool const isMember = board.membershipsOf(owner.id, entry.first).count(vlanId) != 0;
+            if (vlan.tagBased && (isMember || entry.first >= owner.entryCount)) {
+                ports[vlanId].push_back(entry.first);
+            }
         }
+    }
+    return ports;
+}
+
+void unsupported(BoardReading const& board, Report const& report) {
+    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+        if (!owner.isMarvell()) {
+            return;
+        }
+        std::string loop;
+        for (auto const& [vlanId, ports] : portsByVlan(board, owner, trunk)) {
+            if (ports.size() > 1 && loop.empty()) {
+                loop = " Two links to the same neighbour are a loop: " + board::portsName(ports) +
+                       " carry the frames of " + board.getVlans().at(vlanId).getName() + ".";
+            }
+        }
+        report(
+            trunk.element,
+            "The driver of the 88E6096 has no trunks and says so at level 1: its ports stay single ones." +
+                loop,
+            "Leave the trunk out. Use one of its ports, listed in the VLANs; write the others into no VLAN, "
+            "with portStatus=\"disabled\", and list all ports of the chip.");
     });
 }
 
-void onePort(board::BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+void onePort(BoardReading const& board, Report const& report) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         if (portsOf(owner, trunk).size() < 2) {
             report(trunk.element, "A trunk of fewer than two ports shares no traffic out.",
                    "List at least two ports of the switch.");
@@ -159,8 +196,8 @@ std::string speedOf(Port const& port) {
     return port.hasLinkSettings() ? "100 Mbit/s" : "whatever the host or the chip sets";
 }
 
-void speedsDiffer(board::BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+void speedsDiffer(BoardReading const& board, Report const& report) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::string, std::vector<unsigned int>> bySpeed;
         for (auto const& [id, port] : portsOf(owner, trunk)) {
             bySpeed[speedOf(*port)].push_back(id);
@@ -179,7 +216,7 @@ void speedsDiffer(board::BoardReading const& board, Report const& report) {
     });
 }
 
-std::set<unsigned int> vlansOf(board::BoardReading const& board, Switch const& owner, unsigned int portId) {
+std::set<unsigned int> vlansOf(BoardReading const& board, Switch const& owner, unsigned int portId) {
     std::set<unsigned int> vlans;
     for (auto const& entry : board.membershipsOf(owner.id, portId)) {
         if (board.getVlans().at(entry.first).tagBased) {
@@ -189,8 +226,8 @@ std::set<unsigned int> vlansOf(board::BoardReading const& board, Switch const& o
     return vlans;
 }
 
-void vlansDiffer(board::BoardReading const& board, Report const& report) {
-    forEachTrunk(board, [&](Switch const& owner, Trunk const& trunk) {
+void vlansDiffer(BoardReading const& board, Report const& report) {
+    forEachTrunkInChip(board, [&](Switch const& owner, Trunk const& trunk) {
         std::map<std::set<unsigned int>, std::vector<unsigned int>> byVlans;
         for (auto const& entry : portsOf(owner, trunk)) {
             byVlans[vlansOf(board, owner, entry.first)].push_back(entry.first);
@@ -199,7 +236,7 @@ void vlansDiffer(board::BoardReading const& board, Report const& report) {
         for (auto const& [vlans, ports] : byVlans) {
             std::vector<std::string> names;
             for (unsigned int const vlan : vlans) {
-                names.push_back(board::hexadecimal(vlan));
+                names.push_back(board.getVlans().at(vlan).getName());
             }
             texts.push_back(board::portsName(ports) + " in " +
                             (names.empty() ? "none" : board::listed(names)));
@@ -223,7 +260,7 @@ std::vector<Check> trunkChecks() {
         {"trunk-outside-switch", Severity::error, "a trunk that no switch finds", outsideSwitch},
         {"trunk-port-unknown", Severity::error, "a trunk's port that the switch does not have", portUnknown},
         {"trunk-port-in-two", Severity::error, "a port in two trunks", portInTwo},
-        {"trunk-unsupported", Severity::note, "a trunk on an 88E6096", unsupported},
+        {"trunk-unsupported", Severity::warning, "a trunk on an 88E6096", unsupported},
         {"trunk-of-one-port", Severity::warning, "a trunk of fewer than two ports", onePort},
         {"trunk-speeds-differ", Severity::warning, "trunk ports of different speeds", speedsDiffer},
         {"trunk-vlans-differ", Severity::warning, "trunk ports in different VLANs", vlansDiffer},

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 #include "board/BoardReading.hpp"
 #include "board/Element.hpp"
 #include "board/Wording.hpp"
+#include "switchctl/check/VlanSpelling.hpp"
 
 namespace switchctl::check {
 
@@ -15,6 +17,13 @@ std::string smallIds() {
     return "Write ids of one decimal digit where all readings are to agree; otherwise the hexadecimal digits "
            "of "
            "the VLAN, as long as they are all decimal digits.";
+}
+
+/// How to write what may have been meant by an id that is read as `id`.
+std::string spellings(std::string const& text, unsigned int id) {
+    std::optional<int> const decimal = board::decimalPrefix(text);
+    bool const mayBeDecimal = board::isDigits(text) && decimal != static_cast<int>(id);
+    return (mayBeDecimal ? vlanSpelling(static_cast<unsigned int>(*decimal)) + "; " : "") + vlanSpelling(id);
 }
 
 bool hasGroups(xmlNodePtr vlan) {
@@ -50,8 +59,9 @@ void idNotANumber(board::BoardReading const& board, Report const& report) {
     for (xmlNodePtr const element : board.find("//vlan")) {
         if (!board::hexadecimalPrefix(board::attribute(element, "id").value_or(""))) {
             report(element,
-                   "The id is " + board::quotedAttribute(element, "id") +
-                       ": the library makes it VLAN 0xffffffff, which finds no members.",
+                   "The id is " + board::quotedAttribute(element, "id") + ": the library makes it " +
+                       board::vlanName(std::numeric_limits<unsigned int>::max()) +
+                       ", which finds no members.",
                    smallIds());
         }
     }
@@ -69,12 +79,11 @@ void idReadsDifferently(board::BoardReading const& board, Report const& report) 
             continue;
         }
         report(element,
-               "The library reads the VLAN's id as hexadecimal: \"" + text + "\" is VLAN " +
-                   board::hexadecimal(*id) + " = " + std::to_string(*id) +
-                   (groups ? "; for the multicast groups under it the same text is decimal: VLAN " +
-                                 std::to_string(decimal) + "."
+               "The library reads the VLAN's id as hexadecimal: \"" + text + "\" is " + board::vlanName(*id) +
+                   (groups ? "; for the multicast groups under it the same text is decimal: " +
+                                 board::vlanName(static_cast<std::uint16_t>(decimal)) + "."
                            : "; as a decimal number it would be " + std::to_string(decimal) + "."),
-               smallIds());
+               spellings(text, *id) + (groups ? ". A VLAN and its groups agree on 1 to 9 only." : "."));
     }
 }
 
@@ -90,7 +99,7 @@ void membersLost(board::BoardReading const& board, Report const& report) {
                "The library looks for the members with " + query + ", which does not find those of id " +
                    board::quotedAttribute(element, "id") + ": the VLAN has none of its " +
                    std::to_string(members.size()) + ".",
-               "Write the id's hexadecimal digits without a prefix, and choose one without letters.");
+               vlanSpelling(board::BoardReading::vlanIdOf(element)) + ".");
     }
 }
 
@@ -100,11 +109,11 @@ void takesOthersMembers(board::BoardReading const& board, Report const& report) 
             xmlNodePtr const owner = member.element->parent;
             if (board::BoardReading::vlanIdOf(owner) != id) {
                 report(member.element,
-                       "The members of " + board::vlanName(id) + " are found by " +
+                       "The members of " + vlan.getName() + " are found by " +
                            board::BoardReading::memberQuery(id) +
                            ", whose number XPath reads in its own way: this member of the VLAN with id " +
-                           board::quotedAttribute(owner, "id") + " becomes a member of " +
-                           board::vlanName(id) + ", too.",
+                           board::quotedAttribute(owner, "id") + " becomes a member of " + vlan.getName() +
+                           ", too.",
                        R"(Write VLAN ids in decimal digits only; "1e" is 1 to XPath, and "1e2" is 100.)");
             }
         }
@@ -116,13 +125,13 @@ void idDuplicate(board::BoardReading const& board, Report const& report) {
         unsigned int const id = board::BoardReading::vlanIdOf(element);
         auto const first = board.getVlans().find(id);
         if (first != board.getVlans().end() && first->second.element != element) {
-            report(
-                element,
-                "The library reports a duplicate vlan " + board::hexadecimal(id) +
-                    " and ignores this element's type; the members that its query finds go to the first one, "
-                    "line " +
-                    std::to_string(xmlGetLineNo(first->second.element)) + ".",
-                "Give every VLAN an id of its own, port-based ones too.");
+            report(element,
+                   "The library reports a duplicate vlan, " + first->second.getName() +
+                       ", and ignores this element's type; the members that its query finds go to the first "
+                       "one, "
+                       "line " +
+                       std::to_string(xmlGetLineNo(first->second.element)) + ".",
+                   "Give every VLAN an id of its own, port-based ones too.");
         }
     }
 }
@@ -133,9 +142,9 @@ void idOutOfRange(board::BoardReading const& board, Report const& report) {
             board::hexadecimalPrefix(board::attribute(vlan.element, "id").value_or("")).has_value();
         if (vlan.tagBased && hasId && (id == 0 || id > board::BoardReading::highestVlanId)) {
             report(vlan.element,
-                   "No frame can carry VLAN " + board::hexadecimal(id) +
+                   "No frame can carry " + vlan.getName() +
                        ": a tag has 12 bits, 0 and 0xfff are reserved. The chips keep the low 12 bits, " +
-                       board::hexadecimal(id & 0xFFFU) +
+                       board::vlanName(id & 0xFFFU) +
                        (id > 0xFFFU
                             ? ", and an 88E6096 starts the VLAN anew with each member, so that only the "
                               "last one stays in it."
@@ -152,8 +161,8 @@ void idCut(board::BoardReading const& board, Report const& report) {
         auto const kept = static_cast<std::uint16_t>(id);
         if (vlan.tagBased && hasId && kept != id) {
             report(vlan.element,
-                   "The library hands 16 bits of the id to the chips: " + board::hexadecimal(id) +
-                       " becomes " + board::hexadecimal(kept) + ".",
+                   "The library hands 16 bits of the id to the chips: " + vlan.getName() + " becomes " +
+                       board::vlanName(kept) + ".",
                    "Write an id from 1 to ffe, hexadecimal.");
         }
     }
@@ -165,7 +174,7 @@ void groupVlanCut(board::BoardReading const& board, Report const& report) {
         if (number != static_cast<std::uint16_t>(number)) {
             report(element,
                    "The library keeps 16 bits of a group's VLAN id: " + std::to_string(number) + " becomes " +
-                       std::to_string(static_cast<std::uint16_t>(number)) +
+                       board::vlanName(static_cast<std::uint16_t>(number)) +
                        " for the groups under this VLAN.",
                    smallIds());
         }

@@ -40,7 +40,7 @@ char const* colourOf(std::string const& connectedTo) {
 
 std::string escaped(std::string const& text) {
     static std::map<char, char const*> const entities = {
-        {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
+        {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\\', "&#92;"}};
     std::string result;
     for (char const character : text) {
         auto const entity = entities.find(character);
@@ -62,10 +62,10 @@ std::string portNode(int switchId, int portId) {
 }
 
 std::optional<int> trunkOf(board::BoardReading::Switch const& owner, unsigned int portId) {
-    constexpr int noPort = -1;
     for (board::BoardReading::Trunk const& trunk : owner.trunks) {
         for (xmlNodePtr const member : trunk.members) {
-            if (board::numberOr(member, "id", noPort) == static_cast<int>(portId)) {
+            unsigned int const number = board::BoardReading::trunkPortIdOf(member);
+            if (number == portId && owner.findPort(number) != nullptr) {
                 return trunk.id;
             }
         }
@@ -107,8 +107,8 @@ void BoardDrawing::addSwitch(Reading::Switch const& owner) {
     _out
         << "  " << nodeOf(owner)
         << " [shape=plain, label=<<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"4\">\n"
-        << R"(    <TR><TD COLSPAN="4" BGCOLOR="#333333"><FONT COLOR="white"><B>switch )" << owner.id << "  "
-        << owner.chipName() << "</B></FONT></TD></TR>\n";
+        << R"(    <TR><TD COLSPAN="4" BGCOLOR="#333333"><FONT COLOR="white"><B>switch )"
+        << escaped(owner.getName()) << "  " << owner.chipName() << "</B></FONT></TD></TR>\n";
     for (auto const& entry : owner.ports) {
         addPort(owner, entry.second);
     }
@@ -120,7 +120,7 @@ void BoardDrawing::addPort(Reading::Switch const& owner, Reading::Port const& po
         std::string(R"( ALIGN="LEFT" BGCOLOR=")") + colourOf(port.connectedTo) + "\"";
     std::optional<int> const trunk = trunkOf(owner, port.id);
     _out << "    <TR>";
-    cell(_out, background + " PORT=\"link" + std::to_string(port.id) + "\"", std::to_string(port.id));
+    cell(_out, background + " PORT=\"link" + std::to_string(port.id) + "\"", port.getName());
     cell(_out, background, port.connectedTo + (isCpuPort(owner, port) ? " (CPU port)" : ""));
     cell(_out, background, port.portStatus);
     cell(_out, background + " PORT=\"port" + std::to_string(port.id) + "\"",
@@ -152,7 +152,7 @@ void BoardDrawing::addInterlinks() {
 
 void BoardDrawing::addVlan(Reading::Vlan const& vlan, std::string const& colour) {
     _out << "  vlan" << vlan.id << " [shape=box, style=rounded, color=\"" << colour << "\", fontcolor=\""
-         << colour << "\", penwidth=2, label=\"VLAN " << board::hexadecimal(vlan.id) << "\\n"
+         << colour << "\", penwidth=2, label=\"" << escaped(vlan.getName()) << "\\n"
          << (vlan.tagBased ? "tag-based" : "port-based") << "\"]\n";
     for (Reading::Member const& member : vlan.members) {
         addMember(vlan, member, colour);

@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "board/Wording.hpp"
+
 namespace switchctl::plan {
 
 bool PlannedWrite::operator==(PlannedWrite const& other) const {
@@ -14,7 +16,9 @@ std::string PlannedWrite::getText() const {
     std::string text = fmt::format("{:21} 0x{:02x}  0x{:0{}x}", registerName, address, value, digits);
     char const* separator = "  ";
     for (simulation::AccessLog::FieldChange const& change : changes) {
-        text += fmt::format("{}{} 0x{:x}->0x{:x}", separator, change.field, change.before, change.after);
+        text += fmt::format("{}{} {}->{}", separator, change.field,
+                            board::fieldValue(change.field, change.before),
+                            board::fieldValue(change.field, change.after));
         separator = ", ";
     }
     return text;

@@ -15,7 +15,7 @@ namespace {
 std::string idsOf(board::BoardReading const& document) {
     std::string text;
     for (auto const& [id, entry] : document.getSwitches()) {
-        text += (text.empty() ? "" : ", ") + std::to_string(id);
+        text += (text.empty() ? "" : ", ") + entry.getName();
     }
     return text.empty() ? "none" : text;
 }

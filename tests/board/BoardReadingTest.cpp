@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "board/Element.hpp"
+#include "model/XmlText.hpp"
 #include "tests/support/TestDocument.hpp"
 
 using board::BoardReading;
@@ -69,6 +70,65 @@ TEST(BoardReadingTest, MembersAreFoundByTheIdAsANumber) {
     EXPECT_EQ(found.portId, 7);
     EXPECT_EQ(board::attribute(found.element, "ingress"), "addTag");
     EXPECT_EQ(board::attribute(found.element, "egress"), "stripTag");
+}
+
+TEST(BoardReadingTest, NumbersAreTheLibrarys) {
+    for (auto const* const text : {"",
+                                   "5",
+                                   " +5",
+                                   "\t\v\f\r\n-5 ",
+                                   "+-5",
+                                   "--5",
+                                   "- 5",
+                                   "+",
+                                   "0x",
+                                   "-0Xg",
+                                   "0x-5",
+                                   "00x5",
+                                   "x",
+                                   "7 ports",
+                                   "1e",
+                                   "0x1F",
+                                   "-0x1",
+                                   "2147483647",
+                                   "2147483648",
+                                   "4294967295",
+                                   "4294967296",
+                                   "-2147483648",
+                                   "-2147483649",
+                                   "100000005",
+                                   "0x100000005",
+                                   "-100000005",
+                                   "-ffffffff",
+                                   "ffffffffffffffff",
+                                   "10000000000000000",
+                                   "18446744073709551615",
+                                   "18446744073709551616",
+                                   "-100000000000000000000000000000"}) {
+        test_support::TestDocument const document("<a/>");
+        xmlSetProp(document.root(), reinterpret_cast<xmlChar const*>("v"), // NOLINT: UTF-8
+                   reinterpret_cast<xmlChar const*>(text));                // NOLINT: as above
+        XmlText const own = XmlText::attribute(document.root(), "v");
+        int decimal = 0;
+        EXPECT_EQ(board::decimalPrefix(text).has_value(), own.parseDecimal(decimal)) << text;
+        EXPECT_EQ(board::decimalPrefix(text).value_or(0), decimal) << text;
+        unsigned int hexadecimal = 0;
+        EXPECT_EQ(board::hexadecimalPrefix(text).has_value(), own.parseHexadecimal(hexadecimal)) << text;
+        EXPECT_EQ(board::hexadecimalPrefix(text).value_or(0), hexadecimal) << text;
+    }
+}
+
+TEST(BoardReadingTest, APortWithoutANumberIsFoundByNone) {
+    Board const board("<switches><switch id='0' switchModel='88e6096'><port id='one'/><port id='1'/>"
+                      "</switch></switches><vlan id='4' typeOfVlan='tagBasedVlan'>"
+                      "<port switchId='0'/><port switchId='0' portId='1'/></vlan>");
+    BoardReading::Switch const* const owner = board.reading.getSwitch(0);
+    EXPECT_EQ(owner->ports.size(), 2U);
+    EXPECT_EQ(owner->findPort(~0U), nullptr);
+    EXPECT_EQ(owner->findPort(1)->id, 1U);
+    std::vector<BoardReading::Member> const& members = board.reading.getVlans().at(0x4).members;
+    EXPECT_EQ(members[0].outcome, BoardReading::Outcome::unknownPort);
+    EXPECT_EQ(members[1].outcome, BoardReading::Outcome::added);
 }
 
 TEST(BoardReadingTest, AMemberWithoutNumbersIsNowhere) {

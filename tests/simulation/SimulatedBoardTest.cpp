@@ -60,6 +60,12 @@ TEST(SimulatedBoardTest, SaysWhatItSkipped) {
                                         "switch 5: no model of a \"\""}));
 }
 
+TEST(SimulatedBoardTest, AnIdThatDoesNotFitIsNoOther) {
+    auto const board = makeBoard({}, "<switches><switch id='4294967296' switchModel='vsc7390'/>"
+                                     "<switch id='-4294967295' switchModel='88e6096'/></switches>");
+    EXPECT_EQ(board->getSwitchIds(), (std::vector<unsigned>{0, 65535}));
+}
+
 TEST(SimulatedBoardTest, LeavesOutWhatItIsToldTo) {
     SimulatedBoard::Options options;
     options.missingSwitches = {0, 31};

@@ -64,7 +64,8 @@ TEST(AuditCommandTest, AVlanThatIsPurgedOverTheBusIsMissing) {
     CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/global1/VTUVID=5", "--deviate",
                                   "0/global1/VTUOperation=0xB000"});
     EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
-    EXPECT_THAT(run.out, StartsWith("switch 0  VTU  VID 5  expected the entry, found none\nthe models"));
+    EXPECT_THAT(run.out,
+                StartsWith("switch 0  VTU  VID 5 (0x5)  expected the entry, found none\nthe models"));
 }
 
 TEST(AuditCommandTest, AnotherDocumentsModelsDeviate) {

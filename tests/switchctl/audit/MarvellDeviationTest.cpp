@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AuditBench.hpp"
+#include "board/Wording.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 
 using simulation::Marvell88E6096TestSide;
@@ -63,12 +64,13 @@ TEST_F(MarvellDeviationTest, AMemberOfAVlan) {
     ASSERT_EQ(entry.memberTags[1], 1U) << "port 1 strips tags";
     entry.memberTags[1] = 3;
     chip.setVtuEntry(5, entry);
-    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  VTU  VID 5  MemberTag1  expected 0x1, found 0x3"));
+    EXPECT_THAT(bench.audit(),
+                ElementsAre("switch 0  VTU  VID 5 (0x5)  MemberTag1  expected 0x1, found 0x3"));
 }
 
 TEST_F(MarvellDeviationTest, AVlanTooMuch) {
     chip.setVtuEntry(0x123, {});
-    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  VTU  VID 291  expected none, found the entry"));
+    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  VTU  VID 291 (0x123)  expected none, found the entry"));
 }
 
 TEST_F(MarvellDeviationTest, SpanningTreeStatesOfAVlan) {
@@ -78,7 +80,8 @@ TEST_F(MarvellDeviationTest, SpanningTreeStatesOfAVlan) {
     unsigned const before = entry.portStates[1];
     entry.portStates[1] = before ^ 0x1U;
     chip.setStuEntry(stu.begin()->first, entry);
-    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  STU  SID " + std::to_string(stu.begin()->first) +
+    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  STU  " +
+                                           board::entryName("SID " + std::to_string(stu.begin()->first)) +
                                            "  PortState1  expected 0x" + std::to_string(before) +
                                            ", found 0x" + std::to_string(before ^ 0x1U)));
 }

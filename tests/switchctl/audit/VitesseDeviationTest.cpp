@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AuditBench.hpp"
+#include "board/Wording.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
 using simulation::Vsc7390TestSide;
@@ -74,7 +75,8 @@ TEST_F(VitesseDeviationTest, AMemberOfAVlan) {
     chip->setVlanEntry(vid, entry);
     Lines const lines = bench.audit();
     ASSERT_EQ(lines.size(), 1U);
-    EXPECT_THAT(lines[0], HasSubstr(name + "  VLAN table  VID " + std::to_string(vid) + "  Ports  expected"));
+    EXPECT_THAT(lines[0], HasSubstr(name + "  VLAN table  " + board::entryName("VID " + std::to_string(vid)) +
+                                    "  Ports  expected"));
 }
 
 TEST_F(VitesseDeviationTest, AVlanTooMuch) {
@@ -83,7 +85,7 @@ TEST_F(VitesseDeviationTest, AVlanTooMuch) {
     entry.ports ^= 0x3U;
     chip->setVlanEntry(4000, entry);
     char text[128];
-    std::snprintf(text, sizeof text, "%s  VLAN table  VID 4000  Ports  expected 0x%x, found 0x%x",
+    std::snprintf(text, sizeof text, "%s  VLAN table  VID 4000 (0xfa0)  Ports  expected 0x%x, found 0x%x",
                   name.c_str(), before, entry.ports);
     EXPECT_THAT(bench.audit(), ElementsAre(text));
 }
@@ -113,8 +115,9 @@ TEST_F(VitesseDeviationTest, AGroupTooMuch) {
     unsigned const free = place.second == 3 ? 0 : 3;
     ASSERT_FALSE(chip->getMacEntry(place.first, free));
     chip->setMacEntry(place.first, free, entry);
-    EXPECT_THAT(bench.audit(), ElementsAre(name + "  MAC table  group 01:00:5e:0a:0b:0c VID " +
-                                           std::to_string(entry.vid) + "  expected none, found the entry"));
+    EXPECT_THAT(bench.audit(), ElementsAre(name + "  MAC table  group 01:00:5e:0a:0b:0c " +
+                                           board::entryName("VID " + std::to_string(entry.vid)) +
+                                           "  expected none, found the entry"));
 }
 
 TEST_F(VitesseDeviationTest, LearnedAddressesCountersAndStagingRegistersAreNoDeviation) {

@@ -60,6 +60,18 @@ TEST(BoardSummaryTest, TellsFoundFromMissing) {
                                           "  switch 4            missing: no such driver\n"));
 }
 
+TEST(BoardSummaryTest, ShowsIdsAsTheyAreWrittenWhereTheyAreOthers) {
+    Result const result =
+        summaryOf("<switches><switch id='4294967296' switchModel='88e6096'/></switches>"
+                  "<vlan id='10' typeOfVlan='tagBasedVlan'><port switchId='0' portId='1'>"
+                  "<forwardedMulticastGroup>239.0.0.9</forwardedMulticastGroup></port></vlan>",
+                  {}, false);
+    EXPECT_THAT(result.summary,
+                HasSubstr("  switch 65535 (written \"4294967296\")  88e6096   found, 0 ports\n"));
+    EXPECT_THAT(result.summary, HasSubstr("  VLAN 16 (0x10, written \"10\")  tag-based:"));
+    EXPECT_THAT(result.summary, HasSubstr("  239.0.0.9 in VLAN 10 (0xa, written \"10\"):"));
+}
+
 TEST(BoardSummaryTest, IsCompleteWhenEverySwitchIsThere) {
     EXPECT_TRUE(
         summaryOf("<switches>" + switchElement(0, "") + switchElement(1, "") + "</switches>").complete);
@@ -92,10 +104,10 @@ TEST(BoardSummaryTest, GroupsPortsByTypeAndState) {
                       port(0, "external", "disabled") + port(1, "external") + port(2, "smac", "disabled")) +
         "</switches>");
     EXPECT_THAT(result.summary, HasSubstr("ports\n"
-                                          "  ethernetPortType  disabled   1.0\n"
-                                          "  ethernetPortType  forwarding 0.0 0.2 1.1\n"
-                                          "  smacPortType      disabled   1.2\n"
-                                          "  cpuPortType       forwarding 0.1\n"));
+                                          "  external          disabled   1.0\n"
+                                          "  external          forwarding 0.0 0.2 1.1\n"
+                                          "  smac              disabled   1.2\n"
+                                          "  cpu               forwarding 0.1\n"));
     EXPECT_THAT(result.summary, HasSubstr("CPU port: 0.1\n"));
 }
 
@@ -106,7 +118,9 @@ TEST(BoardSummaryTest, ShowsMembersThatCountAndMembersThatDoNot) {
         "<vlan id='2' typeOfVlan='portBasedVlan'><port switchId='0' portId='0'/>"
         "<port switchId='0' portId='1'/><port switchId='1' portId='1'/><port switchId='0' portId='9'/>"
         "<port switchId='8' portId='0'/></vlan>");
-    EXPECT_THAT(result.summary, HasSubstr("VLANs\n  0x2  port-based: 0.0 0.1; left out: 1.1 0.9 8.0\n"));
+    EXPECT_THAT(
+        result.summary,
+        HasSubstr("VLANs\n  VLAN 2 (0x2, written \"2\")  port-based: 0.0 0.1; left out: 1.1 0.9 8.0\n"));
     EXPECT_THAT(
         result.complaints,
         HasSubstr("  error    SwitchManager::addVlanPort. Attempt to add vlan to unknown port 0.9\n"));
@@ -121,7 +135,10 @@ TEST(BoardSummaryTest, ShowsHowMembersTreatTags) {
                   "<vlan id='10' typeOfVlan='tagBasedVlan'>"
                   "<port switchId='0' portId='0' ingress='addTag' egress='stripTag'/>"
                   "<port switchId='0' portId='1'/></vlan>");
-    EXPECT_THAT(result.summary, HasSubstr("VLANs\n  0x10  tag-based: 0.0(addTag/stripTag) 0.1(none/none)\n"));
+    EXPECT_THAT(
+        result.summary,
+        HasSubstr(
+            "VLANs\n  VLAN 16 (0x10, written \"10\")  tag-based: 0.0(addTag/stripTag) 0.1(none/none)\n"));
 }
 
 TEST(BoardSummaryTest, ShowsTrunksAndGroups) {
@@ -132,7 +149,7 @@ TEST(BoardSummaryTest, ShowsTrunksAndGroups) {
                              "<forwardedMulticastGroup>239.0.0.9</forwardedMulticastGroup></port>") +
         "</switches>");
     EXPECT_THAT(result.summary, HasSubstr("trunks\n  switch 0 trunk 4: 0.8 0.9 (no such port)\n"));
-    EXPECT_THAT(result.summary, HasSubstr("multicast groups\n  239.0.0.9 in VLAN 0: 0.1\n"));
+    EXPECT_THAT(result.summary, HasSubstr("multicast groups\n  239.0.0.9 in VLAN 0 (0x0): 0.1\n"));
 }
 
 TEST(BoardSummaryTest, SaysThatThereIsNothingToComplainAbout) {

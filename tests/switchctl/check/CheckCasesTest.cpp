@@ -107,8 +107,7 @@ TEST(DocumentCheckTest, SaysWhatTheLibraryWillDo) {
     EXPECT_EQ(findings.front().effect, "The library looks for the members with //vlan[@id=20]/port, which "
                                        "does not find those of id \"0x20\": "
                                        "the VLAN has none of its 2.");
-    EXPECT_EQ(findings.front().advice,
-              "Write the id's hexadecimal digits without a prefix, and choose one without letters.");
+    EXPECT_EQ(findings.front().advice, "VLAN 32 is written 20.");
 }
 
 } // namespace

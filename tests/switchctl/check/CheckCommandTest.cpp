@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -101,6 +102,31 @@ TEST_F(CheckCommandTest, PrintsFileLineSeverityElementAndName) {
                   ":3: error: <vlan id=\"6\"> [vlan-type-absent]\n"
                   "    The library reports that the vlan has no attribute typeOfVlan and skips it.\n"
                   "    Instead: Write typeOfVlan=\"tagBasedVlan\" or typeOfVlan=\"portBasedVlan\".\n"));
+}
+
+TEST_F(CheckCommandTest, SaysOnceWhatIsTheSameInSeveralLines) {
+    check("<board>\n<vlan id='6'/>\n<vlan id='7'/><vlan id='8'/>\n<vlan/>\n</board>");
+    EXPECT_THAT(out.str(),
+                HasSubstr(path +
+                          ":2: error: <vlan id=\"6\"> [vlan-type-absent]\n"
+                          "    The library reports that the vlan has no attribute typeOfVlan and skips it.\n"
+                          "    Instead: Write typeOfVlan=\"tagBasedVlan\" or typeOfVlan=\"portBasedVlan\".\n"
+                          "    4 times; also lines 3 and 4.\n"));
+    EXPECT_EQ(out.str().find("<vlan id=\"7\">"), std::string::npos);
+}
+
+TEST_F(CheckCommandTest, SaysHowOftenALineHasTheSame) {
+    check("<board>\n<vlan id='6'/><vlan id='7'/>\n</board>");
+    EXPECT_THAT(out.str(), HasSubstr("\n    2 times in this line.\n"));
+}
+
+TEST_F(CheckCommandTest, CountsAndListsEachFindingInJson) {
+    json const result =
+        checkAsJson("<board>\n<vlan id='6'/>\n<vlan id='7'/>\n</board>", chips::ExitStatus::badDocument);
+    EXPECT_EQ(result["errors"], 3);
+    EXPECT_EQ(std::count_if(result["findings"].begin(), result["findings"].end(),
+                            [](json const& finding) { return finding["check"] == "vlan-type-absent"; }),
+              2);
 }
 
 TEST_F(CheckCommandTest, PrintsJson) {

@@ -56,8 +56,8 @@ TEST(ExampleDocumentsTest, TheAccessPointHasNoWarning) {
     EXPECT_THAT(warningsOf("access-point.xml"), IsEmpty());
 }
 
-TEST(ExampleDocumentsTest, TheMinimalBoardDoesNotListAllPorts) {
-    EXPECT_EQ(warningsOf("minimal.xml"), Warnings{"12 ports-beyond-count"});
+TEST(ExampleDocumentsTest, TheMinimalBoardDoesNotListAllPortsAndHasATrunk) {
+    EXPECT_EQ(warningsOf("minimal.xml"), (Warnings{"12 ports-beyond-count", "18 trunk-unsupported"}));
 }
 
 TEST(ExampleDocumentsTest, TheServiceSocketOfThreeSwitchesIsInNoTagBasedVlan) {

@@ -29,6 +29,14 @@ TEST(LibraryPortsTest, APortIdThatIsNoNumberMakesPortMinusOne) {
     EXPECT_EQ(ports.count(2), 1U);
 }
 
+TEST(LibraryPortsTest, APortWithoutANumberIsFoundByNone) {
+    LibraryRun run(boardOf(marvell("0", port("-1") + "<trunk id='1'><port/></trunk>"),
+                           tagBased("5", member("0", "-1") + member("0", ""))));
+    EXPECT_TRUE(run.says("ManagedSwitch::getPort id -1 out of bounds"));
+    EXPECT_TRUE(run.says("Attempt to add vlan to unknown port 0.-1"));
+    EXPECT_EQ(run.saysAfter("ManagedSwitchPort::addVlanPort. Add vlan:"), std::set<std::string>{});
+}
+
 TEST(LibraryPortsTest, TheFirstPortOfANumberStays) {
     LibraryRun run(one(port("7", "dsp") + port("7", "smac")));
     EXPECT_EQ(typeOf(run, 0, 7), PortType::dspPortType);

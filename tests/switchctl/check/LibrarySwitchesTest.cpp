@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "model/ManagedSwitch.hpp"
+#include "model/TrunkGroup.hpp"
 #include "tests/switchctl/check/Documents.hpp"
 #include "tests/switchctl/check/LibraryRun.hpp"
 
@@ -29,6 +30,18 @@ TEST(LibrarySwitchesTest, TheNumberOfTheSameModelIsIgnored) {
     LibraryRun run(boardOf(marvell("1") + marvell("1x")));
     EXPECT_TRUE(run.isUp());
     EXPECT_EQ(run.getManager().getManagedSwitchesCount(), 1U);
+}
+
+TEST(LibrarySwitchesTest, NumbersThatDoNotFitBecomeTheNearest) {
+    LibraryRun run(boardOf("<switch id='4294967296' switchModel='vsc7390'/>" +
+                               marvell("0", port("4294967297") + "<trunk id='-4294967297'/>"),
+                           tagBased("100000005", member("0", "1"))),
+                   LibraryRun::Chips::none);
+    ASSERT_NE(run.getManager().getManagedSwitch(65535), nullptr);
+    ManagedSwitch& marvell0 = *run.getManager().getManagedSwitch(0);
+    EXPECT_EQ(marvell0.getPorts().count(2147483647), 1U);
+    EXPECT_EQ(marvell0.getTrunkGroup(0)->getId(), 0x80000000U);
+    EXPECT_TRUE(run.says("Adding TagBasedVlan 0xffffffff"));
 }
 
 TEST(LibrarySwitchesTest, APrefixedIdComesUpWithoutPorts) {

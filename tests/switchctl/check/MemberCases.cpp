@@ -25,6 +25,10 @@ std::vector<CheckCase> memberCases() {
          vlan5(member("0", "1"))},
         {"member-port-unknown", vlan5(member("0", "11") + here), vlan5(member("0", "10"))},
         {"member-port-unknown", vlan5(member("0", "x") + here), vlan5(member("3", "1"))},
+        {"member-port-unknown",
+         boardOf(marvell("0", port("-1")), tagBased("5", "\n" + member("0", "-1") + here + member("0", "") +
+                                                             here + "<port switchId='0'/>" + here)),
+         boardOf(marvell("0", port("-1")), tagBased("5", member("0", "1")))},
         {"member-number-taken", vlan5(member("0", "1") + "\n" + member("1", "1") + here),
          vlan5(member("0", "1") + member("1", "2"))},
         {"member-twice", vlan5(member("0", "1") + "\n" + member("0", "1") + here),

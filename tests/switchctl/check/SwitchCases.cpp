@@ -32,6 +32,18 @@ std::vector<CheckCase> switchCases() {
          boardOf(marvell("0", "<trunk id='1'/>"))},
         {"schema", boardOf(marvell("0"), tagBased("3", member("0", "1", "\n" + group("10.1.2.3") + here))),
          "<vlan id='3' typeOfVlan='tagBasedVlan' xmlns:x='urn:x' x:colour='red'/>"},
+        {"number-does-not-fit", boardOf(marked("<switch id='4294967296' switchModel='88e6096'>")),
+         boardOf(marvell("2147483647"))},
+        {"number-does-not-fit", boardOf(marked(ageing("88e6096", "-2147483649"))),
+         boardOf(ageing("88e6096", "-2147483648") + ports0())},
+        {"number-does-not-fit",
+         boardOf(marvell("0", port("2147483648") + here + "<trunk id='2147483648'>" + here +
+                                  "<port id='99999999999'/>" + here + "</trunk>")),
+         boardOf(marvell("0", port("2147483647") + "<trunk id='2147483647'><port id='12'/></trunk>"))},
+        {"number-does-not-fit",
+         boardOf(marvell("0"), tagBased("100000005", here + member("4294967296", "1") + here +
+                                                         member("0", "4294967297") + here)),
+         boardOf(marvell("0"), tagBased("ffffffff", member("2147483647", "2147483647")))},
         {"switch-none", "<board>" + std::string(here) + "<switch id='0' switchModel='88e6096'/></board>",
          boardOf(marvell("0"))},
         {"switch-outside-switches",

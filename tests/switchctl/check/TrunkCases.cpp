@@ -42,6 +42,12 @@ std::vector<CheckCase> trunkCases() {
          boardOf(vitesse("3", trunk("1", two())))},
         {"trunk-port-unknown", boardOf(vitesse("3", trunk("1", two() + "<port id='24'/>" + here))),
          boardOf(vitesse("3", trunk("1", two())))},
+        {"trunk-port-unknown",
+         boardOf(vitesse("3", port("one") + trunk("1", two() + "<port/>" + here) +
+                                  trunk("2", "<port id='-1'/>" + std::string(here)))),
+         boardOf(vitesse("3", port("one") + trunk("1", two())))},
+        {"trunk-of-one-port", boardOf(vitesse("3", port("-1") + trunk("1", "<port id='1'/><port/>", here))),
+         boardOf(vitesse("3", trunk("1", two())))},
         {"trunk-port-in-two",
          boardOf(vitesse("3", trunk("1", two()) + trunk("2", "<port id='2'/>" + std::string(here)))),
          boardOf(vitesse("3", trunk("1", two()) + trunk("2", others())))},

@@ -36,6 +36,14 @@ TEST(BoardDrawingTest, ASwitchIsATableOfItsPorts) {
                                 "<TD ALIGN=\"LEFT\" BGCOLOR=\"#E8F1FA\">disabled</TD>"));
 }
 
+TEST(BoardDrawingTest, IdsAreAsTheyAreWrittenWhereTheyAreOthers) {
+    std::string const text = drawingOf(switchOf("04", portOf("07", "external")) +
+                                       R"(<vlan id='5\n"' typeOfVlan='tagBasedVlan'/>)");
+    EXPECT_THAT(text, HasSubstr("<B>switch 4 (written &quot;04&quot;)  88E6096</B>"));
+    EXPECT_THAT(text, HasSubstr("PORT=\"link7\">7 (written &quot;07&quot;)</TD>"));
+    EXPECT_THAT(text, HasSubstr("label=\"VLAN 5 (0x5, written &quot;5&#92;n&quot;&quot;)\\ntag-based\""));
+}
+
 TEST(BoardDrawingTest, TheTitleIsText) {
     EXPECT_THAT(drawingOf(switchOf("0", ""), "a<b>&\"c\""),
                 HasSubstr("label=<<B>a&lt;b&gt;&amp;&quot;c&quot;</B>>"));
@@ -48,7 +56,7 @@ TEST(BoardDrawingTest, AMembershipIsDashedWhereTheTagIsTaken) {
                   "<port switchId='0' portId='1' ingress='addTag' egress='stripTag'/>"
                   "<port switchId='0' portId='2' ingress='validateTag' egress='validateTag'/>"
                   "<port switchId='0' portId='3' ingress='validateTag' egress='validateTag'/></vlan>");
-    EXPECT_THAT(text, HasSubstr("label=\"VLAN 0x5\\ntag-based\""));
+    EXPECT_THAT(text, HasSubstr("label=\"VLAN 5 (0x5, written &quot;5&quot;)\\ntag-based\""));
     EXPECT_THAT(text, HasSubstr("  switch0:port1:e -- vlan5:w [color=\"#0072B2\", style=dashed]\n"));
     EXPECT_THAT(text, HasSubstr("  switch0:port2:e -- vlan5:w [color=\"#0072B2\", style=solid]\n"));
     EXPECT_THAT(text, Not(HasSubstr("port3:e")));
@@ -58,7 +66,8 @@ TEST(BoardDrawingTest, PortBasedVlansKnowNoTags) {
     EXPECT_THAT(
         drawingOf(switchOf("0", portOf("1", "external")) +
                   "<vlan id='10' typeOfVlan='portBasedVlan'><port switchId='0' portId='1'/></vlan>"),
-        testing::AllOf(HasSubstr("  vlan16 [shape=box"), HasSubstr("label=\"VLAN 0x10\\nport-based\""),
+        testing::AllOf(HasSubstr("  vlan16 [shape=box"),
+                       HasSubstr("label=\"VLAN 16 (0x10, written &quot;10&quot;)\\nport-based\""),
                        HasSubstr("  switch0:port1:e -- vlan16:w [color=\"#0072B2\", style=dashed]\n")));
 }
 
