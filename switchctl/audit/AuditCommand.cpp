@@ -84,30 +84,28 @@ std::vector<Command::StatusLine> AuditCommand::getStatuses() const {
 }
 
 ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const {
-    std::unique_ptr<AuditRun> const run = makeRun(errors);
+    std::unique_ptr<board::AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (isJson()) {
         Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
-    for (std::string const& line : run->getUnread()) {
-        errors << "switchctl: " << line << '\n';
-    }
     if (!run->getUnread().empty()) {
+        errors << "switchctl: the audit is not complete: what could not be read is not compared\n";
         return ExitStatus::registerFailed;
     }
     return run->getDeviations().empty() ? ExitStatus::success : ExitStatus::chipsDeviate;
 }
 
 /// What the library prints meanwhile goes to `errors`.
-std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
+std::unique_ptr<board::AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     OutputDiversion const diversion(errors);
-    std::unique_ptr<AuditRun> run;
+    std::unique_ptr<board::AuditRun> run;
     Progress const progress(errors, "comparing the chips with " + _path);
     {
         board::ModelBringUp expected(_path);
-        run = std::make_unique<AuditRun>(expected);
+        run = std::make_unique<board::AuditRun>(expected);
     }
     if (!_simulation.isChosen()) {
         board::BoardAccess board(_memoryDevice);
@@ -118,7 +116,7 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     return run;
 }
 
-void AuditCommand::compareSimulated(AuditRun& run) const {
+void AuditCommand::compareSimulated(board::AuditRun& run) const {
     board::ModelBringUp chips(_simulation.getPath(_path));
     board::BoardAccess board(chips.getBoard());
     for (std::string const& deviation : _deviations) {

@@ -99,7 +99,24 @@ TEST(AuditCommandTest, AChipThatIsNotThereIsUnread) {
     TemporaryFile const other("<switches><switch id='9' switchModel='88e6096'/></switches>");
     CommandRun const run = audit({minimal, "--simulate=" + other.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
-    EXPECT_THAT(run.errors, HasSubstr("switchctl: switch 0"));
+    EXPECT_THAT(run.out, StartsWith("not read: switch 0: "));
+    EXPECT_THAT(run.out,
+                HasSubstr(": 0 of 1 switch, 0 registers, 0 table entries, not everything was read\n"));
+    EXPECT_EQ(run.out.find("deviation"), std::string::npos) << run.out;
+    EXPECT_EQ(run.errors, "switchctl: the audit is not complete: what could not be read is not compared\n");
+}
+
+TEST(AuditCommandTest, JsonOfWhatWasNotReadClaimsNothing) {
+    TemporaryFile const other("<switches><switch id='9' switchModel='88e6096'/></switches>");
+    CommandRun const run = audit({minimal, "--simulate=" + other.path(), "--json"});
+    EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
+    auto const json = nlohmann::json::parse(run.out);
+    EXPECT_EQ(json["switches"], 1);
+    EXPECT_EQ(json["switchesRead"], 0);
+    EXPECT_EQ(json["registers"], 0);
+    EXPECT_EQ(json["entries"], 0);
+    EXPECT_TRUE(json["deviations"].is_null());
+    EXPECT_EQ(json["unread"].size(), 1U);
 }
 
 TEST(AuditCommandTest, RefusesWhatItCannotDo) {

@@ -6,11 +6,11 @@
 #include <algorithm>
 
 #include "AuditBench.hpp"
-#include "switchctl/audit/ChipScope.hpp"
+#include "board/audit/ChipScope.hpp"
 
+using board::ChipScope;
 using chips::RegisterLocation;
 using simulation::ChipTestSide;
-using switchctl::audit::ChipScope;
 
 namespace {
 

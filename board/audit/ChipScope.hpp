@@ -11,19 +11,21 @@
 #include "chips/RegisterLocation.hpp"
 #include "simulation/AccessLog.hpp"
 
-namespace switchctl::audit {
+namespace board {
 
 /// What a document determines of one chip: the registers and the table entries that its bring-up wrote
 /// to the models.
 class ChipScope {
 public:
     /// \param switchId of a chip of the board. The bring-up is not needed afterwards.
-    ChipScope(board::ModelBringUp& bringUp, unsigned switchId);
+    ChipScope(ModelBringUp& bringUp, unsigned switchId);
 
     unsigned getSwitchId() const { return _switchId; }
     /// As in the access log, for example "switch 0".
     std::string getChip() const;
     std::string const& getModel() const { return _catalogue.getModel(); }
+
+    chips::ChipCatalogue const& getCatalogue() const { return _catalogue; }
 
     /// Those that the catalogue knows, in the order of their first write.
     std::vector<chips::RegisterLocation> const& getRegisters() const { return _registers; }
@@ -40,4 +42,4 @@ private:
     std::vector<chips::RegisterLocation> _registers;
 };
 
-} // namespace switchctl::audit
+} // namespace board

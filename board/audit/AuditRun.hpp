@@ -6,46 +6,54 @@
 
 #include "board/BoardAccess.hpp"
 #include "board/ModelBringUp.hpp"
+#include "board/audit/ChipScope.hpp"
+#include "board/audit/Deviation.hpp"
 #include "chips/ChipImage.hpp"
-#include "switchctl/audit/ChipScope.hpp"
-#include "switchctl/audit/Deviation.hpp"
 
-namespace switchctl::audit {
+namespace board {
 
 /// An audit: what a bring-up leaves in models, and then what is in the chips.
 class AuditRun {
 public:
     /// Takes what is expected from models that the document has been brought up on, which are not needed
     /// afterwards. Throws ToolError (registerFailed) when they cannot be read.
-    explicit AuditRun(board::ModelBringUp& bringUp);
+    explicit AuditRun(ModelBringUp& bringUp);
 
-    /// Reads the chips and compares. Throws ToolError (noHardware).
-    void compare(board::BoardAccess& board);
+    /// Reads the chips and compares.
+    void compare(BoardAccess& board);
 
     /// In the order of the switches' ids.
     std::vector<Deviation> const& getDeviations() const { return _deviations; }
 
-    /// What could not be read, one line each.
+    /// One line for each switch that could not be read, or not completely.
     std::vector<std::string> const& getUnread() const { return _unread; }
 
+    /// How many the document has.
     unsigned getSwitches() const;
-    /// How many were compared.
-    unsigned getRegisters() const;
-    unsigned getEntries() const;
+    /// \name How many were read and compared
+    /// @{
+    unsigned getSwitchesRead() const { return _switchesRead; }
+    unsigned getRegisters() const { return _registers; }
+    unsigned getEntries() const { return _entries; }
+    /// @}
 
 private:
     struct Chip {
-        Chip(board::ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
+        Chip(ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
         ChipScope scope;
         chips::ChipImage expected;
     };
 
-    static chips::ChipImage read(board::BoardAccess& board, ChipScope const& scope);
+    void count(chips::ChipImage const& expected, chips::ChipImage const& found);
+    static chips::ChipImage read(BoardAccess& board, ChipScope const& scope);
 
     // The catalogues of the scopes stay where they are.
     std::deque<Chip> _chips;
     std::vector<Deviation> _deviations;
     std::vector<std::string> _unread;
+    unsigned _switchesRead = 0;
+    unsigned _registers = 0;
+    unsigned _entries = 0;
 };
 
-} // namespace switchctl::audit
+} // namespace board

@@ -1,11 +1,10 @@
-#include "switchctl/audit/Deviation.hpp"
+#include "board/audit/Deviation.hpp"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include "chips/NumberText.hpp"
 
-namespace switchctl::audit {
+namespace board {
 
 namespace {
 
@@ -13,23 +12,18 @@ std::string textOf(std::optional<std::uint32_t> const& value) {
     return value ? chips::NumberText::hexadecimal(*value, 1) : "none";
 }
 
-nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
-    return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json(nullptr);
-}
-
 } // namespace
 
 std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipImage const& expected,
                                           chips::ChipImage const& found) {
     std::vector<Deviation> deviations;
-    bool const endedEarly = found.isUnread("");
     for (chips::ChipImage::Item const& item : expected.getItems()) {
+        if (!found.covers(item)) {
+            continue;
+        }
         chips::ChipImage::Item const* const other = found.find(item.unit, item.name);
         if (other == nullptr) {
-            // What could not be read is told elsewhere.
-            if (!endedEarly && !found.isUnread(item.unit)) {
-                deviations.push_back({chip, item.unit, item.name, "", 1, std::nullopt});
-            }
+            deviations.push_back({chip, item.unit, item.name, "", 1, std::nullopt});
             continue;
         }
         for (std::size_t index = 0; index < item.fields.size() && index < other->fields.size(); ++index) {
@@ -41,7 +35,7 @@ std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipIm
         }
     }
     for (chips::ChipImage::Item const& item : found.getItems()) {
-        if (expected.find(item.unit, item.name) == nullptr) {
+        if (found.covers(item) && expected.find(item.unit, item.name) == nullptr) {
             deviations.push_back({chip, item.unit, item.name, "", std::nullopt, 1});
         }
     }
@@ -56,13 +50,4 @@ std::string Deviation::getText() const {
     return fmt::format("{}  {}  {}  {}", chip, unit, item, what);
 }
 
-nlohmann::ordered_json Deviation::toJson() const {
-    return {{"chip", chip},
-            {"unit", unit},
-            {"item", item},
-            {"field", field},
-            {"expected", jsonOf(expected)},
-            {"found", jsonOf(found)}};
-}
-
-} // namespace switchctl::audit
+} // namespace board

@@ -1,12 +1,12 @@
-#include "switchctl/audit/ChipScope.hpp"
+#include "board/audit/ChipScope.hpp"
 
 #include "chips/ChipKinds.hpp"
 
-namespace switchctl::audit {
+namespace board {
 
 using simulation::AccessLog;
 
-ChipScope::ChipScope(board::ModelBringUp& bringUp, unsigned switchId)
+ChipScope::ChipScope(ModelBringUp& bringUp, unsigned switchId)
     : _switchId(switchId),
       _catalogue(bringUp.getModel(switchId)),
       _tables(chips::ChipKinds::get(_catalogue.getModel(), "audit").makeTables(_catalogue)) {
@@ -37,4 +37,4 @@ void ChipScope::takeRegister(AccessLog::Entry const& entry) {
     }
 }
 
-} // namespace switchctl::audit
+} // namespace board

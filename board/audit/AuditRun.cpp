@@ -1,0 +1,61 @@
+#include "board/audit/AuditRun.hpp"
+
+#include "board/audit/ChipReader.hpp"
+#include "chips/ToolError.hpp"
+
+namespace board {
+
+AuditRun::AuditRun(ModelBringUp& bringUp) {
+    for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
+        _chips.emplace_back(bringUp, id);
+    }
+    BoardAccess board(bringUp.getBoard());
+    for (Chip& chip : _chips) {
+        chip.expected = read(board, chip.scope);
+        std::string const unread = chip.expected.getUnread();
+        if (!unread.empty()) {
+            throw chips::ToolError(chips::ExitStatus::registerFailed,
+                                   "the model of " + chip.scope.getChip() + ": " + unread);
+        }
+    }
+}
+
+void AuditRun::compare(BoardAccess& board) {
+    for (Chip const& chip : _chips) {
+        chips::ChipImage const found = read(board, chip.scope);
+        for (Deviation const& deviation : Deviation::between(chip.scope.getChip(), chip.expected, found)) {
+            _deviations.push_back(deviation);
+        }
+        count(chip.expected, found);
+        std::string const unread = found.getUnread();
+        if (!unread.empty()) {
+            _unread.push_back(chip.scope.getChip() + ": " + unread);
+        }
+    }
+}
+
+void AuditRun::count(chips::ChipImage const& expected, chips::ChipImage const& found) {
+    _switchesRead += found.isUnread(chips::ChipImage::wholeChip) ? 0 : 1;
+    for (chips::ChipImage::Item const& item : expected.getItems()) {
+        if (found.covers(item)) {
+            ++(item.isEntry ? _entries : _registers);
+        }
+    }
+}
+
+chips::ChipImage AuditRun::read(BoardAccess& board, ChipScope const& scope) {
+    try {
+        auto const transport = board.connect(scope.getSwitchId(), scope.getModel());
+        return ChipReader(scope, *transport).read();
+    } catch (chips::ToolError const& error) {
+        chips::ChipImage unread;
+        unread.addUnread(chips::ChipImage::wholeChip, error.what());
+        return unread;
+    }
+}
+
+unsigned AuditRun::getSwitches() const {
+    return static_cast<unsigned>(_chips.size());
+}
+
+} // namespace board
