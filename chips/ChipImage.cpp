@@ -5,14 +5,15 @@
 
 namespace chips {
 
-void ChipImage::addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields) {
+void ChipImage::addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields,
+                            bool isAfterReset) {
     _index.emplace(std::make_pair(unit, name), _items.size());
-    _items.push_back({unit, name, std::move(fields), false});
+    _items.push_back({unit, name, std::move(fields), false, isAfterReset});
 }
 
 void ChipImage::addEntry(std::string const& table, std::string const& name, std::vector<Field> fields) {
     _index.emplace(std::make_pair(table, name), _items.size());
-    _items.push_back({table, name, std::move(fields), true});
+    _items.push_back({table, name, std::move(fields), true, false});
 }
 
 void ChipImage::addUnread(std::string const& unit, std::string const& reason) {

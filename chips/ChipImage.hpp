@@ -24,14 +24,17 @@ public:
         /// For example "PortControl" or "VID 5".
         std::string name;
         std::vector<Field> fields;
-        bool isEntry;
+        bool isEntry = false;
+        /// Nobody wrote it: what is in it, the chip has had since its reset.
+        bool isAfterReset = false;
     };
 
     /// For addUnread(): all of the chip, or all of its tables.
     static constexpr char const* wholeChip = "";
     static constexpr char const* tables = "tables";
 
-    void addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields);
+    void addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields,
+                     bool isAfterReset = false);
     void addEntry(std::string const& table, std::string const& name, std::vector<Field> fields);
 
     /// The unit could not be read; what was added of it counts for nothing.

@@ -5,9 +5,9 @@
 
 namespace board {
 
-AuditRun::AuditRun(ModelBringUp& bringUp) {
+AuditRun::AuditRun(ModelBringUp& bringUp, ChipScope::Extent extent) {
     for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
-        _chips.emplace_back(bringUp, id);
+        _chips.emplace_back(bringUp, id, extent);
     }
     BoardAccess board(bringUp.getBoard());
     for (Chip& chip : _chips) {
@@ -52,6 +52,23 @@ chips::ChipImage AuditRun::read(BoardAccess& board, ChipScope const& scope) {
         unread.addUnread(chips::ChipImage::wholeChip, error.what());
         return unread;
     }
+}
+
+ChipScope const* AuditRun::find(unsigned switchId) const {
+    for (Chip const& chip : _chips) {
+        if (chip.scope.getSwitchId() == switchId) {
+            return &chip.scope;
+        }
+    }
+    return nullptr;
+}
+
+LeftOut AuditRun::getLeftOut() const {
+    LeftOut all;
+    for (Chip const& chip : _chips) {
+        all.add(chip.scope.getLeftOut());
+    }
+    return all;
 }
 
 unsigned AuditRun::getSwitches() const {

@@ -17,16 +17,21 @@ class AuditRun {
 public:
     /// Takes what is expected from models that the document has been brought up on, which are not needed
     /// afterwards. Throws ToolError (registerFailed) when they cannot be read.
-    explicit AuditRun(ModelBringUp& bringUp);
+    AuditRun(ModelBringUp& bringUp, ChipScope::Extent extent);
 
     /// Reads the chips and compares.
     void compare(BoardAccess& board);
+
+    /// Null when the document has no such switch.
+    ChipScope const* find(unsigned switchId) const;
 
     /// In the order of the switches' ids.
     std::vector<Deviation> const& getDeviations() const { return _deviations; }
 
     /// One line for each switch that could not be read, or not completely.
     std::vector<std::string> const& getUnread() const { return _unread; }
+
+    LeftOut getLeftOut() const;
 
     /// How many the document has.
     unsigned getSwitches() const;
@@ -39,7 +44,8 @@ public:
 
 private:
     struct Chip {
-        Chip(ModelBringUp& bringUp, unsigned switchId) : scope(bringUp, switchId) {}
+        Chip(ModelBringUp& bringUp, unsigned switchId, ChipScope::Extent extent)
+            : scope(bringUp, switchId, extent) {}
         ChipScope scope;
         chips::ChipImage expected;
     };

@@ -39,18 +39,19 @@ void ChipReader::requireChip() {
 }
 
 void ChipReader::readRegisters() {
-    for (chips::RegisterLocation const& location : _scope.getRegisters()) {
-        if (_image.isUnread(location.unit)) {
+    for (ChipScope::Item const& item : _scope.getRegisters()) {
+        std::string const& unit = item.location.unit;
+        if (_image.isUnread(unit)) {
             continue;
         }
         try {
-            readRegister(location);
+            readRegister(item);
         } catch (chips::ToolError const& error) {
             // A PHY may be missing; a chip that does not answer will not do so for the next register.
-            if (location.address.space != chips::RegisterAddress::Space::phy) {
+            if (item.location.address.space != chips::RegisterAddress::Space::phy) {
                 throw;
             }
-            _image.addUnread(location.unit, error.what());
+            _image.addUnread(unit, error.what());
         }
     }
 }
@@ -63,7 +64,8 @@ void ChipReader::readTables() {
     }
 }
 
-void ChipReader::readRegister(chips::RegisterLocation const& location) {
+void ChipReader::readRegister(ChipScope::Item const& item) {
+    chips::RegisterLocation const& location = item.location;
     std::uint32_t const value = _transport.read(location);
     std::vector<ChipImage::Field> fields;
     for (simulation::Register::Field const& field : location.description->getFields()) {
@@ -71,7 +73,7 @@ void ChipReader::readRegister(chips::RegisterLocation const& location) {
             fields.push_back({field.name, field.get(value)});
         }
     }
-    _image.addRegister(location.unit, location.name, fields);
+    _image.addRegister(location.unit, location.name, fields, !item.isWritten);
 }
 
 } // namespace board

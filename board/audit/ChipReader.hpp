@@ -20,7 +20,7 @@ private:
     void requireChip();
     void readRegisters();
     void readTables();
-    void readRegister(chips::RegisterLocation const& location);
+    void readRegister(ChipScope::Item const& item);
 
     ChipScope const& _scope;
     chips::RegisterTransport& _transport;

@@ -23,30 +23,31 @@ std::vector<Deviation> Deviation::between(std::string const& chip, chips::ChipIm
         }
         chips::ChipImage::Item const* const other = found.find(item.unit, item.name);
         if (other == nullptr) {
-            deviations.push_back({chip, item.unit, item.name, "", 1, std::nullopt});
+            deviations.push_back({chip, item.unit, item.name, "", 1, std::nullopt, false});
             continue;
         }
         for (std::size_t index = 0; index < item.fields.size() && index < other->fields.size(); ++index) {
             chips::ChipImage::Field const& field = item.fields[index];
             if (other->fields[index].value != field.value) {
-                deviations.push_back(
-                    {chip, item.unit, item.name, field.name, field.value, other->fields[index].value});
+                deviations.push_back({chip, item.unit, item.name, field.name, field.value,
+                                      other->fields[index].value, item.isAfterReset});
             }
         }
     }
     for (chips::ChipImage::Item const& item : found.getItems()) {
         if (found.covers(item) && expected.find(item.unit, item.name) == nullptr) {
-            deviations.push_back({chip, item.unit, item.name, "", std::nullopt, 1});
+            deviations.push_back({chip, item.unit, item.name, "", std::nullopt, 1, false});
         }
     }
     return deviations;
 }
 
 std::string Deviation::getText() const {
-    std::string const what =
-        !field.empty() ? fmt::format("{}  expected {}, found {}", field, textOf(expected), textOf(found))
-        : expected     ? "expected the entry, found none"
-                       : "expected none, found the entry";
+    std::string const what = !field.empty()
+                                 ? fmt::format("{}  expected {}{}, found {}", field, textOf(expected),
+                                               isAfterReset ? " after reset" : "", textOf(found))
+                             : expected ? "expected the entry, found none"
+                                        : "expected none, found the entry";
     return fmt::format("{}  {}  {}  {}", chip, unit, item, what);
 }
 

@@ -21,6 +21,8 @@ struct Deviation {
     /// Nothing for an entry that is not to be, or is not, there.
     std::optional<std::uint32_t> expected;
     std::optional<std::uint32_t> found;
+    /// What is expected is what a reset leaves, since start-up does not write there.
+    bool isAfterReset;
 
     /// In the order of the chip; last, the entries that are too much. Where `found` was not read there are
     /// none.

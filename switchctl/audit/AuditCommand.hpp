@@ -32,6 +32,7 @@ private:
     std::string _path;
     Simulation _simulation;
     std::vector<std::string> _deviations;
+    bool _writtenOnly = false;
 };
 
 } // namespace switchctl::audit

@@ -26,7 +26,16 @@ nlohmann::ordered_json jsonOf(Deviation const& deviation) {
             {"item", deviation.item},
             {"field", deviation.field},
             {"expected", jsonOf(deviation.expected)},
-            {"found", jsonOf(deviation.found)}};
+            {"found", jsonOf(deviation.found)},
+            {"afterReset", deviation.isAfterReset}};
+}
+
+nlohmann::ordered_json jsonOf(board::LeftOut const& leftOut) {
+    nlohmann::ordered_json groups = nlohmann::ordered_json::array();
+    for (board::LeftOut::Group const& group : leftOut.getGroups()) {
+        groups.push_back({{"what", group.reason}, {"count", group.count}, {"names", group.names}});
+    }
+    return groups;
 }
 
 } // namespace
@@ -49,6 +58,7 @@ void AuditReport::print(std::ostream& out) const {
     out << counted(_run.getSwitches(), "switch", "switches") << ", "
         << counted(_run.getRegisters(), "register", "registers") << ", "
         << counted(_run.getEntries(), "table entry", "table entries") << ", " << getVerdict() << '\n';
+    out << "not compared: " << _run.getLeftOut().getText() << '\n';
 }
 
 /// Where something was not read, nobody knows that nothing deviates.
@@ -76,7 +86,8 @@ nlohmann::ordered_json AuditReport::toJson() const {
             {"registers", _run.getRegisters()},
             {"entries", _run.getEntries()},
             {"deviations", deviations},
-            {"unread", _run.getUnread()}};
+            {"unread", _run.getUnread()},
+            {"notCompared", jsonOf(_run.getLeftOut())}};
 }
 
 } // namespace switchctl::audit

@@ -16,7 +16,8 @@ public:
     /// \param audited what was read, in words.
     AuditReport(board::AuditRun const& run, std::string document, std::string audited);
 
-    /// A line for each deviation and for each switch that was not read, then how much was compared.
+    /// A line for each deviation and for each switch that was not read, then how much was compared, and what
+    /// never is.
     void print(std::ostream& out) const;
     /// Without a list of deviations when none was found and not everything was read.
     nlohmann::ordered_json toJson() const;

@@ -19,7 +19,7 @@ board::ModelBringUp& AuditBench::getBringUp() {
 std::vector<std::string> AuditBench::audit() {
     {
         board::ModelBringUp expected(_path);
-        _run = std::make_unique<AuditRun>(expected);
+        _run = std::make_unique<AuditRun>(expected, board::ChipScope::Extent::everything);
     }
     board::BoardAccess board(_chips->getBoard());
     _run->compare(board);
