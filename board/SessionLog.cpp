@@ -1,5 +1,7 @@
 #include "board/SessionLog.hpp"
 
+#include <algorithm>
+
 #include "board/StartUpMonitor.hpp"
 
 namespace board {
@@ -39,6 +41,13 @@ void SessionLog::keep(LogMessage const& message) {
     if (_next != nullptr) {
         _next->write(message);
     }
+}
+
+bool SessionLog::hasErrors() const {
+    std::lock_guard<std::mutex> const lock(_mutex);
+    return std::any_of(_complaints.begin(), _complaints.end(), [](LogMessage const& message) {
+        return message.operation != LogMessage::Operation::warning;
+    });
 }
 
 std::vector<LogMessage> SessionLog::getComplaints() const {

@@ -21,6 +21,9 @@ public:
     /// The warnings and errors so far, in order. Any thread.
     std::vector<reference_host::LogMessage> getComplaints() const;
 
+    /// Whether one of them is an error.
+    bool hasErrors() const;
+
 private:
     void keep(reference_host::LogMessage const& message);
 

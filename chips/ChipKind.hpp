@@ -42,6 +42,8 @@ public:
         std::vector<Counter> counters;
         /// Whether PHYs are part of the chip; others may or may not be on a board.
         bool hasOwnPhys = false;
+        /// Whether the library sets up trunks on it.
+        bool hasTrunks = false;
     };
 
     /// What a transport takes.

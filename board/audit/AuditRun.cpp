@@ -1,9 +1,19 @@
 #include "board/audit/AuditRun.hpp"
 
+#include <fmt/format.h>
+
 #include "board/audit/ChipReader.hpp"
 #include "chips/ToolError.hpp"
 
 namespace board {
+
+namespace {
+
+std::string counted(std::size_t number, char const* one, char const* many) {
+    return fmt::format("{} {}", number, number == 1 ? one : many);
+}
+
+} // namespace
 
 AuditRun::AuditRun(ModelBringUp& bringUp, ChipScope::Extent extent) {
     for (unsigned const id : bringUp.getBoard().getSwitchIds()) {
@@ -69,6 +79,18 @@ LeftOut AuditRun::getLeftOut() const {
         all.add(chip.scope.getLeftOut());
     }
     return all;
+}
+
+std::string AuditRun::getSummary() const {
+    std::string text = _switchesRead < getSwitches() ? fmt::format("{} of ", _switchesRead) : "";
+    text += counted(getSwitches(), "switch", "switches") + ", " +
+            counted(_registers, "register", "registers") + ", " +
+            counted(_entries, "table entry", "table entries");
+    if (_unread.empty() || !_deviations.empty()) {
+        text += ", " + counted(_deviations.size(), "deviation", "deviations");
+    }
+    // Nobody knows that nothing deviates.
+    return text + (_unread.empty() ? "" : ", not everything was read");
 }
 
 unsigned AuditRun::getSwitches() const {

@@ -33,6 +33,10 @@ public:
 
     LeftOut getLeftOut() const;
 
+    /// How much was compared, and with what result: "1 switch, 33 registers, 2 table entries, 0 deviations".
+    /// Never so many when something was not read.
+    std::string getSummary() const;
+
     /// How many the document has.
     unsigned getSwitches() const;
     /// \name How many were read and compared

@@ -12,10 +12,6 @@ using board::Deviation;
 
 namespace {
 
-std::string counted(std::size_t number, std::string const& one, std::string const& many) {
-    return std::to_string(number) + " " + (number == 1 ? one : many);
-}
-
 nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> const& value) {
     return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json(nullptr);
 }
@@ -51,24 +47,8 @@ void AuditReport::print(std::ostream& out) const {
     for (std::string const& line : _run.getUnread()) {
         out << colours.paint(Colours::Colour::red, "not read: " + line) << '\n';
     }
-    out << _audited << " against " << _document << ": ";
-    if (_run.getSwitchesRead() < _run.getSwitches()) {
-        out << _run.getSwitchesRead() << " of ";
-    }
-    out << counted(_run.getSwitches(), "switch", "switches") << ", "
-        << counted(_run.getRegisters(), "register", "registers") << ", "
-        << counted(_run.getEntries(), "table entry", "table entries") << ", " << getVerdict() << '\n';
+    out << _audited << " against " << _document << ": " << _run.getSummary() << '\n';
     out << "not compared: " << _run.getLeftOut().getText() << '\n';
-}
-
-/// Where something was not read, nobody knows that nothing deviates.
-std::string AuditReport::getVerdict() const {
-    std::size_t const deviations = _run.getDeviations().size();
-    std::string const found = counted(deviations, "deviation", "deviations");
-    if (_run.getUnread().empty()) {
-        return found;
-    }
-    return (deviations == 0 ? "" : found + ", ") + std::string("not everything was read");
 }
 
 nlohmann::ordered_json AuditReport::toJson() const {

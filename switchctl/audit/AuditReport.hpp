@@ -23,8 +23,6 @@ public:
     nlohmann::ordered_json toJson() const;
 
 private:
-    std::string getVerdict() const;
-
     board::AuditRun const& _run;
     std::string _document;
     std::string _audited;
