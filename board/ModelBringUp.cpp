@@ -5,16 +5,19 @@
 namespace board {
 
 ModelBringUp::ModelBringUp(std::string const& path)
-    : _path(path),
-      _xml(reference_host::XmlDocument::fromFile(path)),
-      _document(std::make_unique<BoardReading>(*_xml)) {
-    BoardSession::Options options;
-    options.simulate = true;
-    _session = std::make_unique<BoardSession>(*_xml, options);
-    bringUp();
+    : _path(path), _xml(reference_host::XmlDocument::fromFile(path)) {
+    bringUp(*_xml);
 }
 
-void ModelBringUp::bringUp() {
+ModelBringUp::ModelBringUp(Xml& document, std::string const& path) : _path(path) {
+    bringUp(document);
+}
+
+void ModelBringUp::bringUp(Xml& document) {
+    BoardSession::Options options;
+    options.simulate = true;
+    _document = std::make_unique<BoardReading>(document);
+    _session = std::make_unique<BoardSession>(document, options);
     StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed,

@@ -18,6 +18,9 @@ public:
     /// a switch of the document does not come up.
     /// \param path of the document.
     explicit ModelBringUp(std::string const& path);
+
+    /// As above, of a document that was read before, which must outlive the object.
+    ModelBringUp(Xml& document, std::string const& path);
     ModelBringUp(ModelBringUp const&) = delete;
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 
@@ -30,7 +33,7 @@ public:
     std::string getModel(unsigned switchId) const;
 
 private:
-    void bringUp();
+    void bringUp(Xml& document);
 
     std::string _path;
     std::unique_ptr<reference_host::XmlDocument> _xml;

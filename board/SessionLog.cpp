@@ -1,5 +1,7 @@
 #include "board/SessionLog.hpp"
 
+#include <algorithm>
+
 namespace board {
 
 using reference_host::LogMessage;
@@ -24,6 +26,13 @@ void SessionLog::write(LogMessage const& message) {
     if (_next != nullptr) {
         _next->write(message);
     }
+}
+
+bool SessionLog::hasErrors() const {
+    std::lock_guard<std::mutex> const lock(_mutex);
+    return std::any_of(_complaints.begin(), _complaints.end(), [](LogMessage const& message) {
+        return message.operation != LogMessage::Operation::warning;
+    });
 }
 
 std::vector<LogMessage> SessionLog::getComplaints() const {

@@ -19,6 +19,9 @@ public:
     /// The warnings and errors so far, in order. Any thread.
     std::vector<reference_host::LogMessage> getComplaints() const;
 
+    /// Whether one of them is an error.
+    bool hasErrors() const;
+
 private:
     reference_host::LogSink* _next;
     mutable std::mutex _mutex;

@@ -5,16 +5,15 @@
 
 namespace chips {
 
-void ChipImage::addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields) {
+void ChipImage::addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields,
+                            bool isAfterReset) {
     _index.emplace(std::make_pair(unit, name), _items.size());
-    _items.push_back({unit, name, std::move(fields)});
-    ++_registers;
+    _items.push_back({unit, name, std::move(fields), false, isAfterReset});
 }
 
 void ChipImage::addEntry(std::string const& table, std::string const& name, std::vector<Field> fields) {
     _index.emplace(std::make_pair(table, name), _items.size());
-    _items.push_back({table, name, std::move(fields)});
-    ++_entries;
+    _items.push_back({table, name, std::move(fields), true, false});
 }
 
 void ChipImage::addUnread(std::string const& unit, std::string const& reason) {
@@ -31,12 +30,16 @@ bool ChipImage::isUnread(std::string const& unit) const {
                        [&](Unread const& unread) { return unread.unit == unit; });
 }
 
-std::vector<std::string> ChipImage::getUnread() const {
-    std::vector<std::string> lines;
+bool ChipImage::covers(Item const& item) const {
+    return !isUnread(wholeChip) && !isUnread(item.unit) && !(item.isEntry && isUnread(tables));
+}
+
+std::string ChipImage::getUnread() const {
+    std::string line;
     for (Unread const& unread : _unread) {
-        lines.push_back(unread.unit + ": " + unread.reason);
+        line += (line.empty() ? "" : "; ") + unread.reason;
     }
-    return lines;
+    return line;
 }
 
 } // namespace chips

@@ -24,12 +24,21 @@ public:
         /// For example "PortControl" or "VID 5".
         std::string name;
         std::vector<Field> fields;
+        bool isEntry = false;
+        /// Nobody wrote it: what is in it, the chip has had since its reset.
+        bool isAfterReset = false;
     };
 
-    void addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields);
+    /// For addUnread(): all of the chip, or all of its tables.
+    static constexpr char const* wholeChip = "";
+    static constexpr char const* tables = "tables";
+
+    void addRegister(std::string const& unit, std::string const& name, std::vector<Field> fields,
+                     bool isAfterReset = false);
     void addEntry(std::string const& table, std::string const& name, std::vector<Field> fields);
 
-    /// The unit could not be read.
+    /// The unit could not be read; what was added of it counts for nothing.
+    /// \param reason one line that names the unit.
     void addUnread(std::string const& unit, std::string const& reason);
 
     std::vector<Item> const& getItems() const { return _items; }
@@ -37,12 +46,12 @@ public:
     /// Null when the chip has none of that name.
     Item const* find(std::string const& unit, std::string const& name) const;
 
-    /// Whether the unit could not be read, and one line for each that could not.
     bool isUnread(std::string const& unit) const;
-    std::vector<std::string> getUnread() const;
+    /// Whether the chip was read where the item is.
+    bool covers(Item const& item) const;
 
-    unsigned getRegisters() const { return _registers; }
-    unsigned getEntries() const { return _entries; }
+    /// What could not be read and why, in one line; empty when all could.
+    std::string getUnread() const;
 
 private:
     struct Unread {
@@ -53,8 +62,6 @@ private:
     std::vector<Item> _items;
     std::map<std::pair<std::string, std::string>, std::size_t> _index;
     std::vector<Unread> _unread;
-    unsigned _registers = 0;
-    unsigned _entries = 0;
 };
 
 } // namespace chips

@@ -40,6 +40,10 @@ public:
         unsigned productNumber;
         /// Those of a port, as the library's text has them.
         std::vector<Counter> counters;
+        /// Whether PHYs are part of the chip; others may or may not be on a board.
+        bool hasOwnPhys = false;
+        /// Whether the library sets up trunks on it.
+        bool hasTrunks = false;
     };
 
     /// What a transport takes.

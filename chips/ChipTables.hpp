@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "chips/ChipImage.hpp"
 #include "chips/RegisterTransport.hpp"
 #include "simulation/AccessLog.hpp"
@@ -7,13 +10,19 @@
 namespace chips {
 
 /// The tables of a chip, as far as a bring-up determines them: entries that were written, and all of a
-/// table that was cleared first, so that what else is in it is not the bring-up's.
+/// table that was cleared first, so that what else is in it is not the bring-up's. Or all of them.
 class ChipTables {
 public:
     virtual ~ChipTables() = default;
 
     /// An access of the bring-up to the chip; they come in order.
     virtual void take(simulation::AccessLog::Entry const& entry) = 0;
+
+    /// From now on all of the tables counts as determined, written or not.
+    virtual void takeAll() = 0;
+
+    /// What is never read, in words.
+    virtual std::vector<std::string> getLeftOut() const = 0;
 
     /// Reads what is determined, from any chip of the family. Throws ToolError (registerFailed).
     virtual void read(RegisterTransport& transport, ChipImage& image) const = 0;

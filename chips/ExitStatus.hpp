@@ -20,6 +20,9 @@ enum class ExitStatus : int {
     notConfirmed = 9,
     documentWarnings = 10,
     noPicture = 11,
+    errorsFound = 12,
+    notAsDetermined = 13,
+    noProgress = 14,
 };
 
 } // namespace chips

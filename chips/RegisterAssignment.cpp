@@ -84,6 +84,14 @@ bool RegisterAssignment::isPartial() const {
     return !_fields.empty();
 }
 
+std::uint32_t RegisterAssignment::getBits() const {
+    std::uint32_t bits = isPartial() ? 0 : ~std::uint32_t{0};
+    for (Part const& field : _fields) {
+        bits |= field.mask;
+    }
+    return bits;
+}
+
 std::uint32_t RegisterAssignment::apply(std::uint32_t before) const {
     if (!isPartial()) {
         return _value;

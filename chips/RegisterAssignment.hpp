@@ -21,6 +21,9 @@ public:
     /// Whether the register has to be read first.
     bool isPartial() const;
 
+    /// The bits that it names: all of the register unless isPartial().
+    std::uint32_t getBits() const;
+
     /// The register's new contents.
     /// \param before its contents; makes no difference unless isPartial().
     std::uint32_t apply(std::uint32_t before) const;

@@ -16,7 +16,8 @@ public:
 
     /// Has `observer`, or nobody when it is null, see the accesses from now on. It must not go while
     /// an access can still be made.
-    static void install(AccessObserver* observer);
+    /// \return who saw them before, or null.
+    static AccessObserver* install(AccessObserver* observer);
 };
 
 } // namespace simulation

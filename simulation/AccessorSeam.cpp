@@ -46,8 +46,8 @@ void storeWord(std::uintptr_t baseAddress, unsigned value) {
 
 } // namespace
 
-void simulation::AccessObserver::install(AccessObserver* observer) {
-    installedObserver.store(observer);
+simulation::AccessObserver* simulation::AccessObserver::install(AccessObserver* observer) {
+    return installedObserver.exchange(observer);
 }
 
 bool HardwareMapping::set(unsigned int offset, unsigned int value) {

@@ -19,6 +19,12 @@ void BusFaults::strike(std::uint64_t access, Kind kind, unsigned bit) {
     _strikes[access] = {kind, bit};
 }
 
+void BusFaults::strikeFrom(std::uint64_t access, Kind kind) {
+    Lock const lock(_services.mutex);
+    _breakdown = access;
+    _afterBreakdown = {kind, 0};
+}
+
 void BusFaults::callBefore(std::uint64_t access, std::function<void()> action) {
     Lock const lock(_services.mutex);
     _actions.emplace(access, std::move(action));
@@ -56,7 +62,10 @@ BusFaults::Strike const* BusFaults::begin() {
         _services.clock.advanceNanoseconds(_slowness);
     }
     auto const found = _strikes.find(_accesses);
-    return found == _strikes.end() ? nullptr : &found->second;
+    if (found != _strikes.end()) {
+        return &found->second;
+    }
+    return _accesses >= _breakdown ? &_afterBreakdown : nullptr;
 }
 
 void BusFaults::note(Access const& access) {

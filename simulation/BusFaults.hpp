@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -41,6 +42,9 @@ public:
     /// \param bit 0 to 31, which one is flipped.
     void strike(std::uint64_t access, Kind kind, unsigned bit = 0);
 
+    /// As strike(), for every access from that one on that nothing else strikes.
+    void strikeFrom(std::uint64_t access, Kind kind);
+
     /// Has `action` called, once, right before that access, by the thread that makes it.
     void callBefore(std::uint64_t access, std::function<void()> action);
 
@@ -75,6 +79,8 @@ private:
     std::uint64_t _slowness = 0;
     bool _isRecording = false;
     std::map<std::uint64_t, Strike> _strikes;
+    std::uint64_t _breakdown = std::numeric_limits<std::uint64_t>::max();
+    Strike _afterBreakdown{};
     std::multimap<std::uint64_t, std::function<void()>> _actions;
     std::vector<Access> _record;
 };

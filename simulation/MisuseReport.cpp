@@ -5,12 +5,13 @@
 
 namespace simulation {
 
-MisuseReport::MisuseReport(VirtualClock const& clock) : _clock(clock) {}
+MisuseReport::MisuseReport(VirtualClock const& clock, AccessLog const& log) : _clock(clock), _log(log) {}
 
 void MisuseReport::add(Kind kind, std::string const& chip, std::string const& unit,
                        std::string const& registerName, std::string const& text) {
+    std::size_t const access = _log.getSize();
     std::lock_guard<std::mutex> const lock(_mutex);
-    _entries.push_back({kind, _clock.getNanoseconds(), chip, unit, registerName, text});
+    _entries.push_back({kind, _clock.getNanoseconds(), access, chip, unit, registerName, text});
 }
 
 std::size_t MisuseReport::getSize() const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "simulation/AccessLog.hpp"
 #include "simulation/VirtualClock.hpp"
 
 namespace simulation {
@@ -37,6 +38,8 @@ public:
     struct Entry {
         Kind kind;
         std::uint64_t nanoseconds;
+        /// How many register accesses the board's log had, this one included; see AccessLog::Entry::sequence.
+        std::size_t access;
         /// Who was misused, as in the access log.
         std::string chip;
         std::string unit;
@@ -45,7 +48,7 @@ public:
         std::string text;
     };
 
-    explicit MisuseReport(VirtualClock const& clock);
+    MisuseReport(VirtualClock const& clock, AccessLog const& log);
 
     void add(Kind kind, std::string const& chip, std::string const& unit, std::string const& registerName,
              std::string const& text);
@@ -63,6 +66,7 @@ public:
 
 private:
     VirtualClock const& _clock;
+    AccessLog const& _log;
     std::vector<Entry> _entries;
     mutable std::mutex _mutex;
 };

@@ -17,12 +17,12 @@ void RegisterFile::define(RegisterTable table) {
 }
 
 std::uint32_t RegisterFile::read(unsigned address, unsigned transfer) {
-    if (_identity->registers.find(address) == nullptr) {
-        report(MisuseReport::Kind::unknownRegister, address, "read");
-    }
     std::uint32_t const value = peek(address);
     if (_logging == Logging::on) {
         _services.log.addRead(_identity, address, transfer, value);
+    }
+    if (_identity->registers.find(address) == nullptr) {
+        report(MisuseReport::Kind::unknownRegister, address, "read");
     }
     return value;
 }
@@ -30,18 +30,15 @@ std::uint32_t RegisterFile::read(unsigned address, unsigned transfer) {
 void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfer) {
     Register const* const description = _identity->registers.find(address);
     std::uint32_t const before = peek(address);
-    if (description == nullptr) {
-        report(MisuseReport::Kind::unknownRegister, address, fmt::format("write of 0x{:04x}", value));
-        store(address, value);
-    } else {
-        reportUnwritable(*description, value, before);
-        std::uint32_t const writable = description->getWritable();
-        store(address, (getStored(address) & ~writable) | (value & writable));
-    }
+    std::uint32_t const writable = description == nullptr ? ~std::uint32_t{0} : description->getWritable();
+    store(address, (getStored(address) & ~writable) | (value & writable));
     if (_logging == Logging::on) {
         _services.log.addWrite(_identity, address, transfer, value, before, peek(address));
     }
-    if (description != nullptr) {
+    if (description == nullptr) {
+        report(MisuseReport::Kind::unknownRegister, address, fmt::format("write of 0x{:04x}", value));
+    } else {
+        reportUnwritable(*description, value, before);
         description->written(getStored(address), value);
     }
 }

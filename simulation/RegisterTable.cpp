@@ -47,6 +47,11 @@ Register& Register::changedByRead() {
     return *this;
 }
 
+Register& Register::unknownReset() {
+    _isResetKnown = false;
+    return *this;
+}
+
 Register& Register::onWrite(WriteHook hook) {
     _writeHook = std::move(hook);
     return *this;

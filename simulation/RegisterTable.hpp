@@ -66,6 +66,9 @@ public:
     /// A read changes what is there, for example clears it, or nobody but the maker knows that it does not.
     Register& changedByRead();
 
+    /// Only the maker knows what is there after a reset: the reset value holds the place and says nothing.
+    Register& unknownReset();
+
     Register& onWrite(WriteHook hook);
     /// Called after onWrite's, with all bits that the write had, those included that cannot be written.
     Register& onAttempt(WriteHook hook);
@@ -79,6 +82,7 @@ public:
     std::vector<Field> const& getFields() const { return _fields; }
     Kind getKind() const { return _kind; }
     bool isChangedByRead() const { return _isChangedByRead; }
+    bool isResetKnown() const { return _isResetKnown; }
 
     /// Whether the field keeps what is written: all of it can be written, and none of it clears itself.
     bool keeps(Field const& field) const;
@@ -96,6 +100,7 @@ private:
     std::uint32_t _selfClearing = 0;
     Kind _kind = Kind::setting;
     bool _isChangedByRead = false;
+    bool _isResetKnown = true;
     std::vector<Field> _fields;
     WriteHook _writeHook;
     WriteHook _attemptHook;

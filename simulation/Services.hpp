@@ -12,7 +12,7 @@ namespace simulation {
 struct Services {
     VirtualClock clock;
     AccessLog log{clock};
-    MisuseReport misuse{clock};
+    MisuseReport misuse{clock, log};
 
     /// Held during each bus access and each operation of a test side, so that a bus access is one
     /// step for every thread.

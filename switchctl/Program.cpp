@@ -3,6 +3,7 @@
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
+#include "switchctl/check/DocumentCheck.hpp"
 #include "switchctl/controller/SimulateControllerCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
@@ -24,11 +25,17 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
                              "\n";
 
+bringup::FindingCounts countFindings(reference_host::XmlDocument& document) {
+    using check::Severity;
+    check::DocumentCheck const found(document);
+    return {found.count(Severity::error), found.count(Severity::warning), found.count(Severity::note)};
+}
+
 } // namespace
 
 // In the order of the help.
 Program::Program(std::string const& memoryDevice) {
-    _commands.push_back(std::make_unique<bringup::BringUpCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<bringup::BringUpCommand>(memoryDevice, countFindings));
     _commands.push_back(std::make_unique<registers::RegisterCommand>(memoryDevice));
     _commands.push_back(std::make_unique<check::CheckCommand>());
     _commands.push_back(std::make_unique<draw::DrawCommand>());

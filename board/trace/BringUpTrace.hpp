@@ -21,7 +21,7 @@ public:
     std::unique_ptr<reference_host::PhysicalMemory>
     wrap(std::unique_ptr<reference_host::PhysicalMemory> memory);
 
-    /// Nothing more comes.
+    /// Nothing more is traced.
     void finish();
 
 private:

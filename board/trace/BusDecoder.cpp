@@ -1,5 +1,7 @@
 #include "board/trace/BusDecoder.hpp"
 
+#include <utility>
+
 #include "chips/ChipKinds.hpp"
 
 namespace board {
@@ -13,7 +15,7 @@ BusDecoder::BusDecoder(TraceChips const& chips, chips::TraceSink& sink) {
 void BusDecoder::accessed(unsigned physicalAddress, bool isWrite, std::uint32_t value, bool succeeded) {
     std::lock_guard<std::mutex> const lock(_mutex);
     auto const next = _windows.upper_bound(physicalAddress);
-    if (next == _windows.begin()) {
+    if (_isFinished || next == _windows.begin()) {
         return;
     }
     auto const& [start, window] = *std::prev(next);
@@ -25,6 +27,9 @@ void BusDecoder::accessed(unsigned physicalAddress, bool isWrite, std::uint32_t 
 
 void BusDecoder::finish() {
     std::lock_guard<std::mutex> const lock(_mutex);
+    if (std::exchange(_isFinished, true)) {
+        return;
+    }
     for (auto const& [start, window] : _windows) {
         window.decoder->finish();
     }

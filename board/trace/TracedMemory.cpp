@@ -5,13 +5,13 @@
 
 namespace board {
 
-TracedMemory::TracedMemory(std::unique_ptr<reference_host::PhysicalMemory> memory, board::BusDecoder& decoder)
-    : _memory(std::move(memory)), _decoder(decoder) {
-    simulation::AccessObserver::install(this);
+TracedMemory::TracedMemory(std::unique_ptr<reference_host::PhysicalMemory> memory, BusListener& listener)
+    : _memory(std::move(memory)), _listener(listener) {
+    _previous = simulation::AccessObserver::install(this);
 }
 
 TracedMemory::~TracedMemory() {
-    simulation::AccessObserver::install(nullptr);
+    simulation::AccessObserver::install(_previous);
 }
 
 bool TracedMemory::map(unsigned int physicalAddress, unsigned int size, Mapping& mapping,
@@ -40,7 +40,10 @@ void TracedMemory::unmap(Mapping const& mapping) noexcept {
 
 void TracedMemory::accessed(std::uintptr_t address, bool isWrite, std::uint32_t value, bool succeeded) {
     if (auto const physicalAddress = physicalAddressOf(address)) {
-        _decoder.accessed(*physicalAddress, isWrite, value, succeeded);
+        _listener.accessed(*physicalAddress, isWrite, value, succeeded);
+    }
+    if (_previous != nullptr) {
+        _previous->accessed(address, isWrite, value, succeeded);
     }
 }
 

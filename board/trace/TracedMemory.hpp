@@ -6,20 +6,21 @@
 #include <optional>
 #include <vector>
 
-#include "board/trace/BusDecoder.hpp"
+#include "board/trace/BusListener.hpp"
 #include "reference_host/PhysicalMemory.hpp"
 #include "simulation/AccessObserver.hpp"
 
 namespace board {
 
-/// Memory that shows what is accessed in it to a decoder, simulated or not.
+/// Memory that shows what is accessed in it to a listener, simulated or not.
 ///
-/// One at a time in a process.
+/// Of several in a process, the last made has to go first; each shows what is accessed to those before it,
+/// too.
 class TracedMemory : public reference_host::PhysicalMemory, private simulation::AccessObserver {
 public:
     /// \param memory what is behind it.
-    /// \param decoder must outlive the memory.
-    TracedMemory(std::unique_ptr<reference_host::PhysicalMemory> memory, board::BusDecoder& decoder);
+    /// \param listener must outlive the memory.
+    TracedMemory(std::unique_ptr<reference_host::PhysicalMemory> memory, BusListener& listener);
     ~TracedMemory() override;
     TracedMemory(TracedMemory const&) = delete;
     TracedMemory& operator=(TracedMemory const&) = delete;
@@ -39,7 +40,8 @@ private:
     std::optional<unsigned> physicalAddressOf(std::uintptr_t address);
 
     std::unique_ptr<reference_host::PhysicalMemory> _memory;
-    board::BusDecoder& _decoder;
+    BusListener& _listener;
+    simulation::AccessObserver* _previous = nullptr;
     std::mutex _mutex;
     std::vector<Window> _windows;
 };

@@ -98,7 +98,8 @@ Marvell88E6096Kind::Marvell88E6096Kind()
                 port::switchIdentifier,
                 port::product,
                 port::productNumber,
-                counters()}) {}
+                counters(),
+                true}) {}
 
 std::unique_ptr<RegisterTransport> Marvell88E6096Kind::connect(Transport /*transport*/,
                                                                Reach const& reach) const {

@@ -17,6 +17,8 @@ public:
     explicit MarvellTables(ChipCatalogue const& catalogue) : _catalogue(catalogue) {}
 
     void take(simulation::AccessLog::Entry const& entry) override;
+    void takeAll() override { _all = true; }
+    std::vector<std::string> getLeftOut() const override { return {"ATU"}; }
     void read(RegisterTransport& transport, ChipImage& image) const override;
 
 private:

@@ -68,6 +68,11 @@ void VitesseTables::take(simulation::AccessLog::Entry const& entry) {
     }
 }
 
+void VitesseTables::takeAll() {
+    _vids = allBelow(Vsc7390TestSide::numberOfVids);
+    _rows = allBelow(Vsc7390TestSide::numberOfRows);
+}
+
 void VitesseTables::takeCommand(unsigned address, std::uint32_t word) {
     if (address == analyser::vlanAccess) {
         if (vlan::command.get(word) == vlan::clearTable) {

@@ -14,6 +14,8 @@ public:
     explicit VitesseTables(ChipCatalogue const& catalogue);
 
     void take(simulation::AccessLog::Entry const& entry) override;
+    void takeAll() override;
+    std::vector<std::string> getLeftOut() const override { return {"MAC table entries that are not locked"}; }
     void read(RegisterTransport& transport, ChipImage& image) const override;
 
 private:

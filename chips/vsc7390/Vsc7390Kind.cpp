@@ -69,7 +69,9 @@ Vsc7390Kind::Vsc7390Kind()
                 chip::chipIdentifier,
                 chip::product,
                 chip::productNumber,
-                counters()}) {}
+                counters(),
+                false,
+                true}) {}
 
 std::unique_ptr<RegisterTransport> Vsc7390Kind::connect(Transport transport, Reach const& reach) const {
     std::unique_ptr<VitesseManagementCommunications> communications;

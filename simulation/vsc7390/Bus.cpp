@@ -109,8 +109,9 @@ std::uint32_t Bus::sample(Place const& place) {
         return registers->read(place.address, _context.transfer);
     }
     AbsentUnit const absent = absentBlock(place);
+    std::uint32_t const value = absent.read(place.address, _context.transfer);
     absent.report(MisuseReport::Kind::absentBlock, place.address, "read");
-    return absent.read(place.address, _context.transfer);
+    return value;
 }
 
 void Bus::store(Place const& place, std::uint32_t value) {
@@ -119,8 +120,8 @@ void Bus::store(Place const& place, std::uint32_t value) {
         return;
     }
     AbsentUnit const absent = absentBlock(place);
-    absent.report(MisuseReport::Kind::absentBlock, place.address, "write");
     absent.write(place.address, value, _context.transfer);
+    absent.report(MisuseReport::Kind::absentBlock, place.address, "write");
 }
 
 AbsentUnit Bus::absentBlock(Place const& place) const {

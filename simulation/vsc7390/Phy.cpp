@@ -39,7 +39,8 @@ RegisterTable Phy::table() {
     };
     for (unsigned address = phy::identifier2 + 1; address < Vsc7390TestSide::numberOfPhyRegisters;
          ++address) {
-        Register row = Register(address, "Register" + std::to_string(address)).field("Data", 15, 0);
+        Register row =
+            Register(address, "Register" + std::to_string(address)).unknownReset().field("Data", 15, 0);
         if (std::count(std::begin(harmless), std::end(harmless), address) == 0) {
             row.changedByRead();
         }

@@ -16,8 +16,9 @@ namespace switchctl::audit {
 
 namespace {
 
-/// Makes the board deviate, over its bus.
-void deviate(std::string const& text, board::ModelBringUp const& bringUp, board::BoardAccess& board) {
+/// Makes the board deviate, over its bus; only where `run` will see it.
+void deviate(std::string const& text, board::ModelBringUp const& bringUp, board::AuditRun const& run,
+             board::BoardAccess& board) {
     std::size_t const slash = text.find('/');
     auto const switchId = chips::NumberText::parse(text.substr(0, slash));
     if (slash == std::string::npos || !switchId) {
@@ -31,8 +32,13 @@ void deviate(std::string const& text, board::ModelBringUp const& bringUp, board:
     }
     chips::ChipCatalogue const catalogue(model);
     auto const assignment = chips::RegisterAssignment::parse(catalogue, text.substr(slash + 1), false);
-    auto const transport = board.connect(*switchId, model);
     chips::RegisterLocation const& location = assignment.getLocation();
+    board::ChipScope const* const scope = run.find(*switchId);
+    std::uint32_t const compared = scope == nullptr ? 0 : scope->getComparedBits(location);
+    if (compared == 0 || (assignment.isPartial() && (assignment.getBits() & ~compared) != 0)) {
+        throw chips::ToolError(chips::ExitStatus::usage, "\"" + text + "\": not compared by an audit");
+    }
+    auto const transport = board.connect(*switchId, model);
     std::uint32_t const before = assignment.isPartial() ? transport->read(location) : 0;
     transport->write(location, assignment.apply(before));
 }
@@ -53,15 +59,24 @@ void AuditCommand::declare(Arguments& arguments) {
         .type("SWITCH/LOCATION=VALUE")
         .oneEach()
         .needs(simulate);
+    arguments.flag("--written-only", _writtenOnly,
+                   "Compare only what start-up writes, and not what a reset leaves");
     addJson(arguments);
 }
 
 std::string AuditCommand::getHelp() const {
-    return "Compared is what a bring-up of the document writes: registers, VLAN tables (VTU and STU of an\n"
-           "88E6096, the VLAN table of a VSC7390), and the locked entries of a VSC7390's MAC table. Not\n"
-           "compared are status, counters, bits that clear themselves, addresses that were learned,\n"
-           "registers without a name, and the bus set-up of a VSC7390, which is written whenever the chip\n"
-           "is reached.\n"
+    return "Compared are all registers and table entries that can be read without disturbing a chip with "
+           "what\n"
+           "a bring-up of the document on models leaves there, written by it or not: ports that the "
+           "document\n"
+           "does not mention, too, VLAN tables (VTU and STU of an 88E6096, the VLAN table of a VSC7390), "
+           "and\n"
+           "the locked entries of a VSC7390's MAC table. Where start-up does not write, the models' values\n"
+           "\"after reset\" are expected, which a board's straps may make others; --written-only leaves "
+           "these\n"
+           "out. What is never compared is counted and named in the last line: counters, status, command\n"
+           "registers, addresses that were learned, PHYs outside of the chip that start-up does not write.\n"
+           "What could not be read is not compared, and the exit status says so.\n"
            "\n"
            "An audit changes nothing of what the chips do. To read tables and PHYs, it writes to staging\n"
            "and command registers, so nothing else may use the chips meanwhile.\n"
@@ -84,30 +99,30 @@ std::vector<Command::StatusLine> AuditCommand::getStatuses() const {
 }
 
 ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const {
-    std::unique_ptr<AuditRun> const run = makeRun(errors);
+    std::unique_ptr<board::AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (isJson()) {
         Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
-    for (std::string const& line : run->getUnread()) {
-        errors << "switchctl: " << line << '\n';
-    }
     if (!run->getUnread().empty()) {
+        errors << "switchctl: the audit is not complete: what could not be read is not compared\n";
         return ExitStatus::registerFailed;
     }
     return run->getDeviations().empty() ? ExitStatus::success : ExitStatus::chipsDeviate;
 }
 
 /// What the library prints meanwhile goes to `errors`.
-std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
+std::unique_ptr<board::AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     OutputDiversion const diversion(errors);
-    std::unique_ptr<AuditRun> run;
+    std::unique_ptr<board::AuditRun> run;
     Progress const progress(errors, "comparing the chips with " + _path);
     {
         board::ModelBringUp expected(_path);
-        run = std::make_unique<AuditRun>(expected);
+        run =
+            std::make_unique<board::AuditRun>(expected, _writtenOnly ? board::ChipScope::Extent::written
+                                                                     : board::ChipScope::Extent::everything);
     }
     if (!_simulation.isChosen()) {
         board::BoardAccess board(_memoryDevice);
@@ -118,11 +133,11 @@ std::unique_ptr<AuditRun> AuditCommand::makeRun(std::ostream& errors) const {
     return run;
 }
 
-void AuditCommand::compareSimulated(AuditRun& run) const {
+void AuditCommand::compareSimulated(board::AuditRun& run) const {
     board::ModelBringUp chips(_simulation.getPath(_path));
     board::BoardAccess board(chips.getBoard());
     for (std::string const& deviation : _deviations) {
-        deviate(deviation, chips, board);
+        deviate(deviation, chips, run, board);
     }
     run.compare(board);
 }

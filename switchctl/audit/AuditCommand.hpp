@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "board/audit/AuditRun.hpp"
 #include "switchctl/Command.hpp"
 #include "switchctl/Simulation.hpp"
-#include "switchctl/audit/AuditRun.hpp"
 
 namespace switchctl::audit {
 
@@ -24,14 +24,15 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    std::unique_ptr<AuditRun> makeRun(std::ostream& errors) const;
-    void compareSimulated(AuditRun& run) const;
+    std::unique_ptr<board::AuditRun> makeRun(std::ostream& errors) const;
+    void compareSimulated(board::AuditRun& run) const;
     std::string getAudited() const;
 
     std::string _memoryDevice;
     std::string _path;
     Simulation _simulation;
     std::vector<std::string> _deviations;
+    bool _writtenOnly = false;
 };
 
 } // namespace switchctl::audit

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "switchctl/audit/AuditRun.hpp"
+#include "board/audit/AuditRun.hpp"
 
 namespace switchctl::audit {
 
@@ -14,14 +14,16 @@ public:
     /// `run` must outlive the report.
     /// \param document its path.
     /// \param audited what was read, in words.
-    AuditReport(AuditRun const& run, std::string document, std::string audited);
+    AuditReport(board::AuditRun const& run, std::string document, std::string audited);
 
-    /// A line for each deviation, then how much was compared.
+    /// A line for each deviation and for each switch that was not read, then how much was compared, and what
+    /// never is.
     void print(std::ostream& out) const;
+    /// Without a list of deviations when none was found and not everything was read.
     nlohmann::ordered_json toJson() const;
 
 private:
-    AuditRun const& _run;
+    board::AuditRun const& _run;
     std::string _document;
     std::string _audited;
 };

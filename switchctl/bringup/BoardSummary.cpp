@@ -48,6 +48,24 @@ std::string secondsText(std::uint64_t nanoseconds) {
                        microseconds % microsecondsPerSecond);
 }
 
+using Messages = std::vector<reference_host::LogMessage>;
+
+/// Each message once, where it came first, and how often it came: a switch that is missing is missed by each
+/// port.
+std::vector<std::pair<reference_host::LogMessage, std::size_t>> counted(Messages const& messages) {
+    std::vector<std::pair<reference_host::LogMessage, std::size_t>> result;
+    std::map<std::pair<reference_host::LogMessage::Operation, std::string>, std::size_t> places;
+    for (reference_host::LogMessage const& message : messages) {
+        auto const [place, isNew] =
+            places.emplace(std::make_pair(message.operation, message.text), result.size());
+        if (isNew) {
+            result.emplace_back(message, 0);
+        }
+        ++result[place->second].second;
+    }
+    return result;
+}
+
 } // namespace
 
 BoardSummary::BoardSummary(board::BoardReading const& document, board::BoardSession& session)
@@ -71,7 +89,11 @@ void BoardSummary::printComplaints(std::ostream& out) const {
     reference_host::StreamLog::Options options;
     options.timeStamps = false;
     reference_host::StreamLog log(out, options);
-    for (auto const& complaint : complaints) {
+    for (auto& [complaint, count] : counted(complaints)) {
+        if (count > 1) {
+            complaint.text.erase(complaint.text.find_last_not_of('\n') + 1);
+            complaint.text += fmt::format(" ({} times)", count);
+        }
         out << "  ";
         log.write(complaint);
     }
@@ -153,6 +175,9 @@ void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardReadi
             out << '(' << tagText(member, "ingress") << '/' << tagText(member, "egress") << ')';
         }
     }
+    if (portIds.empty()) {
+        out << " no members";
+    }
     for (auto const& member : leftOut) {
         out << (&member == &leftOut.front() ? "; left out:" : "") << ' ' << member.switchId << '.'
             << member.portId;
@@ -171,12 +196,27 @@ void BoardSummary::printTrunks(std::ostream& out) const {
         return;
     }
     for (auto const& [switchId, trunk] : trunks) {
-        out << "  switch " << switchId << " trunk " << trunk->getId() << ':';
+        chips::ChipKind const* const kind = kindOf(switchId);
+        out << "  switch " << switchId << " trunk " << trunk->getId();
+        if (kind != nullptr && !kind->getFacts().hasTrunks) {
+            out << " (not set up: the library has no trunks of an " << kind->getFacts().name << ')';
+        }
+        out << ':';
         for (auto const& [portId, port] : trunk->getTrunkedPorts()) {
             out << ' ' << chips::PortAddress{switchId, portId} << (port == nullptr ? " (no such port)" : "");
         }
         out << '\n';
     }
+}
+
+/// Null when tools know no such chip.
+chips::ChipKind const* BoardSummary::kindOf(unsigned switchId) const {
+    for (auto const& entry : _document.getWanted()) {
+        if (entry.id == switchId) {
+            return chips::ChipKinds::find(entry.model);
+        }
+    }
+    return nullptr;
 }
 
 void BoardSummary::printMulticastGroups(std::ostream& out) const {

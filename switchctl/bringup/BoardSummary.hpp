@@ -22,6 +22,7 @@ public:
     void printComplaints(std::ostream& out) const;
 
 private:
+    chips::ChipKind const* kindOf(unsigned switchId) const;
     ManagedSwitchPort* portOf(board::BoardReading::Member const& member) const;
     void printSwitches(std::ostream& out) const;
     void printPorts(std::ostream& out) const;

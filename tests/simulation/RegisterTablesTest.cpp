@@ -161,6 +161,12 @@ TEST_F(VitesseTablesTest, WhatIsNotASetting) {
     }
 }
 
+TEST_P(RegisterTablesTest, OnlyTheMakersRegistersOfPhysHaveAnUnknownReset) {
+    forEachRegister([](std::string const& name, Register const& row) {
+        EXPECT_EQ(row.isResetKnown(), name.find("/Register") == std::string::npos) << name;
+    });
+}
+
 TEST_F(MarvellTablesTest, WhatClearsItselfIsNotKept) {
     EXPECT_FALSE(keeps("global 1", 0x04, "SWReset"));
     EXPECT_TRUE(keeps("global 1", 0x04, "PPUEn"));

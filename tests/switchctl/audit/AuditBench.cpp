@@ -1,9 +1,9 @@
 #include "AuditBench.hpp"
 
+using board::AuditRun;
 using board::BoardAccess;
+using board::Deviation;
 using board::ModelBringUp;
-using switchctl::audit::AuditRun;
-using switchctl::audit::Deviation;
 
 AuditBench::AuditBench(std::string const& example)
     : _path(pathOf(example)), _chips(std::make_unique<board::ModelBringUp>(_path)) {}
@@ -17,23 +17,21 @@ board::ModelBringUp& AuditBench::getBringUp() {
 }
 
 std::vector<std::string> AuditBench::audit() {
-    std::unique_ptr<AuditRun> run;
     {
         board::ModelBringUp expected(_path);
-        run = std::make_unique<AuditRun>(expected);
+        _run = std::make_unique<AuditRun>(expected, board::ChipScope::Extent::everything);
     }
     board::BoardAccess board(_chips->getBoard());
-    run->compare(board);
-    _unread = run->getUnread();
+    _run->compare(board);
     std::vector<std::string> lines;
-    for (Deviation const& deviation : run->getDeviations()) {
+    for (Deviation const& deviation : _run->getDeviations()) {
         lines.push_back(deviation.getText());
     }
     return lines;
 }
 
 std::vector<std::string> const& AuditBench::getUnread() const {
-    return _unread;
+    return _run->getUnread();
 }
 
 std::string AuditBench::pathOf(std::string const& example) {

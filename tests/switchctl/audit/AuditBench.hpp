@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "switchctl/audit/AuditRun.hpp"
+#include "board/audit/AuditRun.hpp"
 
 /// A document that was brought up twice: what is expected was taken from the first models, and a test
 /// may disturb the second.
@@ -22,11 +22,13 @@ public:
 
     /// What the last audit could not read.
     std::vector<std::string> const& getUnread() const;
+    /// The last audit.
+    board::AuditRun const& getRun() const { return *_run; }
 
     static std::string pathOf(std::string const& example);
 
 private:
     std::string _path;
     std::unique_ptr<board::ModelBringUp> _chips;
-    std::vector<std::string> _unread;
+    std::unique_ptr<board::AuditRun> _run;
 };

@@ -59,13 +59,62 @@ TEST(AuditCommandTest, ASeededDeviationIsReported) {
     EXPECT_THAT(run.out, HasSubstr(", 1 deviation\n"));
 }
 
-TEST(AuditCommandTest, AVlanThatIsPurgedOverTheBusIsMissing) {
-    // The key of VLAN 5 without its valid bit, and the operation that loads an entry.
-    CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/global1/VTUVID=5", "--deviate",
-                                  "0/global1/VTUOperation=0xB000"});
+TEST(AuditCommandTest, APortThatTheDocumentDoesNotMentionIsCompared) {
+    TemporaryFile const before("<switches><switch id='0' switchModel='88e6096'>"
+                               "<port id='8' connectedTo='switchInterlink' portStatus='forwarding'/>"
+                               "<port id='9' connectedTo='switchInterlink' portStatus='disabled'/>"
+                               "</switch></switches>");
+    TemporaryFile const now("<switches><switch id='0' switchModel='88e6096'>"
+                            "<port id='8' connectedTo='switchInterlink' portStatus='forwarding'/>"
+                            "</switch></switches>");
+    CommandRun const run = audit({now.path(), "--simulate=" + before.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::chipsDeviate);
+    EXPECT_THAT(
+        run.out,
+        HasSubstr("switch 0  port 9  PhysicalControl  ForcedLink  expected 0x0 after reset, found 0x1\n"));
     EXPECT_THAT(run.out,
-                StartsWith("switch 0  VTU  VID 5 (0x5)  expected the entry, found none\nthe models"));
+                HasSubstr("switch 0  port 9  PortControl  PortState  expected 0x3 after reset, found 0x0\n"));
+
+    CommandRun const writtenOnly = audit({now.path(), "--simulate=" + before.path(), "--written-only"});
+    EXPECT_EQ(writtenOnly.status, chips::ExitStatus::success);
+    EXPECT_THAT(writtenOnly.out, HasSubstr("registers that start-up does not write: "));
+}
+
+TEST(AuditCommandTest, WhatIsNotComparedIsCountedAndNamed) {
+    std::string const out = audit({minimal, "--simulate"}).out;
+    std::string const last = out.substr(out.rfind('\n', out.size() - 2) + 1);
+    EXPECT_THAT(last, StartsWith("not compared: "));
+    EXPECT_THAT(last, HasSubstr("counters: 44 (InDiscardsHigh, InDiscardsLow, InFiltered, OutFiltered); "));
+    EXPECT_THAT(last, HasSubstr("registers that do not keep still: 1 (GlobalStatus); "));
+    EXPECT_THAT(last, HasSubstr("PortStatus:Link, "));
+    EXPECT_THAT(last, HasSubstr("address tables: 1 (ATU); "));
+    auto const json = nlohmann::json::parse(audit({minimal, "--simulate", "--json"}).out);
+    bool isThere = false;
+    for (auto const& group : json["notCompared"]) {
+        isThere = isThere ||
+                  group == nlohmann::json(
+                               {{"what", "counters"},
+                                {"count", 44},
+                                {"names", {"InDiscardsHigh", "InDiscardsLow", "InFiltered", "OutFiltered"}}});
+    }
+    EXPECT_TRUE(isThere) << json["notCompared"];
+}
+
+TEST(AuditCommandTest, ADeviationThatNoAuditWouldSeeIsRefused) {
+    for (char const* const text :
+         {"0/port1/InFiltered=1", "0/port1/PortStatus:Link=1", "0/global1/VTUOperation=0xB000",
+          "0/global1/GlobalStatus=1", "0/port1/SwitchIdentifier=1", "0/port1/PortStatus:PHYDetect=1,Link=1",
+          "0/global1/0x1f=1"}) {
+        CommandRun const run = audit({minimal, "--simulate", "--deviate", text});
+        EXPECT_EQ(run.status, chips::ExitStatus::usage) << text;
+        EXPECT_THAT(run.errors, HasSubstr("not compared by an audit")) << text;
+        EXPECT_EQ(run.out, "") << text;
+    }
+    TemporaryFile const other("<switches><switch id='0' switchModel='88e6096'/>"
+                              "<switch id='9' switchModel='88e6096'/></switches>");
+    EXPECT_EQ(audit({minimal, "--simulate=" + other.path(), "--deviate", "9/port1/PortControl=0"}).status,
+              chips::ExitStatus::usage)
+        << "a switch that only the other document has";
 }
 
 TEST(AuditCommandTest, AnotherDocumentsModelsDeviate) {
@@ -91,7 +140,8 @@ TEST(AuditCommandTest, JsonHasTheSame) {
                                                      {"item", "PortControl"},
                                                      {"field", "PortState"},
                                                      {"expected", 3},
-                                                     {"found", 0}}));
+                                                     {"found", 0},
+                                                     {"afterReset", false}}));
     EXPECT_EQ(json["switches"], 1);
     EXPECT_EQ(json["unread"].size(), 0U);
 }
@@ -100,7 +150,24 @@ TEST(AuditCommandTest, AChipThatIsNotThereIsUnread) {
     TemporaryFile const other("<switches><switch id='9' switchModel='88e6096'/></switches>");
     CommandRun const run = audit({minimal, "--simulate=" + other.path()});
     EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
-    EXPECT_THAT(run.errors, HasSubstr("switchctl: switch 0"));
+    EXPECT_THAT(run.out, StartsWith("not read: switch 0: "));
+    EXPECT_THAT(run.out,
+                HasSubstr(": 0 of 1 switch, 0 registers, 0 table entries, not everything was read\n"));
+    EXPECT_EQ(run.out.find("deviation"), std::string::npos) << run.out;
+    EXPECT_EQ(run.errors, "switchctl: the audit is not complete: what could not be read is not compared\n");
+}
+
+TEST(AuditCommandTest, JsonOfWhatWasNotReadClaimsNothing) {
+    TemporaryFile const other("<switches><switch id='9' switchModel='88e6096'/></switches>");
+    CommandRun const run = audit({minimal, "--simulate=" + other.path(), "--json"});
+    EXPECT_EQ(run.status, chips::ExitStatus::registerFailed);
+    auto const json = nlohmann::json::parse(run.out);
+    EXPECT_EQ(json["switches"], 1);
+    EXPECT_EQ(json["switchesRead"], 0);
+    EXPECT_EQ(json["registers"], 0);
+    EXPECT_EQ(json["entries"], 0);
+    EXPECT_TRUE(json["deviations"].is_null());
+    EXPECT_EQ(json["unread"].size(), 1U);
 }
 
 TEST(AuditCommandTest, RefusesWhatItCannotDo) {

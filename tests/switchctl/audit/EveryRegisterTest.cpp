@@ -1,4 +1,4 @@
-// Every register that a document determines, disturbed in one field.
+// Every register that is compared, written or not, disturbed in one field.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,11 +6,11 @@
 #include <algorithm>
 
 #include "AuditBench.hpp"
-#include "switchctl/audit/ChipScope.hpp"
+#include "board/audit/ChipScope.hpp"
 
+using board::ChipScope;
 using chips::RegisterLocation;
 using simulation::ChipTestSide;
-using switchctl::audit::ChipScope;
 
 namespace {
 
@@ -37,9 +37,9 @@ TEST_P(EveryRegisterTest, IsReportedWhenItDeviatesAndNothingElseIs) {
     AuditBench bench(GetParam());
     std::vector<std::string> expected;
     for (unsigned const id : bench.getBoard().getSwitchIds()) {
-        ChipScope const scope(bench.getBringUp(), id);
-        for (chips::RegisterLocation const& location : scope.getRegisters()) {
-            std::string const line = disturb(bench.getBoard().getChip(id), scope.getChip(), location);
+        ChipScope const scope(bench.getBringUp(), id, ChipScope::Extent::everything);
+        for (ChipScope::Item const& item : scope.getRegisters()) {
+            std::string const line = disturb(bench.getBoard().getChip(id), scope.getChip(), item.location);
             if (!line.empty()) {
                 expected.push_back(line);
             }

@@ -73,6 +73,24 @@ TEST_F(MarvellDeviationTest, AVlanTooMuch) {
     EXPECT_THAT(bench.audit(), ElementsAre("switch 0  VTU  VID 291 (0x123)  expected none, found the entry"));
 }
 
+TEST_F(MarvellDeviationTest, AVlanThatIsGone) {
+    // The key of VLAN 5 without its valid bit, and the operation that loads an entry.
+    board::BoardAccess board(bench.getBoard());
+    chips::ChipCatalogue const catalogue("88e6096");
+    auto const transport = board.connect(0, "88e6096");
+    transport->write(catalogue.find("global1/VTUVID"), 5);
+    transport->write(catalogue.find("global1/VTUOperation"), 0xB000);
+    EXPECT_THAT(bench.audit(), ElementsAre("switch 0  VTU  VID 5 (0x5)  expected the entry, found none"));
+}
+
+TEST_F(MarvellDeviationTest, WhatStartUpDoesNotWriteIsExpectedAsAfterAReset) {
+    chip.poke("port 5", portControl, chip.peek("port 5", portControl) & ~0x3U);
+    chip.poke("phy 5", 0, chip.peek("phy 5", 0) | 0x800U);
+    EXPECT_THAT(bench.audit(),
+                ElementsAre("switch 0  port 5  PortControl  PortState  expected 0x3 after reset, found 0x0",
+                            "switch 0  phy 5  Control  PowerDown  expected 0x0 after reset, found 0x1"));
+}
+
 TEST_F(MarvellDeviationTest, SpanningTreeStatesOfAVlan) {
     auto const stu = chip.getStu();
     ASSERT_FALSE(stu.empty());

@@ -148,8 +148,34 @@ TEST(BoardSummaryTest, ShowsTrunksAndGroups) {
                              "<port id='1' connectedTo='external' portStatus='forwarding'>"
                              "<forwardedMulticastGroup>239.0.0.9</forwardedMulticastGroup></port>") +
         "</switches>");
-    EXPECT_THAT(result.summary, HasSubstr("trunks\n  switch 0 trunk 4: 0.8 0.9 (no such port)\n"));
+    EXPECT_THAT(result.summary,
+                HasSubstr("trunks\n  switch 0 trunk 4 (not set up: the library has no trunks of "
+                          "an 88E6096): 0.8 0.9 (no such port)\n"));
     EXPECT_THAT(result.summary, HasSubstr("multicast groups\n  239.0.0.9 in VLAN 0 (0x0): 0.1\n"));
+}
+
+TEST(BoardSummaryTest, ShowsTrunksThatTheLibrarySetsUpWithoutAnotherWord) {
+    Result const result = summaryOf("<switches><switch id='1' switchModel='vsc7390'>" + port(8, "external") +
+                                    port(9, "external") +
+                                    "<trunk id='4'><port id='8'/><port id='9'/></trunk></switch></switches>");
+    EXPECT_THAT(result.summary, HasSubstr("trunks\n  switch 1 trunk 4: 1.8 1.9\n"));
+}
+
+TEST(BoardSummaryTest, ShowsAVlanWithoutMembersAsSuch) {
+    // Its members are looked for with the decimal digits of what is read as hexadecimal.
+    Result const result =
+        summaryOf("<switches>" + switchElement(0, port(0, "external")) + "</switches>" +
+                  "<vlan id='a' typeOfVlan='tagBasedVlan'><port switchId='0' portId='0' ingress='addTag' "
+                  "egress='stripTag'/></vlan>");
+    EXPECT_THAT(result.summary, HasSubstr("VLANs\n  VLAN 10 (0xa, written \"a\")  tag-based: no members\n"));
+}
+
+TEST(BoardSummaryTest, ShowsARepeatedMessageOnceWithItsNumber) {
+    Result const result = summaryOf("<switches>" + switchElement(0, port(0, "cpu")) + "</switches>" +
+                                    "<vlan id='2' typeOfVlan='portBasedVlan'><port switchId='8' portId='0'/>"
+                                    "<port switchId='8' portId='1'/><port switchId='8' portId='2'/></vlan>");
+    EXPECT_THAT(result.complaints, HasSubstr("  error    SwitchManager::addVlanPort. Attempt to add vlan to "
+                                             "unknown switch 8 (3 times)\n"));
 }
 
 TEST(BoardSummaryTest, SaysThatThereIsNothingToComplainAbout) {

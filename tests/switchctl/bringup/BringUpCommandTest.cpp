@@ -11,6 +11,7 @@
 
 using chips::ExitStatus;
 using switchctl::bringup::BringUpCommand;
+using switchctl::bringup::FindingCounts;
 using test_support::CommandRun;
 using test_support::TemporaryFile;
 
@@ -21,8 +22,9 @@ class BringUpCommandTest : public testing::Test {
 protected:
     chips::ExitStatus run(std::string const& arguments, std::string const& memoryDevice) {
         std::istringstream words("bring-up " + document.path() + " " + arguments);
-        CommandRun const run =
-            CommandRun::of<BringUpCommand>({std::istream_iterator<std::string>(words), {}}, memoryDevice);
+        auto const noFindings = [](reference_host::XmlDocument&) { return FindingCounts(); };
+        CommandRun const run = CommandRun::of<BringUpCommand>({std::istream_iterator<std::string>(words), {}},
+                                                              memoryDevice, noFindings);
         out << run.out;
         errors << run.errors;
         return run.status;

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "chips/ChipImage.hpp"
 
-namespace switchctl::audit {
+namespace board {
 
 /// A field of a chip that is not as a bring-up leaves it.
 struct Deviation {
@@ -22,14 +21,16 @@ struct Deviation {
     /// Nothing for an entry that is not to be, or is not, there.
     std::optional<std::uint32_t> expected;
     std::optional<std::uint32_t> found;
+    /// What is expected is what a reset leaves, since start-up does not write there.
+    bool isAfterReset;
 
-    /// In the order of the chip; last, the entries that are too much.
+    /// In the order of the chip; last, the entries that are too much. Where `found` was not read there are
+    /// none.
     static std::vector<Deviation> between(std::string const& chip, chips::ChipImage const& expected,
                                           chips::ChipImage const& found);
 
     /// In one line.
     std::string getText() const;
-    nlohmann::ordered_json toJson() const;
 };
 
-} // namespace switchctl::audit
+} // namespace board

@@ -1,0 +1,47 @@
+#include "switchctl/bringup/ReadBack.hpp"
+
+#include "board/BoardAccess.hpp"
+#include "board/ModelBringUp.hpp"
+#include "switchctl/terminal/Colours.hpp"
+
+namespace switchctl::bringup {
+
+using chips::ExitStatus;
+using Extent = board::ChipScope::Extent;
+
+ReadBack::ReadBack(Xml& document, std::string const& path, board::BoardSession& session,
+                   std::string const& memoryDevice) {
+    simulation::SimulatedBoard* const simulated = session.getBoard();
+    {
+        board::ModelBringUp expected(document, path);
+        _run = std::make_unique<board::AuditRun>(expected,
+                                                 simulated != nullptr ? Extent::everything : Extent::written);
+    }
+    if (simulated != nullptr) {
+        board::BoardAccess chips(*simulated);
+        _run->compare(chips);
+    } else {
+        board::BoardAccess chips(memoryDevice);
+        _run->compare(chips);
+    }
+}
+
+void ReadBack::print(std::ostream& out) const {
+    Colours const colours(out);
+    out << "read back: " << _run->getSummary() << '\n';
+    for (board::Deviation const& deviation : _run->getDeviations()) {
+        out << "  " << colours.paint(Colours::Colour::red, deviation.getText()) << '\n';
+    }
+    for (std::string const& line : _run->getUnread()) {
+        out << "  " << colours.paint(Colours::Colour::red, "not read: " + line) << '\n';
+    }
+}
+
+ExitStatus ReadBack::getStatus() const {
+    if (!_run->getDeviations().empty()) {
+        return ExitStatus::notAsDetermined;
+    }
+    return _run->getUnread().empty() ? ExitStatus::success : ExitStatus::registerFailed;
+}
+
+} // namespace switchctl::bringup

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "board/BoardSession.hpp"
+#include "board/audit/AuditRun.hpp"
+#include "chips/ExitStatus.hpp"
+#include "host/Xml.hpp"
+
+namespace switchctl::bringup {
+
+/// Looks at what a start-up did: the chips of a session against what start-up leaves in fresh models.
+///
+/// Simulated chips were fresh, so that all of them is compared; of real ones what start-up writes, since
+/// nobody knows what was in them before.
+class ReadBack {
+public:
+    /// Reads the chips. Throws ToolError.
+    /// \param session whose switches are all up.
+    /// \param path of the document.
+    /// \param memoryDevice where real chips are reached.
+    ReadBack(Xml& document, std::string const& path, board::BoardSession& session,
+             std::string const& memoryDevice);
+
+    /// One line, and one for each deviation and for each switch that could not be read.
+    void print(std::ostream& out) const;
+
+    /// success, notAsDetermined, or registerFailed when not everything could be read.
+    chips::ExitStatus getStatus() const;
+
+private:
+    std::unique_ptr<board::AuditRun> _run;
+};
+
+} // namespace switchctl::bringup
