@@ -53,7 +53,8 @@ BringUpCommand::BringUpCommand(std::string memoryDevice, DocumentChecks checks,
 
 void BringUpCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
-    arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    auto const simulate =
+        arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
     arguments.flag("--no-hardware-access", _noHardwareAccess,
                    "Create the switches without accessing any chip");
     arguments.option("--trace", _tracePath, "Write every register access of the chips to FILE").type("FILE");
@@ -65,7 +66,8 @@ void BringUpCommand::declare(Arguments& arguments) {
         .type("SWITCH.PORT")
         .oneEach()
         .check(refuseOtherThanPortAddress);
-    arguments.flag("--misuse", _misuse, "List what the drivers did that the chips' makers do not foresee");
+    arguments.flag("--misuse", _misuse, "List what the drivers did that the chips' makers do not foresee")
+        .needs(simulate);
     arguments.flag("--no-verify", _noVerify, "Do not read back what start-up did");
     arguments.flag("--accept-errors", _acceptErrors,
                    "End well although the library logged errors or the checks found some");
@@ -144,7 +146,7 @@ ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ost
         return accesses ? accesses->wrap(std::move(watched)) : std::move(watched);
     };
     board::BoardSession session(document, options);
-    if (_prepare) {
+    if (_prepare && session.getBoard() != nullptr) {
         _prepare(*session.getBoard());
     }
     ExitStatus status = report(document, session, watch, out, errors);
@@ -175,7 +177,7 @@ ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, b
         return explainFailure(outcome.reason, watch.getStall(), errors);
     }
     summary.print(out);
-    if (_misuse && session.getBoard() != nullptr) {
+    if (_misuse) {
         printMisuse(out, session.getBoard()->getMisuse());
     }
     bool const statisticsRead = printStatistics(session, out, errors);

@@ -21,7 +21,7 @@ class BringUpCommand : public Command {
 public:
     /// \param memoryDevice where hardware is reached.
     /// \param checks run on the document first.
-    /// \param prepare gets the simulated board before start-up; may be empty.
+    /// \param prepare gets the board before start-up when it is simulated; may be empty.
     BringUpCommand(std::string memoryDevice, DocumentChecks checks,
                    std::function<void(simulation::SimulatedBoard&)> prepare = {});
 

@@ -65,6 +65,16 @@ TEST_F(BusFaultsTest, StrikeOneAccessOfAllWindows) {
     EXPECT_EQ(faults.getAccesses(), 6U);
 }
 
+TEST_F(BusFaultsTest, StrikeEveryAccessFromSomeMomentOn) {
+    faults.strike(3, Kind::bitFlipped, 20);
+    faults.strikeFrom(2, Kind::allZeros);
+    EXPECT_EQ(read(parallelWindow, chipIdentifier), 0x07390000U);
+    EXPECT_EQ(read(parallelWindow, chipIdentifier), 0U);
+    EXPECT_EQ(read(parallelWindow, chipIdentifier), 0x07290000U) << "what strikes one access goes first";
+    EXPECT_EQ(read(parallelWindow, chipIdentifier), 0U);
+    EXPECT_EQ(read(parallelWindow, chipIdentifier), 0U);
+}
+
 TEST_F(BusFaultsTest, StrikeWritesOnTheirWayToTheChip) {
     std::vector<unsigned> held;
     faults.strike(1, Kind::accessFails);

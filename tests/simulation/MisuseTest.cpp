@@ -70,6 +70,19 @@ TEST_F(MisuseTest, NothingOfItIsInTheLog) {
     EXPECT_EQ(text.str().find("unwritable"), std::string::npos);
 }
 
+TEST_F(MisuseTest, TheAccessIsFoundInTheLogByItsNumber) {
+    read(port0 + 2, 0x01);
+    write(port0 + 2, 0x01, 0x8103);
+    read(port0 + 2, 0x1A);
+    write(port0 + 2, 0x1A, 7);
+    auto const entries = misuse().getEntries();
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].access, 2U);
+    EXPECT_EQ(entries[1].access, 3U);
+    EXPECT_EQ(entries[2].access, 4U);
+    EXPECT_EQ(log().getEntry(entries[2].access - 1).sequence, 4U);
+}
+
 TEST_F(MisuseTest, TimeAndClearing) {
     read(port0 + 2, 0x1A);
     // The command is the third frame of the read.

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ostream>
+#include <string>
 
 #include "AuditBench.hpp"
 
@@ -20,18 +22,22 @@ struct DeadBus {
     BusFaults::Kind kind;
 };
 
-std::string nameOf(testing::TestParamInfo<DeadBus> const& info) {
-    std::string name = info.param.example;
+std::string nameOf(DeadBus const& bus) {
+    std::string name = bus.example;
     name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
     char const* const kinds[] = {"Fails", "Zeros", "Ones"};
-    return name + kinds[static_cast<unsigned>(info.param.kind)];
+    return name + kinds[static_cast<unsigned>(bus.kind)];
+}
+
+void PrintTo(DeadBus const& bus, std::ostream* out) {
+    *out << nameOf(bus);
 }
 
 class DeadBoardTest : public testing::TestWithParam<DeadBus> {};
 
 } // namespace
 
-TEST_P(DeadBoardTest, ComparesNothingAndSaysSoOnceForEachSwitch) {
+TEST_P(DeadBoardTest, SaysOnceForEachSwitchThatItIsUnread) {
     AuditBench bench(GetParam().example);
     simulation::SimulatedBoard& board = bench.getBoard();
     board.getFaults().strikeFrom(board.getBusAccesses() + 1, GetParam().kind);
@@ -47,7 +53,7 @@ TEST_P(DeadBoardTest, ComparesNothingAndSaysSoOnceForEachSwitch) {
     }
 }
 
-TEST_P(DeadBoardTest, AChipThatDiesBeforeTheEndIsUnreadAltogether) {
+TEST_P(DeadBoardTest, AChipThatDiesMeanwhileIsUnread) {
     AuditBench bench(GetParam().example);
     simulation::SimulatedBoard& board = bench.getBoard();
     // Waits for what never comes take few looks.
@@ -74,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Buses, DeadBoardTest,
                                          DeadBus{"video-switch", BusFaults::Kind::accessFails},
                                          DeadBus{"mixed", BusFaults::Kind::allZeros},
                                          DeadBus{"mixed", BusFaults::Kind::allOnes}),
-                         nameOf);
+                         [](auto const& test) { return nameOf(test.param); });
 
 TEST(DeadTableTest, WhatIsInATableThatWasNotReadIsNotCompared) {
     AuditBench bench("minimal");

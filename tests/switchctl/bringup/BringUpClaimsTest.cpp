@@ -96,6 +96,7 @@ TEST(BringUpClaimsTest, ListsMisuseByRegisterAndAccess) {
     }
     EXPECT_EQ(lines, 23U);
     EXPECT_THAT(program({mixed, "--simulate"}).out, Not(HasSubstr("  access ")));
+    EXPECT_EQ(program({mixed, "--misuse"}).status, ExitStatus::usage) << "hardware tells nobody";
 }
 
 TEST(BringUpClaimsTest, ReadsBackWhatItDid) {

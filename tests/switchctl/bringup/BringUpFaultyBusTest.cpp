@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -35,6 +36,10 @@ struct Bus {
     /// Those of a start-up, or of what follows, too.
     std::uint64_t accesses;
 };
+
+void PrintTo(Bus const& bus, std::ostream* out) {
+    *out << bus.example << (bus.kind == BusFaults::Kind::bitFlipped ? " flips " : " fails ") << bus.accesses;
+}
 
 using Contents = std::map<std::string, std::uint32_t>;
 

@@ -22,10 +22,11 @@ using testing::Not;
 
 namespace {
 
-std::string const videoSwitch = EXAMPLES_FOLDER "/video-switch.xml";
+using Disturb = std::function<void(SimulatedBoard&)>;
 
-CommandRun bringUp(std::vector<std::string> words, std::function<void(SimulatedBoard&)> const& disturb) {
-    words.insert(words.begin(), {"bring-up", videoSwitch, "--simulate"});
+CommandRun bringUp(std::vector<std::string> words, Disturb const& disturb,
+                   std::string const& document = EXAMPLES_FOLDER "/video-switch.xml") {
+    words.insert(words.begin(), {"bring-up", document, "--simulate"});
     DocumentChecks const none = [](reference_host::XmlDocument&) { return FindingCounts(); };
     return CommandRun::of<BringUpCommand>(words, std::string("/nonexistent/mem"), none, disturb);
 }
@@ -55,6 +56,28 @@ TEST(BringUpTimeoutTest, SoDoesABusThatAnswersZerosFromSomeMomentOn) {
                     HasSubstr("start-up made no progress for 5 s, waiting for switch 2 (vsc7390), "))
             << moment;
     }
+}
+
+TEST(BringUpTimeoutTest, SoDoesAnMdioBusOnWhichNothingEndsAnyMore) {
+    std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
+    CommandRun const chip = bringUp(
+        {},
+        [](SimulatedBoard& board) {
+            board.getFaults().slowDown(100'000);
+            board.getMarvell(0).hang(simulation::ChipTestSide::CommandUnit::smi, 50);
+        },
+        minimal);
+    EXPECT_EQ(chip.status, ExitStatus::noProgress);
+    EXPECT_THAT(chip.errors, HasSubstr("waiting for switch 0 (88e6096), "));
+    CommandRun const master = bringUp(
+        {},
+        [](SimulatedBoard& board) {
+            board.getFaults().slowDown(100'000);
+            board.getFaults().callBefore(1'000, [&board] { board.getMac().hang(); });
+        },
+        minimal);
+    EXPECT_EQ(master.status, ExitStatus::noProgress);
+    EXPECT_THAT(master.errors, HasSubstr("waiting for the bus itself, at 0x800100"));
 }
 
 TEST(BringUpTimeoutTest, TheTimeIsAnOption) {

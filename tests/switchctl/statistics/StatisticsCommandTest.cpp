@@ -31,9 +31,10 @@ CommandRun statistics(std::vector<std::string> arguments) {
 } // namespace
 
 TEST(StatisticsCommandTest, TheTextIsTheLibrarysOwn) {
+    auto const noFindings = [](reference_host::XmlDocument&) { return switchctl::bringup::FindingCounts(); };
     CommandRun const bringUp = CommandRun::of<switchctl::bringup::BringUpCommand>(
         {"bring-up", mixed, "--simulate", "--statistics", "0.1", "--statistics", "3.1"},
-        std::string("/nonexistent/mem"));
+        std::string("/nonexistent/mem"), noFindings);
     CommandRun const run = statistics({mixed, "0.1", "3.1", "--simulate"});
     EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_EQ(run.errors, "");
