@@ -1,12 +1,10 @@
 #include "switchctl/bringup/BringUpCommand.hpp"
 
-#include <cerrno>
 #include <memory>
-#include <system_error>
 #include <utility>
 
 #include "board/BoardReading.hpp"
-#include "board/trace/BringUpTrace.hpp"
+#include "board/OutputFile.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/StreamLog.hpp"
 #include "reference_host/XmlDocument.hpp"
@@ -49,7 +47,12 @@ void BringUpCommand::declare(Arguments& arguments) {
     arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
     arguments.flag("--no-hardware-access", _noHardwareAccess,
                    "Create the switches without accessing any chip");
-    arguments.option("--trace", _tracePath, "Write every register access of the chips to FILE").type("FILE");
+    arguments
+        .option(
+            "--trace", _tracePath,
+            "Write every register access of the chips to FILE; \"-\" is the standard output, and the summary "
+            "then goes to standard error")
+        .type("FILE");
     arguments
         .option("--log-level", _logLevel, "Show the library's messages, those with a level up to N (0 to 4)")
         .type("N")
@@ -82,17 +85,33 @@ std::vector<Command::StatusLine> BringUpCommand::getStatuses() const {
 ExitStatus BringUpCommand::perform(std::ostream& out, std::ostream& errors) const {
     auto const document = XmlDocument::fromFile(_documentPath);
     requireHardware();
-    std::ofstream trace;
-    if (!_tracePath.empty()) {
-        trace.open(_tracePath);
-        if (!trace) {
-            throw ToolError(ExitStatus::noTrace, _tracePath + ": " + std::generic_category().message(errno));
-        }
-    }
-    return bringUp(*document, trace, out, errors);
+    return _tracePath.empty() ? bringUp(*document, nullptr, out, errors) : trace(*document, out, errors);
 }
 
-ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
+ExitStatus BringUpCommand::trace(Xml& document, std::ostream& out, std::ostream& errors) const {
+    board::OutputFile file(_tracePath, out, ExitStatus::noTrace);
+    board::BringUpTrace accesses(file.getStream(), board::BoardReading(document));
+    // Nothing gets between the lines of a trace.
+    bool const isShared = board::OutputFile::isStandardOutput(_tracePath);
+    ExitStatus status = ExitStatus::startUpFailed;
+    try {
+        status = bringUp(document, &accesses, isShared ? errors : out, errors);
+    } catch (...) {
+        accesses.finish();
+        file.finishAnyway();
+        throw;
+    }
+    accesses.finish();
+    try {
+        file.finish();
+    } catch (ToolError const& error) {
+        errors << prefix << error.what() << '\n';
+        return status == ExitStatus::success ? ExitStatus::noTrace : status;
+    }
+    return status;
+}
+
+ExitStatus BringUpCommand::bringUp(Xml& document, board::BringUpTrace* trace, std::ostream& out,
                                    std::ostream& errors) const {
     std::unique_ptr<StreamLog> const log = makeLog(errors, _logLevel, !_simulate);
     board::BoardSession::Options options;
@@ -100,22 +119,11 @@ ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ost
     options.noHardwareAccess = _noHardwareAccess;
     options.memoryDevice = _memoryDevice;
     options.log = log.get();
-    std::optional<board::BringUpTrace> accesses;
-    if (trace.is_open()) {
-        accesses.emplace(trace, board::BoardReading(document));
-        options.wrapMemory = [&](auto memory) { return accesses->wrap(std::move(memory)); };
+    if (trace != nullptr) {
+        options.wrapMemory = [trace](auto memory) { return trace->wrap(std::move(memory)); };
     }
     board::BoardSession session(document, options);
-    ExitStatus const status = report(document, session, out, errors);
-    if (accesses) {
-        accesses->finish();
-        trace.close();
-        if (!trace) {
-            errors << prefix << _tracePath << ": the trace could not be written\n";
-            return status == ExitStatus::success ? ExitStatus::noTrace : status;
-        }
-    }
-    return status;
+    return report(document, session, out, errors);
 }
 
 ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, std::ostream& out,

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <fstream>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "board/BoardSession.hpp"
+#include "board/trace/BringUpTrace.hpp"
 #include "host/Xml.hpp"
 #include "reference_host/DeviceMemory.hpp"
 #include "switchctl/Command.hpp"
@@ -26,7 +26,9 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    ExitStatus bringUp(Xml& document, std::ofstream& trace, std::ostream& out, std::ostream& errors) const;
+    ExitStatus trace(Xml& document, std::ostream& out, std::ostream& errors) const;
+    ExitStatus bringUp(Xml& document, board::BringUpTrace* trace, std::ostream& out,
+                       std::ostream& errors) const;
     ExitStatus report(Xml& document, board::BoardSession& session, std::ostream& out,
                       std::ostream& errors) const;
     board::StartUpMonitor::Outcome bringUp(board::BoardSession& session, std::ostream& errors) const;

@@ -1,12 +1,12 @@
 #include "switchctl/draw/DrawCommand.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <filesystem>
 #include <memory>
 #include <ostream>
+#include <string>
 
 #include "board/BoardReading.hpp"
+#include "board/OutputFile.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
 #include "switchctl/draw/Graphviz.hpp"
@@ -20,22 +20,41 @@ DrawCommand::DrawCommand() : Command("draw", "Draw a board: switches, ports, tru
 
 void DrawCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
-    arguments.option("-o,--output", _outputPath, "File to write; may be left out for --format dot");
-    arguments.option("--format", _format, "svg, or dot for Graphviz's own language")
-        .oneOf({"svg", "dot"})
-        .showDefault();
-    arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg").showDefault();
-    arguments.finally([this] {
-        if (_outputPath.empty() && _format != "dot") {
-            throw Arguments::Wrong("--output is required");
-        }
-    });
+    arguments
+        .option("-o,--output", _outputPath,
+                "File to write, FILE.svg, FILE.png or FILE.dot; \"-\" is the standard output. May be left "
+                "out for --format dot")
+        .type("FILE");
+    arguments
+        .option("--format", _format,
+                "svg, png, or dot for Graphviz's own language; without it, what FILE ends with, or svg")
+        .oneOf({"svg", "png", "dot"});
+    arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
+    arguments.finally([this] { chooseFormat(); });
+}
+
+/// A picture is what its name says.
+void DrawCommand::chooseFormat() {
+    std::string const suffix = std::filesystem::path(_outputPath).extension();
+    auto const named = suffix.empty() ? _format : suffix.substr(1);
+    if (!suffix.empty() && named != "svg" && named != "png" && named != "dot") {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a .svg, .png or .dot");
+    }
+    if (!_format.empty() && named != _format) {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a ." + _format);
+    }
+    _format = named.empty() ? "svg" : named;
+    if (_outputPath.empty() && _format != "dot") {
+        throw Arguments::Wrong("--output is required");
+    }
+    _outputPath = _outputPath.empty() ? "-" : _outputPath;
 }
 
 std::string DrawCommand::getHelp() const {
     return "Examples:\n"
            "  switchctl draw board.xml -o board.svg\n"
-           "  switchctl draw board.xml --format dot | dot -Tpng > board.png\n"
+           "  switchctl draw board.xml -o board.png\n"
+           "  switchctl draw board.xml --format dot | dot -Tpdf > board.pdf\n"
            "\n";
 }
 
@@ -52,29 +71,24 @@ ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (board.getSwitches().empty()) {
         throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
-    return write(BoardDrawing(board, _documentPath.substr(_documentPath.rfind('/') + 1)).getDot(), out,
-                 errors);
+    std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
+    std::string const picture = draw(BoardDrawing(board, title).getDot(), errors);
+    board::OutputFile file(_outputPath, out, ExitStatus::noPicture);
+    file.getStream() << picture;
+    file.finish();
+    return ExitStatus::success;
 }
 
-ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::ostream& errors) const {
-    if (_format == "dot" && _outputPath.empty()) {
-        out << graph;
-        return ExitStatus::success;
+std::string DrawCommand::draw(std::string const& graph, std::ostream& errors) const {
+    if (_format == "dot") {
+        return graph;
     }
+    Progress const progress(errors, "drawing " + _outputPath);
     try {
-        Progress const progress(errors, "drawing " + _outputPath);
-        if (_format == "dot") {
-            std::ofstream file(_outputPath);
-            if (!(file << graph << std::flush)) {
-                throw Graphviz::Error(_outputPath + ": " + std::strerror(errno));
-            }
-        } else {
-            Graphviz(_graphviz).render(graph, _format, _outputPath);
-        }
+        return Graphviz(_graphviz).render(graph, _format);
     } catch (Graphviz::Error const& error) {
         throw ToolError(ExitStatus::noPicture, error.what());
     }
-    return ExitStatus::success;
 }
 
 } // namespace switchctl::draw

@@ -19,11 +19,12 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
+    void chooseFormat();
+    std::string draw(std::string const& graph, std::ostream& errors) const;
 
     std::string _documentPath;
     std::string _outputPath;
-    std::string _format = "svg";
+    std::string _format;
     std::string _graphviz = "dot";
 };
 

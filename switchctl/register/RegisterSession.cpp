@@ -37,7 +37,7 @@ std::string visible(std::string const& text) {
 } // namespace
 
 RegisterSession::RegisterSession(TransportOptions const& options, std::string const& memoryDevice,
-                                 std::ostream& errors)
+                                 std::ostream& out, std::ostream& errors)
     : _options(options), _memoryDevice(memoryDevice), _errors(errors), _diversion(errors) {
     if (_options.isSimulated()) {
         simulate();
@@ -45,7 +45,7 @@ RegisterSession::RegisterSession(TransportOptions const& options, std::string co
         requireHardware();
         _memory = std::make_unique<DeviceMemory>(_memoryDevice);
     }
-    connect();
+    connect(out);
 }
 
 RegisterSession::~RegisterSession() {
@@ -97,7 +97,7 @@ void RegisterSession::requireHardware() const {
     }
 }
 
-void RegisterSession::connect() {
+void RegisterSession::connect(std::ostream& out) {
     _application = std::make_unique<HostApplication>(_accessErrors, *_memory);
     _transport =
         chips::ChipKinds::reachedOver(_options.getWay())
@@ -110,9 +110,15 @@ void RegisterSession::connect() {
         throw chips::ToolError(chips::ExitStatus::noHardware, where + reason);
     }
     if (!_options.getTracePath().empty()) {
-        _trace = std::make_unique<board::RegisterTrace>(_options.getTracePath(), _options.getModel(),
+        _trace = std::make_unique<board::RegisterTrace>(_options.getTracePath(), out, _options.getModel(),
                                                         _options.getSwitchId(), _options.getWay());
         _trace->attach(*_transport);
+    }
+}
+
+void RegisterSession::finish() {
+    if (_trace != nullptr) {
+        _trace->finish();
     }
 }
 

@@ -46,15 +46,16 @@ ExitStatus RegisterWrite::perform(std::ostream& out, std::ostream& errors) const
     std::vector<RegisterReading> written;
     std::vector<RegisterReading> read;
     {
-        RegisterSession session(_transport, _memoryDevice, errors);
+        RegisterSession session(_transport, _memoryDevice, out, errors);
         for (chips::RegisterAssignment const& assignment : assignments) {
             written.push_back(write(session.getTransport(), assignment));
         }
         for (chips::RegisterLocation const& location : locations) {
             read.push_back({location, session.getTransport().read(location)});
         }
+        session.finish();
     }
-    print(out, written, read);
+    print(_transport.chooseOutput(out, errors), written, read);
     return ExitStatus::success;
 }
 
