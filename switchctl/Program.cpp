@@ -1,5 +1,6 @@
 #include "switchctl/Program.hpp"
 
+#include "reference_host/InputFile.hpp"
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
@@ -12,7 +13,12 @@
 
 namespace switchctl {
 
+using reference_host::InputFile;
+
 namespace {
+
+constexpr std::size_t bytesPerMebibyte = 1U << 20U;
+constexpr unsigned mostMebibytes = 2047; // of an XML parser that counts in an int
 
 constexpr char const* help = "Examples, on a desk; on a board, without --simulate:\n"
                              "  switchctl check board.xml\n"
@@ -42,12 +48,18 @@ Program::Program(std::string const& memoryDevice) {
 ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
     Arguments arguments("switchctl", "Brings up and inspects the Ethernet switches of a board",
                         help + _commands.front()->explainStatuses());
+    auto inputLimit = static_cast<unsigned>(InputFile::usualLimit / bytesPerMebibyte);
+    arguments.option("--input-limit", inputLimit, "Largest document, trace or dump that is read")
+        .type("MIB")
+        .range(1U, mostMebibytes)
+        .showDefault();
     for (auto const& command : _commands) {
         command->addTo(arguments);
     }
     if (auto const status = arguments.parse(words, out, errors)) {
         return *status;
     }
+    InputFile::setLimit(std::size_t{inputLimit} * bytesPerMebibyte);
     for (auto const& command : _commands) {
         if (command->isChosen()) {
             return command->run(out, errors);
