@@ -20,6 +20,7 @@ enum class ExitStatus : int {
     notConfirmed = 9,
     documentWarnings = 10,
     noPicture = 11,
+    outputLost = 15,
 };
 
 } // namespace chips

@@ -64,10 +64,12 @@ ExitStatus Command::run(std::ostream& out, std::ostream& errors) const {
 
 std::string Command::explainStatuses() const {
     std::string text;
-    for (StatusLine const& line : getStatuses()) {
+    auto statuses = getStatuses();
+    statuses.push_back({ExitStatus::outputLost, "standard output could not be written completely"});
+    for (StatusLine const& line : statuses) {
         text += fmt::format("{:3}  {}\n", line.number, line.meaning);
     }
-    return text.empty() ? "" : "Exit status:\n" + text;
+    return "Exit status:\n" + text;
 }
 
 Arguments::Option Command::addJson(Arguments& arguments) {

@@ -33,7 +33,7 @@ public:
     /// Does what it is for, and says on `errors` why it could not; throws nothing.
     ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
-    /// How the command ends, for the help; empty when it has nothing to say about that.
+    /// How the command ends, for the help.
     std::string explainStatuses() const;
 
 protected:

@@ -46,6 +46,15 @@ Program::Program(std::string const& memoryDevice) {
 }
 
 ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
+    ExitStatus const status = choose(words, out, errors);
+    if (out.flush()) {
+        return status;
+    }
+    errors << "switchctl: standard output: could not be written completely\n";
+    return ExitStatus::outputLost;
+}
+
+ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
     Arguments arguments("switchctl", "Brings up and inspects the Ethernet switches of a board",
                         help + _commands.front()->explainStatuses());
     auto inputLimit = static_cast<unsigned>(InputFile::usualLimit / bytesPerMebibyte);

@@ -59,11 +59,16 @@ void SimulateControllerCommand::declare(Arguments& arguments) {
 std::string SimulateControllerCommand::getHelp() const {
     return "Example:\n"
            "  switchctl simulate-controller --fresh --link /tmp/line &\n"
-           "  switchctl register read serial --device /tmp/line system/CHIPID\n";
+           "  switchctl register read serial --device /tmp/line system/CHIPID\n"
+           "\n";
 }
 
 std::vector<Command::StatusLine> SimulateControllerCommand::getStatuses() const {
-    return {};
+    return {{ExitStatus::success, "interrupted"},
+            ExitStatus::usage,
+            ExitStatus::badDocument,
+            {ExitStatus::noHardware, "the document has no VSC7390, or PATH cannot be made"},
+            {ExitStatus::startUpFailed, "the simulated board does not come up"}};
 }
 
 // Serves the line until the process is told to end (SIGINT, SIGTERM).
@@ -99,8 +104,10 @@ void SimulateControllerCommand::serve(SimulatedBoard& board, EndSignals const& s
                                       std::ostream& out) const {
     simulation::SerialController const controller(board);
     Link const link(controller.getDevicePath(), _link);
-    out << controller.getDevicePath() << std::endl;
-    signals.wait();
+    // Nobody would find a line whose name is lost.
+    if (out << controller.getDevicePath() << std::endl) {
+        signals.wait();
+    }
 }
 
 } // namespace switchctl::controller
