@@ -1,5 +1,6 @@
 #include "board/ModelBringUp.hpp"
 
+#include "board/StartUpFailure.hpp"
 #include "chips/ToolError.hpp"
 
 namespace board {
@@ -17,8 +18,7 @@ ModelBringUp::ModelBringUp(std::string const& path)
 void ModelBringUp::bringUp() {
     StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
-        throw chips::ToolError(chips::ExitStatus::startUpFailed,
-                               _path + ": start-up failed: " + outcome.reason);
+        throw chips::ToolError(chips::ExitStatus::startUpFailed, startUpFailureText(_path, outcome.reason));
     }
     if (_document->getWanted().empty()) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed, _path + ": no switch in the document");

@@ -52,6 +52,7 @@ file(RELATIVE_PATH libraries_from_programs
 set_target_properties(switchctl PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
 set_target_properties(referencehost PROPERTIES INSTALL_RPATH $ORIGIN)
 install(TARGETS switchctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager FILES_MATCHING PATTERN *.json)
 install(FILES switchctl/check/board.rng DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager)
 install(FILES switchctl/completion/switchctl.bash
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME switchctl)

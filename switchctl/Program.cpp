@@ -27,7 +27,8 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "  switchctl bring-up board.xml --simulate\n"
                              "  switchctl audit board.xml --simulate\n"
                              "  switchctl statistics board.xml --simulate\n"
-                             "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
+                             "\"switchctl help COMMAND\", or --help behind a command, has more, and its exit "
+                             "statuses. Those of bring-up:\n"
                              "\n";
 
 } // namespace
@@ -57,6 +58,7 @@ ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out
 ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
     Arguments arguments("switchctl", "Brings up and inspects the Ethernet switches of a board",
                         help + _commands.front()->explainStatuses());
+    arguments.version("switchctl " SWITCHCTL_VERSION);
     auto inputLimit = static_cast<unsigned>(InputFile::usualLimit / bytesPerMebibyte);
     arguments.option("--input-limit", inputLimit, "Largest document, trace or dump that is read")
         .type("MIB")
@@ -65,6 +67,10 @@ ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& 
     for (auto const& command : _commands) {
         command->addTo(arguments);
     }
+    std::vector<std::string> explained;
+    Arguments explain = arguments.subcommand("help", "Explain a command");
+    explain.option("COMMAND", explained, "The command");
+    explain.footer("Example:\n  switchctl help register read\n");
     if (auto const status = arguments.parse(words, out, errors)) {
         return *status;
     }

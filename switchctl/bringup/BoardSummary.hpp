@@ -1,12 +1,11 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
-
-class ManagedSwitchPort;
 
 namespace switchctl::bringup {
 
@@ -22,12 +21,11 @@ public:
     void printComplaints(std::ostream& out) const;
 
 private:
-    ManagedSwitchPort* portOf(board::BoardReading::Member const& member) const;
     void printSwitches(std::ostream& out) const;
     void printPorts(std::ostream& out) const;
     void printVlans(std::ostream& out) const;
-    void printMembers(std::ostream& out, std::vector<board::BoardReading::Member> const& members,
-                      bool withTags) const;
+    void printMembers(std::ostream& out, std::string const& heading,
+                      std::vector<board::BoardReading::Member> const& members, bool withTags) const;
     void printTrunks(std::ostream& out) const;
     void printMulticastGroups(std::ostream& out) const;
     void printCpuPort(std::ostream& out) const;

@@ -1,14 +1,18 @@
 #include "switchctl/bringup/BringUpCommand.hpp"
 
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
 #include "board/BoardReading.hpp"
 #include "board/OutputFile.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/StreamLog.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/bringup/BoardSummary.hpp"
+#include "switchctl/bringup/SummaryJson.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::bringup {
@@ -61,6 +65,13 @@ void BringUpCommand::declare(Arguments& arguments) {
         .type("SWITCH.PORT")
         .oneEach()
         .check(refuseOtherThanPortAddress);
+    addJson(arguments);
+    arguments.finally([this] {
+        if (isJson() && !_statistics.empty()) {
+            throw Arguments::Wrong(
+                "--statistics: a text of the library; for JSON, see \"switchctl statistics\"");
+        }
+    });
 }
 
 std::string BringUpCommand::getHelp() const {
@@ -68,6 +79,7 @@ std::string BringUpCommand::getHelp() const {
            "  switchctl bring-up board.xml --simulate\n"
            "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
            "  switchctl bring-up board.xml --log-level 2\n"
+           "  switchctl bring-up board.xml --json | jq '.switches[] | select(.found | not)'\n"
            "\n";
 }
 
@@ -131,14 +143,20 @@ ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, s
     board::BoardReading const boardDocument(document);
     BoardSummary const summary(boardDocument, session);
     board::StartUpMonitor::Outcome const outcome = bringUp(session, errors);
+    if (isJson()) {
+        printAsJson(boardDocument, session, outcome, out);
+    }
+    // Both say the same.
+    std::ostringstream unused;
+    std::ostream& text = isJson() ? unused : out;
     if (!outcome.populated) {
-        summary.printComplaints(out);
-        errors << prefix << "start-up failed: " << outcome.reason << '\n';
+        summary.printComplaints(text);
+        errors << prefix << board::startUpFailureText(_documentPath, outcome.reason) << '\n';
         return ExitStatus::startUpFailed;
     }
-    summary.print(out);
-    bool const statisticsRead = printStatistics(session, out, errors);
-    summary.printComplaints(out);
+    summary.print(text);
+    bool const statisticsRead = printStatistics(session, text, errors);
+    summary.printComplaints(text);
     if (!session.isComplete(boardDocument)) {
         errors << prefix << _documentPath << ": "
                << (boardDocument.getWanted().empty() ? "no switch in the document"
@@ -147,6 +165,13 @@ ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, s
         return ExitStatus::switchMissing;
     }
     return statisticsRead ? ExitStatus::success : ExitStatus::noStatistics;
+}
+
+void BringUpCommand::printAsJson(board::BoardReading const& document, board::BoardSession& session,
+                                 board::StartUpMonitor::Outcome const& outcome, std::ostream& out) const {
+    nlohmann::ordered_json json{{"file", _documentPath}};
+    json.update(SummaryJson(document, session).get(outcome));
+    printWithTime(out, json);
 }
 
 board::StartUpMonitor::Outcome BringUpCommand::bringUp(board::BoardSession& session,

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 #include "board/trace/BringUpTrace.hpp"
 #include "host/Xml.hpp"
@@ -32,6 +33,8 @@ private:
     ExitStatus report(Xml& document, board::BoardSession& session, std::ostream& out,
                       std::ostream& errors) const;
     board::StartUpMonitor::Outcome bringUp(board::BoardSession& session, std::ostream& errors) const;
+    void printAsJson(board::BoardReading const& document, board::BoardSession& session,
+                     board::StartUpMonitor::Outcome const& outcome, std::ostream& out) const;
     bool printStatistics(board::BoardSession& session, std::ostream& out, std::ostream& errors) const;
     void requireHardware() const;
 

@@ -3,10 +3,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <system_error>
 
 #include "board/BoardSession.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SerialController.hpp"
@@ -49,9 +51,10 @@ void SimulateControllerCommand::declare(Arguments& arguments) {
     auto const document = arguments.option("BOARD.xml", _documentPath, "Board to bring up first");
     arguments.flag("--fresh", _fresh, "Just a VSC7390 after reset").excludes(document);
     arguments.option("--link", _link, "Make PATH a link to the line's device").type("PATH");
+    addJson(arguments);
     arguments.finally([this] {
         if (!_fresh && _documentPath.empty()) {
-            throw Arguments::Wrong("simulate-controller: needs BOARD.xml or --fresh");
+            throw Arguments::Wrong("needs BOARD.xml or --fresh");
         }
     });
 }
@@ -95,7 +98,7 @@ void SimulateControllerCommand::serveDocument(EndSignals const& signals, std::os
     board::BoardSession session(*document, options);
     board::StartUpMonitor::Outcome const outcome = session.bringUp();
     if (!outcome.populated) {
-        throw ToolError(ExitStatus::startUpFailed, _documentPath + ": start-up failed: " + outcome.reason);
+        throw ToolError(ExitStatus::startUpFailed, board::startUpFailureText(_documentPath, outcome.reason));
     }
     serve(*session.getBoard(), signals, out);
 }
@@ -105,7 +108,12 @@ void SimulateControllerCommand::serve(SimulatedBoard& board, EndSignals const& s
     simulation::SerialController const controller(board);
     Link const link(controller.getDevicePath(), _link);
     // Nobody would find a line whose name is lost.
-    if (out << controller.getDevicePath() << std::endl) {
+    if (isJson()) {
+        print(out, {{"device", controller.getDevicePath()}});
+    } else {
+        out << controller.getDevicePath() << '\n';
+    }
+    if (out.flush()) {
         signals.wait();
     }
 }

@@ -1,14 +1,19 @@
 #include "switchctl/draw/DrawCommand.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "board/BoardReading.hpp"
 #include "board/OutputFile.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
+#include "switchctl/draw/BoardJson.hpp"
 #include "switchctl/draw/Graphviz.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
@@ -16,38 +21,42 @@ namespace switchctl::draw {
 
 using reference_host::XmlDocument;
 
+namespace {
+
+std::vector<std::string> const formats = {"svg", "png", "dot", "json"};
+
+} // namespace
+
 DrawCommand::DrawCommand() : Command("draw", "Draw a board: switches, ports, trunks, VLANs") {}
 
 void DrawCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
     arguments
         .option("-o,--output", _outputPath,
-                "File to write, FILE.svg, FILE.png or FILE.dot; \"-\" is the standard output. May be left "
-                "out for --format dot")
+                "File to write; .svg, .png, .dot (Graphviz's own language) or .json decides the format, and "
+                "\"-\" "
+                "is the standard output. May be left out for --format dot and json")
         .type("FILE");
-    arguments
-        .option("--format", _format,
-                "svg, png, or dot for Graphviz's own language; without it, what FILE ends with, or svg")
-        .oneOf({"svg", "png", "dot"});
+    addJson(arguments, formats, "");
     arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
-    arguments.finally([this] { chooseFormat(); });
+    arguments.finally([this] { static_cast<void>(chooseFormat()); });
 }
 
 /// A picture is what its name says.
-void DrawCommand::chooseFormat() {
+std::string DrawCommand::chooseFormat() const {
+    std::string const asked = getFormat();
     std::string const suffix = std::filesystem::path(_outputPath).extension();
-    auto const named = suffix.empty() ? _format : suffix.substr(1);
-    if (!suffix.empty() && named != "svg" && named != "png" && named != "dot") {
-        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a .svg, .png or .dot");
+    std::string const named = suffix.empty() ? asked : suffix.substr(1);
+    if (!suffix.empty() && std::find(formats.begin(), formats.end(), named) == formats.end()) {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a .svg, .png, .dot or .json");
     }
-    if (!_format.empty() && named != _format) {
-        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a ." + _format);
+    if (!asked.empty() && named != asked) {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a ." + asked);
     }
-    _format = named.empty() ? "svg" : named;
-    if (_outputPath.empty() && _format != "dot") {
+    if (_outputPath.empty() && (named.empty() || named == "svg" || named == "png")) {
         throw Arguments::Wrong("--output is required");
     }
-    _outputPath = _outputPath.empty() ? "-" : _outputPath;
+    return named.empty() ? "svg" : named;
 }
 
 std::string DrawCommand::getHelp() const {
@@ -71,21 +80,28 @@ ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (board.getSwitches().empty()) {
         throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
-    std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
-    std::string const picture = draw(BoardDrawing(board, title).getDot(), errors);
-    board::OutputFile file(_outputPath, out, ExitStatus::noPicture);
+    std::string const picture = draw(board, errors);
+    board::OutputFile file(_outputPath.empty() ? "-" : _outputPath, out, ExitStatus::noPicture);
     file.getStream() << picture;
     file.finish();
     return ExitStatus::success;
 }
 
-std::string DrawCommand::draw(std::string const& graph, std::ostream& errors) const {
-    if (_format == "dot") {
+std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& errors) const {
+    std::string const format = chooseFormat();
+    if (format == "json") {
+        std::ostringstream text;
+        print(text, BoardJson::of(board, _documentPath));
+        return text.str();
+    }
+    std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
+    std::string const graph = BoardDrawing(board, title).getDot();
+    if (format == "dot") {
         return graph;
     }
     Progress const progress(errors, "drawing " + _outputPath);
     try {
-        return Graphviz(_graphviz).render(graph, _format);
+        return Graphviz(_graphviz).render(graph, format);
     } catch (Graphviz::Error const& error) {
         throw ToolError(ExitStatus::noPicture, error.what());
     }

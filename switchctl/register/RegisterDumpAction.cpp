@@ -44,7 +44,7 @@ ExitStatus RegisterDumpAction::perform(std::ostream& out, std::ostream& errors) 
     }
     std::ostream& results = _transport.chooseOutput(out, errors);
     if (isJson()) {
-        Command::print(results, dump.toJson(_transport.getText()));
+        printWithTime(results, dump.toJson(_transport.getText()));
     } else {
         dump.print(results, _transport.getText());
     }

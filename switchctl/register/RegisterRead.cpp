@@ -39,7 +39,7 @@ ExitStatus RegisterRead::perform(std::ostream& out, std::ostream& errors) const 
     }
     std::ostream& results = _transport.chooseOutput(out, errors);
     if (isJson()) {
-        Command::print(results, toJson(readings));
+        printWithTime(results, {{"registers", toJson(readings)}});
     } else {
         print(results, readings);
     }

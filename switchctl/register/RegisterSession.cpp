@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "board/SimulatedMemory.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/DeviceMemory.hpp"
@@ -84,7 +85,7 @@ void RegisterSession::bringUp() {
     board::StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed,
-                               _options.getDocumentPath() + ": start-up failed: " + outcome.reason);
+                               board::startUpFailureText(_options.getDocumentPath(), outcome.reason));
     }
     _board = _session->getBoard();
 }

@@ -82,7 +82,7 @@ RegisterReading RegisterWrite::write(chips::RegisterTransport& transport,
 void RegisterWrite::print(std::ostream& out, std::vector<RegisterReading> const& written,
                           std::vector<RegisterReading> const& read) const {
     if (isJson()) {
-        Command::print(out, {{"written", toJson(written)}, {"read", toJson(read)}});
+        printWithTime(out, {{"written", toJson(written)}, {"read", toJson(read)}});
         return;
     }
     for (RegisterReading const& reading : written) {

@@ -172,7 +172,12 @@ TEST(BringUpProgramTest, StartUpThatThrowsIsAFailureAndNoHang) {
     ChildProcess const child =
         ChildProcess::runSwitchctl({"bring-up", document.path(), "--simulate", "--trace", trace.path()});
     EXPECT_EQ(child.status, 5);
-    EXPECT_EQ(child.errors, "switchctl: start-up failed: Roting xml or other catastrophic error\n");
+    EXPECT_EQ(child.errors,
+              "switchctl: " + document.path() +
+                  ": start-up failed: several <switch> elements have the same id; \"switchctl check " +
+                  document.path() +
+                  "\" tells what is wrong with the document (the library: \"Roting xml or other "
+                  "catastrophic error\")\n");
     EXPECT_THAT(child.out, HasSubstr("Caught \"Roting xml or other catastrophic error\"\n"));
     EXPECT_THAT(trace.content(), HasSubstr("SwitchIdentifier"));
 }

@@ -34,6 +34,8 @@ protected:
     std::vector<Words> const commandLines = {
         {"--help"},
         {"bring-up", "--help"},
+        {"help", "bring-up"},
+        {"--version"},
         {"bring-up", minimal, "--simulate"},
         {"register", "read", "parallel", "--simulate", "system/CHIPID"},
         {"register", "write", "parallel", "--simulate", "analyser/VLANMASK=5", "--yes"},

@@ -68,14 +68,17 @@ TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
 
 TEST_F(DrawCommandTest, APictureNeedsAFile) {
     EXPECT_EQ(run(mixed), chips::ExitStatus::usage);
-    EXPECT_THAT(errors.str(), StartsWith("--output is required\n"));
+    EXPECT_THAT(errors.str(), StartsWith("switchctl: --output is required\n"));
     EXPECT_EQ(run(mixed + " --format jpg -o x"), chips::ExitStatus::usage);
-    EXPECT_THAT(errors.str(), HasSubstr("--format: jpg not in {svg,png,dot}\n"));
+    EXPECT_THAT(errors.str(), HasSubstr("--format: jpg not in {svg,png,dot,json}\n"));
 }
 
 TEST_F(DrawCommandTest, APictureIsWhatItsNameSays) {
     TemporaryFile const taken;
-    for (auto const& [suffix, start] : {std::pair(".png", "\x89PNG"), {".svg", "<?xml"}, {".dot", "graph"}}) {
+    for (auto const& [suffix, start] : {std::pair(".png", "\x89PNG"),
+                                        {".svg", "<?xml"},
+                                        {".dot", "graph"},
+                                        {".json", "{\n  \"version\""}}) {
         std::string const path = taken.path() + suffix;
         EXPECT_EQ(run(mixed + " --graphviz " DOT_PROGRAM " -o " + path), ExitStatus::success) << errors.str();
         EXPECT_THAT(contentOf(path), StartsWith(start));
