@@ -56,6 +56,7 @@ install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanage
 install(FILES switchctl/check/board.rng DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager)
 install(FILES switchctl/completion/switchctl.bash
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME switchctl)
+install(FILES LICENSE CHANGELOG.md docs/trace-format.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/switchmanager)
 install(FILES docs/switchctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager/examples
     FILES_MATCHING PATTERN *.xml PATTERN *.cpp)
