@@ -43,8 +43,8 @@ struct Path {
 
     std::string explainUnknown() const {
         std::string const nearest = nearestTo(unknown, command->get_subcommands(nullptr));
-        return "there is no \"" + text + " " + unknown + "\"" +
-               "; the nearest is \"" + text + " " + nearest + "\"";
+        return "there is no \"" + text + " " + unknown + "\"" + "; the nearest is \"" + text + " " + nearest +
+               "\"";
     }
 
     CLI::App* command;
@@ -169,6 +169,10 @@ void Arguments::finally(std::function<void()> check) {
             throw CLI::ParseError(error.what(), CLI::ExitCodes::ValidationError);
         }
     });
+}
+
+Expectation Arguments::expect(std::vector<std::string> const& words) const {
+    return {*_app, words};
 }
 
 bool Arguments::isChosen() const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "chips/ExitStatus.hpp"
+#include "switchctl/Expectation.hpp"
 
 namespace CLI {
 class App;
@@ -18,7 +19,8 @@ class Option;
 namespace switchctl {
 
 /// What the words of a command line mean to a command: they are put into variables that the command binds
-/// here, before its run. The one class that knows the library that parses them.
+/// here, before its run. Only this class and Expectation know the
+/// library that parses them.
 class Arguments {
 public:
     /// Thrown by a final check; what() says what is wrong with the line.
@@ -75,6 +77,10 @@ public:
     /// Whether the command line chose this command, and whether it has that option.
     bool isChosen() const;
     bool isGiven(char const* option) const;
+
+    /// What may stand at the end of a line of the program that is being typed.
+    /// \param words without the program's name; the last is the one at the cursor.
+    Expectation expect(std::vector<std::string> const& words) const;
 
     /// Parses a program's command line, which comes without the program's name, and fills the variables.
     /// "help" with a command is that command's --help. \param out gets the help, `errors` what is wrong with

@@ -4,6 +4,7 @@
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
+#include "switchctl/completion/CompletionCommand.hpp"
 #include "switchctl/controller/SimulateControllerCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
@@ -70,6 +71,8 @@ ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& 
     std::vector<std::string> explained;
     Arguments explain = arguments.subcommand("help", "Explain a command");
     explain.option("COMMAND", explained, "The command");
+    completion::CompletionCommand completion(arguments);
+    completion.addTo(arguments);
     explain.footer("Example:\n  switchctl help register read\n");
     if (auto const status = arguments.parse(words, out, errors)) {
         return *status;
@@ -80,7 +83,7 @@ ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& 
             return command->run(out, errors);
         }
     }
-    return ExitStatus::usage;
+    return completion.run(out, errors);
 }
 
 } // namespace switchctl

@@ -45,11 +45,10 @@ void ReplayCommand::declare(Arguments& arguments) {
 }
 
 std::string ReplayCommand::getHelp() const {
-    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; "
-           "what\n"
-           "is in it tells share/doc/switchmanager/trace-format.md, below the prefix of the installation. "
-           "Its "
-           "accesses are made to fresh models of its chips, at its times.\n"
+    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; below the prefix of the\n"
+           "installation, share/doc/switchmanager/trace-format.md tells what is in it. Its accesses are "
+           "made\n"
+           "to fresh models of its chips, at its times.\n"
            "\n"
            "Examples:\n"
            "  switchctl bring-up board.xml --trace board.txt\n"

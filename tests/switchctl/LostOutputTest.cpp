@@ -36,6 +36,7 @@ protected:
         {"bring-up", "--help"},
         {"help", "bring-up"},
         {"--version"},
+        {"completion", "bash"},
         {"bring-up", minimal, "--simulate"},
         {"register", "read", "parallel", "--simulate", "system/CHIPID"},
         {"register", "write", "parallel", "--simulate", "analyser/VLANMASK=5", "--yes"},
