@@ -77,7 +77,7 @@ ExitStatus Command::run(std::ostream& out, std::ostream& errors) const {
 std::string Command::explainStatuses() const {
     std::string text;
     auto statuses = getStatuses();
-    statuses.push_back({ExitStatus::outputLost, "standard output could not be written completely"});
+    statuses.emplace_back(ExitStatus::outputLost, "standard output could not be written completely");
     for (StatusLine const& line : statuses) {
         text += fmt::format("{:3}  {}\n", line.number, line.meaning);
     }

@@ -76,6 +76,8 @@ void Expectation::follow(std::string const& word) {
 
 void Expectation::finish(std::string const& current) {
     std::size_t const equals = current.find('=');
+    bool const beginsOption = !current.empty() && current[0] == '-';
+    CLI::Option const* const positional = getPositional();
     if (_open != nullptr && !(takesMany(*_open) && isOption(current))) {
         expectValueOf(*_open);
     } else if (isOption(current) && equals != std::string::npos) {
@@ -84,11 +86,9 @@ void Expectation::finish(std::string const& current) {
             _prefix = current.substr(0, equals + 1);
             expectValueOf(*option);
         }
-    } else if (!current.empty() && current[0] == '-') {
-        addOptions();
-    } else if (!_command->get_subcommands(nullptr).empty()) {
+    } else if (!beginsOption && !_command->get_subcommands(nullptr).empty()) {
         addCommands();
-    } else if (CLI::Option const* const positional = getPositional()) {
+    } else if (!beginsOption && positional != nullptr) {
         expectValueOf(*positional);
     } else {
         addOptions();
