@@ -1,13 +1,13 @@
 #include "switchctl/draw/DrawCommand.hpp"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "board/BoardReading.hpp"
 #include "board/OutputFile.hpp"
@@ -23,7 +23,7 @@ using reference_host::XmlDocument;
 
 namespace {
 
-std::vector<std::string> const formats = {"svg", "png", "dot", "json"};
+constexpr std::array<char const*, 4> formats = {"svg", "png", "dot", "json"};
 
 } // namespace
 
@@ -37,7 +37,7 @@ void DrawCommand::declare(Arguments& arguments) {
                 "\"-\" "
                 "is the standard output. May be left out for --format dot and json")
         .type("FILE");
-    addJson(arguments, formats, "");
+    addJson(arguments, {formats.begin(), formats.end()}, "");
     arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
     arguments.finally([this] { static_cast<void>(chooseFormat()); });
 }
@@ -95,7 +95,7 @@ std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& er
         return text.str();
     }
     std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
-    std::string const graph = BoardDrawing(board, title).getDot();
+    std::string graph = BoardDrawing(board, title).getDot();
     if (format == "dot") {
         return graph;
     }

@@ -122,7 +122,7 @@ TEST_F(OutputFileTest, AFileIsReplacedOnlyWhenTheNewOneIsComplete) {
 
 TEST_F(OutputFileTest, TheModeOfAFileStays) {
     std::string const path = make("file", "old");
-    for (mode_t const mode : {0600, 0664, 0755}) {
+    for (mode_t const mode : {0600U, 0664U, 0755U}) {
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
         write(path, "new");
         EXPECT_EQ(modeOf(path), mode);
