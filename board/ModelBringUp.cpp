@@ -1,5 +1,6 @@
 #include "board/ModelBringUp.hpp"
 
+#include "board/StartUpFailure.hpp"
 #include "chips/ToolError.hpp"
 
 namespace board {
@@ -20,8 +21,7 @@ void ModelBringUp::bringUp(Xml& document) {
     _session = std::make_unique<BoardSession>(document, options);
     StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
-        throw chips::ToolError(chips::ExitStatus::startUpFailed,
-                               _path + ": start-up failed: " + outcome.reason);
+        throw chips::ToolError(chips::ExitStatus::startUpFailed, startUpFailureText(_path, outcome.reason));
     }
     if (_document->getWanted().empty()) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed, _path + ": no switch in the document");

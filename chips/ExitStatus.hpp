@@ -23,6 +23,7 @@ enum class ExitStatus : int {
     errorsFound = 12,
     notAsDetermined = 13,
     noProgress = 14,
+    outputLost = 15,
 };
 
 } // namespace chips

@@ -52,9 +52,13 @@ file(RELATIVE_PATH libraries_from_programs
 set_target_properties(switchctl PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
 set_target_properties(referencehost PROPERTIES INSTALL_RPATH $ORIGIN)
 install(TARGETS switchctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager FILES_MATCHING PATTERN *.json)
 install(FILES switchctl/check/board.rng DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager)
-install(FILES switchctl/completion/switchctl.bash
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME switchctl)
+set(completion ${PROJECT_SOURCE_DIR}/switchctl/completion/completion)
+install(FILES ${completion}.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME switchctl)
+install(FILES ${completion}.zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions RENAME _switchctl)
+install(FILES ${completion}.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME switchctl.fish)
+install(FILES LICENSE CHANGELOG.md docs/trace-format.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/switchmanager)
 install(FILES docs/switchctl.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/switchmanager/examples
     FILES_MATCHING PATTERN *.xml PATTERN *.cpp)

@@ -1,20 +1,16 @@
 #include "reference_host/XmlDocument.hpp"
 
-#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/xpathInternals.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <limits>
 #include <map>
 #include <mutex>
 #include <utility>
 #include <vector>
 
-#include "reference_host/FileDescriptor.hpp"
+#include "reference_host/InputFile.hpp"
 #include "reference_host/XmlErrorLog.hpp"
 #include "reference_host/XmlIndex.hpp"
 #include "reference_host/XmlSilence.hpp"
@@ -38,24 +34,6 @@ using XPathObject = std::unique_ptr<xmlXPathObject, Freeing>;
 void initialiseLibrary() {
     static bool const initialised = (xmlInitParser(), true);
     static_cast<void>(initialised);
-}
-
-std::string contentOf(std::string const& path) {
-    FileDescriptor const file(path, O_RDONLY);
-    if (!file.isOpen()) {
-        throw XmlError(path + ":0: " + file.error());
-    }
-    std::string content;
-    std::array<char, 65536> buffer{};
-    ssize_t count = 0;
-    while ((count = ::read(file.get(), buffer.data(), buffer.size())) != 0) {
-        if (count > 0) {
-            content.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            throw XmlError(path + ":0: " + systemErrorText(errno));
-        }
-    }
-    return content;
 }
 
 Document parsed(std::string const& text, std::string const& name) {
@@ -155,7 +133,13 @@ XmlDocument::XmlDocument(std::unique_ptr<Implementation> implementation)
 XmlDocument::~XmlDocument() = default;
 
 std::unique_ptr<XmlDocument> XmlDocument::fromFile(std::string const& path) {
-    return fromText(contentOf(path), path);
+    std::string content;
+    try {
+        content = InputFile::read(path);
+    } catch (InputFile::Error const& error) {
+        throw XmlError(path + ":0: " + error.what());
+    }
+    return fromText(content, path);
 }
 
 std::unique_ptr<XmlDocument> XmlDocument::fromText(std::string const& text, std::string const& name) {

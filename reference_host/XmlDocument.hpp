@@ -17,7 +17,8 @@ public:
 /// A document parsed by libxml2. Owns the tree and every node set that find() has returned.
 class XmlDocument : public Xml {
 public:
-    /// Throws XmlError when the file cannot be read or is not well-formed.
+    /// Throws XmlError when the file cannot be read, is larger than InputFile's limit or is not well-formed.
+    /// \param path "-" stands for the standard input.
     static std::unique_ptr<XmlDocument> fromFile(std::string const& path);
 
     /// As fromFile, from text in memory; `name` stands for the file in messages.

@@ -1,10 +1,77 @@
 #include "switchctl/Arguments.hpp"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <dtl/dtl.hpp>
+#include <limits>
 #include <utility>
 
 namespace switchctl {
+
+namespace {
+
+std::string nearestTo(std::string const& word, std::vector<CLI::App*> const& commands) {
+    std::string nearest;
+    auto shortest = std::numeric_limits<long long>::max();
+    for (CLI::App const* const command : commands) {
+        std::string const name = command->get_name();
+        dtl::Diff<char, std::string> difference(word, name);
+        difference.compose();
+        long long const distance = difference.getEditDistance();
+        if (distance < shortest) {
+            shortest = distance;
+            nearest = name;
+        }
+    }
+    return nearest;
+}
+
+/// The commands that a line names, one inside the other.
+struct Path {
+    Path(CLI::App& program, std::vector<std::string> const& words)
+        : command(&program), text(program.get_name()) {
+        for (auto word = words.begin(); word != words.end() && isOpen(); ++word) {
+            if (word->rfind('-', 0) == 0) {
+                skipValue(word, words.end());
+            } else if (CLI::App* const next = find(*word)) {
+                command = next;
+                text += " " + *word;
+            } else {
+                unknown = *word;
+            }
+        }
+    }
+
+    std::string explainUnknown() const {
+        std::string const nearest = nearestTo(unknown, command->get_subcommands(nullptr));
+        return "there is no \"" + text + " " + unknown + "\"" + "; the nearest is \"" + text + " " + nearest +
+               "\"";
+    }
+
+    CLI::App* command;
+    /// As they are typed.
+    std::string text;
+    /// What stands in the place of a command and is none.
+    std::string unknown;
+
+private:
+    bool isOpen() const { return unknown.empty() && command->get_require_subcommand_min() != 0; }
+
+    CLI::App* find(std::string const& name) const {
+        auto const found =
+            command->get_subcommands([&](CLI::App const* app) { return app->get_name() == name; });
+        return found.empty() ? nullptr : found.front();
+    }
+
+    void skipValue(std::vector<std::string>::const_iterator& word,
+                   std::vector<std::string>::const_iterator end) const {
+        auto const* const option = command->get_option_no_throw(*word);
+        if (option != nullptr && option->get_expected_min() != 0 && word + 1 != end) {
+            ++word;
+        }
+    }
+};
+
+} // namespace
 
 Arguments::Option& Arguments::Option::type(char const* name) {
     _option->type_name(name);
@@ -23,8 +90,8 @@ template <typename Number> Arguments::Option& Arguments::Option::range(Number lo
 template Arguments::Option& Arguments::Option::range(unsigned, unsigned);
 template Arguments::Option& Arguments::Option::range(double, double);
 
-Arguments::Option& Arguments::Option::oneOf(std::initializer_list<std::string> words) {
-    _option->check(CLI::IsMember(std::vector<std::string>(words)));
+Arguments::Option& Arguments::Option::oneOf(std::vector<std::string> const& words) {
+    _option->check(CLI::IsMember(words));
     return *this;
 }
 
@@ -90,6 +157,10 @@ void Arguments::footer(std::string const& text) {
     _app->footer(text);
 }
 
+void Arguments::version(std::string const& text) {
+    _app->set_version_flag("--version", text);
+}
+
 void Arguments::finally(std::function<void()> check) {
     _app->final_callback([check = std::move(check)] {
         try {
@@ -98,6 +169,10 @@ void Arguments::finally(std::function<void()> check) {
             throw CLI::ParseError(error.what(), CLI::ExitCodes::ValidationError);
         }
     });
+}
+
+Expectation Arguments::expect(std::vector<std::string> const& words) const {
+    return {*_app, words};
 }
 
 bool Arguments::isChosen() const {
@@ -110,14 +185,32 @@ bool Arguments::isGiven(char const* option) const {
 
 std::optional<chips::ExitStatus> Arguments::parse(std::vector<std::string> words, std::ostream& out,
                                                   std::ostream& errors) {
-    // The parser takes them from the end.
-    std::reverse(words.begin(), words.end());
-    try {
-        _app->parse(words);
-        return std::nullopt;
-    } catch (CLI::ParseError const& error) {
-        return _app->exit(error, out, errors) == 0 ? chips::ExitStatus::success : chips::ExitStatus::usage;
+    if (!words.empty() && words.front() == "help") {
+        words.erase(words.begin());
+        words.emplace_back("--help");
     }
+    Path const path(*_app, words);
+    if (!path.unknown.empty()) {
+        return refuse(words, path.explainUnknown(), errors);
+    }
+    // The parser takes them from the end.
+    std::vector<std::string> const reversed(words.rbegin(), words.rend());
+    try {
+        auto remaining = reversed;
+        _app->parse(remaining);
+        return std::nullopt;
+    } catch (CLI::Success const& success) {
+        _app->exit(success, out, errors);
+        return chips::ExitStatus::success;
+    } catch (CLI::ParseError const& error) {
+        return refuse(words, error.what(), errors);
+    }
+}
+
+chips::ExitStatus Arguments::refuse(std::vector<std::string> const& words, std::string const& reason,
+                                    std::ostream& errors) const {
+    errors << _app->get_name() << ": " << reason << "\nSee \"" << Path(*_app, words).text << " --help\".\n";
+    return chips::ExitStatus::usage;
 }
 
 } // namespace switchctl

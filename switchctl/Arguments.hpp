@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "chips/ExitStatus.hpp"
+#include "switchctl/Expectation.hpp"
 
 namespace CLI {
 class App;
@@ -19,7 +19,8 @@ class Option;
 namespace switchctl {
 
 /// What the words of a command line mean to a command: they are put into variables that the command binds
-/// here, before its run. The one class that knows the library that parses them.
+/// here, before its run. Only this class and Expectation know the
+/// library that parses them.
 class Arguments {
 public:
     /// Thrown by a final check; what() says what is wrong with the line.
@@ -35,7 +36,7 @@ public:
         Option& required(bool isRequired = true);
         /// Both ends are allowed.
         template <typename Number> Option& range(Number lowest, Number highest);
-        Option& oneOf(std::initializer_list<std::string> words);
+        Option& oneOf(std::vector<std::string> const& words);
         /// \param complaint returns what is wrong with a value, or nothing.
         Option& check(std::function<std::string(std::string const&)> const& complaint);
         /// Of an option that may be repeated: each value comes with the option's name.
@@ -67,6 +68,9 @@ public:
     /// What the help ends with.
     void footer(std::string const& text);
 
+    /// What --version prints.
+    void version(std::string const& text);
+
     /// Called after parsing when the command is chosen; throws Wrong.
     void finally(std::function<void()> check);
 
@@ -74,14 +78,20 @@ public:
     bool isChosen() const;
     bool isGiven(char const* option) const;
 
+    /// What may stand at the end of a line of the program that is being typed.
+    /// \param words without the program's name; the last is the one at the cursor.
+    Expectation expect(std::vector<std::string> const& words) const;
+
     /// Parses a program's command line, which comes without the program's name, and fills the variables.
-    /// \param out gets the help, `errors` what is wrong with the line.
-    /// \return how the program ends, or nothing when one of its commands is to be run.
+    /// "help" with a command is that command's --help. \param out gets the help, `errors` what is wrong with
+    /// the line. \return how the program ends, or nothing when one of its commands is to be run.
     std::optional<chips::ExitStatus> parse(std::vector<std::string> words, std::ostream& out,
                                            std::ostream& errors);
 
 private:
     explicit Arguments(std::shared_ptr<CLI::App> app);
+    chips::ExitStatus refuse(std::vector<std::string> const& words, std::string const& reason,
+                             std::ostream& errors) const;
 
     /// Of a command it is kept by the program's.
     std::shared_ptr<CLI::App> _app;

@@ -1,10 +1,13 @@
 #include "switchctl/Command.hpp"
 
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <ctime>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "board/ClockAdoption.hpp"
 #include "reference_host/XmlDocument.hpp"
 
 namespace switchctl {
@@ -26,6 +29,15 @@ char const* usualMeaning(ExitStatus status) {
     default:
         throw std::logic_error("a status without a meaning");
     }
+}
+
+/// Of docs/schemas/; another one where a member changes its meaning or goes.
+constexpr int versionOfJson = 1;
+
+/// "2026-11-22T04:05:06Z", whatever clock the thread lives by.
+std::string timeOfDay() {
+    board::ClockAdoption const realTime(nullptr);
+    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time(nullptr)));
 }
 
 } // namespace
@@ -64,18 +76,35 @@ ExitStatus Command::run(std::ostream& out, std::ostream& errors) const {
 
 std::string Command::explainStatuses() const {
     std::string text;
-    for (StatusLine const& line : getStatuses()) {
+    auto statuses = getStatuses();
+    statuses.emplace_back(ExitStatus::outputLost, "standard output could not be written completely");
+    for (StatusLine const& line : statuses) {
         text += fmt::format("{:3}  {}\n", line.number, line.meaning);
     }
-    return text.empty() ? "" : "Exit status:\n" + text;
+    return "Exit status:\n" + text;
 }
 
-Arguments::Option Command::addJson(Arguments& arguments) {
-    return arguments.flag("--json", _json, "Print JSON");
+Arguments::Option Command::addJson(Arguments& arguments, std::vector<std::string> const& formats,
+                                   std::string const& usual) {
+    _format = usual;
+    auto format = arguments.option("--format", _format, "What is printed").oneOf(formats);
+    if (!usual.empty()) {
+        format.showDefault();
+    }
+    return arguments.flag("--json", _json, "Short for --format json").excludes(format);
 }
 
 void Command::print(std::ostream& out, nlohmann::ordered_json const& json) {
-    out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    nlohmann::ordered_json whole{{"version", versionOfJson}};
+    whole.update(json);
+    // Attributes of a document may hold what is no UTF-8 to a strict writer.
+    out << whole.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+void Command::printWithTime(std::ostream& out, nlohmann::ordered_json const& json) {
+    nlohmann::ordered_json stamped{{"time", timeOfDay()}};
+    stamped.update(json);
+    print(out, stamped);
 }
 
 } // namespace switchctl

@@ -33,7 +33,7 @@ public:
     /// Does what it is for, and says on `errors` why it could not; throws nothing.
     ExitStatus run(std::ostream& out, std::ostream& errors) const;
 
-    /// How the command ends, for the help; empty when it has nothing to say about that.
+    /// How the command ends, for the help.
     std::string explainStatuses() const;
 
 protected:
@@ -55,15 +55,26 @@ protected:
     /// As run(); may throw.
     virtual ExitStatus perform(std::ostream& out, std::ostream& errors) const = 0;
 
-    /// Adds --json.
-    Arguments::Option addJson(Arguments& arguments);
-    bool isJson() const { return _json; }
+    /// Adds --format and its short form --json.
+    /// \param formats the words that it takes, of which one is "json".
+    /// \param usual what holds without it.
+    /// \return --json.
+    Arguments::Option addJson(Arguments& arguments,
+                              std::vector<std::string> const& formats = {"text", "json"},
+                              std::string const& usual = "text");
+    std::string getFormat() const { return _json ? "json" : _format; }
+    bool isJson() const { return getFormat() == "json"; }
+
+    /// Prints an object with the version of the JSON documents before its members.
     static void print(std::ostream& out, nlohmann::ordered_json const& json);
+    /// As print(), with the time, for what changes from one moment to the next.
+    static void printWithTime(std::ostream& out, nlohmann::ordered_json const& json);
 
 private:
     char const* _name;
     char const* _purpose;
     std::optional<Arguments> _arguments;
+    std::string _format;
     bool _json = false;
 };
 

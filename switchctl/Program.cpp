@@ -1,9 +1,11 @@
 #include "switchctl/Program.hpp"
 
+#include "reference_host/InputFile.hpp"
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
 #include "switchctl/check/CheckCommand.hpp"
 #include "switchctl/check/DocumentCheck.hpp"
+#include "switchctl/completion/CompletionCommand.hpp"
 #include "switchctl/controller/SimulateControllerCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
@@ -13,7 +15,12 @@
 
 namespace switchctl {
 
+using reference_host::InputFile;
+
 namespace {
+
+constexpr std::size_t bytesPerMebibyte = 1U << 20U;
+constexpr unsigned mostMebibytes = 2047; // of an XML parser that counts in an int
 
 constexpr char const* help = "Examples, on a desk; on a board, without --simulate:\n"
                              "  switchctl check board.xml\n"
@@ -22,7 +29,8 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "  switchctl bring-up board.xml --simulate\n"
                              "  switchctl audit board.xml --simulate\n"
                              "  switchctl statistics board.xml --simulate\n"
-                             "Each command's --help has more, and its exit statuses. Those of bring-up:\n"
+                             "\"switchctl help COMMAND\", or --help behind a command, has more, and its exit "
+                             "statuses. Those of bring-up:\n"
                              "\n";
 
 bringup::FindingCounts countFindings(reference_host::XmlDocument& document) {
@@ -47,20 +55,42 @@ Program::Program(std::string const& memoryDevice) {
 }
 
 ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
+    ExitStatus const status = choose(words, out, errors);
+    if (out.flush()) {
+        return status;
+    }
+    errors << "switchctl: standard output: could not be written completely\n";
+    return ExitStatus::outputLost;
+}
+
+ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {
     Arguments arguments("switchctl", "Brings up and inspects the Ethernet switches of a board",
                         help + _commands.front()->explainStatuses());
+    arguments.version("switchctl " SWITCHCTL_VERSION);
+    auto inputLimit = static_cast<unsigned>(InputFile::usualLimit / bytesPerMebibyte);
+    arguments.option("--input-limit", inputLimit, "Largest document, trace or dump that is read")
+        .type("MIB")
+        .range(1U, mostMebibytes)
+        .showDefault();
     for (auto const& command : _commands) {
         command->addTo(arguments);
     }
+    std::vector<std::string> explained;
+    Arguments explain = arguments.subcommand("help", "Explain a command");
+    explain.option("COMMAND", explained, "The command");
+    completion::CompletionCommand completion(arguments);
+    completion.addTo(arguments);
+    explain.footer("Example:\n  switchctl help register read\n");
     if (auto const status = arguments.parse(words, out, errors)) {
         return *status;
     }
+    InputFile::setLimit(std::size_t{inputLimit} * bytesPerMebibyte);
     for (auto const& command : _commands) {
         if (command->isChosen()) {
             return command->run(out, errors);
         }
     }
-    return ExitStatus::usage;
+    return completion.run(out, errors);
 }
 
 } // namespace switchctl

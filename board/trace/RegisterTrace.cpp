@@ -1,22 +1,19 @@
 #include "board/trace/RegisterTrace.hpp"
 
-#include <cerrno>
-#include <system_error>
-
-#include "chips/ToolError.hpp"
-
 namespace board {
 
-RegisterTrace::RegisterTrace(std::string path, std::string const& model, unsigned switchId,
-                             chips::TraceAccess::Transport transport)
-    : _path(std::move(path)), _switchId(switchId), _transport(transport), _out(_path) {
-    if (!_out) {
-        throw chips::ToolError(chips::ExitStatus::noTrace,
-                               _path + ": " + std::generic_category().message(errno));
-    }
+RegisterTrace::RegisterTrace(std::string const& path, std::ostream& standardOutput, std::string const& model,
+                             unsigned switchId, chips::TraceAccess::Transport transport)
+    : _file(path, standardOutput, chips::ExitStatus::noTrace), _switchId(switchId), _transport(transport) {
     _chips.add(_switchId, model);
-    _writer = std::make_unique<TraceWriter>(_out, _chips);
-    requireWritten();
+    _writer = std::make_unique<TraceWriter>(_file.getStream(), _chips);
+    _file.requireWritten();
+}
+
+RegisterTrace::~RegisterTrace() {
+    if (!_isFinished) {
+        _file.finishAnyway();
+    }
 }
 
 void RegisterTrace::attach(chips::RegisterTransport& transport) {
@@ -37,13 +34,12 @@ void RegisterTrace::add(chips::RegisterLocation const& location, bool isWrite, s
     }
     access.succeeded = succeeded;
     _writer->add(access);
-    requireWritten();
+    _file.requireWritten();
 }
 
-void RegisterTrace::requireWritten() {
-    if (!_out.flush()) {
-        throw chips::ToolError(chips::ExitStatus::noTrace, _path + ": the trace could not be written");
-    }
+void RegisterTrace::finish() {
+    _isFinished = true;
+    _file.finish();
 }
 
 } // namespace board

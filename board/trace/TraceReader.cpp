@@ -1,14 +1,12 @@
 #include "board/trace/TraceReader.hpp"
 
-#include <cerrno>
-#include <fstream>
 #include <sstream>
-#include <system_error>
 
 #include "board/trace/TraceFormat.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/NumberText.hpp"
 #include "chips/ToolError.hpp"
+#include "reference_host/InputFile.hpp"
 
 namespace board {
 
@@ -30,6 +28,25 @@ std::vector<std::string> wordsOf(std::string const& text) {
     return words;
 }
 
+/// A line without its end, which may have been through a system that ends lines by two characters.
+bool getLine(std::istream& in, std::string& text) {
+    if (!std::getline(in, text)) {
+        return false;
+    }
+    if (!text.empty() && text.back() == '\r') {
+        text.pop_back();
+    }
+    return true;
+}
+
+std::string contentOf(std::string const& path) {
+    try {
+        return reference_host::InputFile::read(path);
+    } catch (reference_host::InputFile::Error const& error) {
+        throw chips::ToolError(chips::ExitStatus::badDocument, path + ": " + error.what());
+    }
+}
+
 std::string quoted(std::string const& text) {
     return "\"" + text + "\"";
 }
@@ -39,27 +56,19 @@ std::string quoted(std::string const& text) {
 TraceReader::TraceReader(std::istream& in, std::string const& name) : _name(name) {
     std::string text;
     _number = 1;
-    if (!std::getline(in, text)) {
+    if (!getLine(in, text)) {
         refuse("the file is empty");
     }
     readFirst(text);
-    while (std::getline(in, text)) {
+    while (getLine(in, text)) {
         ++_number;
         readLine(text);
     }
 }
 
 TraceReader TraceReader::fromFile(std::string const& path) {
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    // A folder can be opened; only reading its first character fails.
-    file.peek();
-    if (!file.is_open() || file.bad()) {
-        throw chips::ToolError(chips::ExitStatus::badDocument,
-                               path + ": " + std::generic_category().message(errno));
-    }
-    file.clear();
-    return {file, path};
+    std::istringstream in(contentOf(path));
+    return {in, path};
 }
 
 void TraceReader::readFirst(std::string const& text) {

@@ -102,7 +102,7 @@ ExitStatus AuditCommand::perform(std::ostream& out, std::ostream& errors) const 
     std::unique_ptr<board::AuditRun> const run = makeRun(errors);
     AuditReport const report(*run, _path, getAudited());
     if (isJson()) {
-        Command::print(out, report.toJson());
+        printWithTime(out, report.toJson());
     } else {
         report.print(out);
     }

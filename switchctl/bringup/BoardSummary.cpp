@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <set>
+#include <string>
 #include <utility>
 
 #include "board/Element.hpp"
@@ -15,6 +15,7 @@
 #include "model/ManagedSwitchPort.hpp"
 #include "model/TrunkGroup.hpp"
 #include "reference_host/StreamLog.hpp"
+#include "switchctl/bringup/MemberList.hpp"
 
 namespace switchctl::bringup {
 
@@ -29,9 +30,20 @@ chips::PortAddress addressOf(ManagedSwitchPort const& port) {
     return {port.getSwitch().getId(), port.getId()};
 }
 
-std::string tagText(board::BoardReading::Member const& member, char const* attribute) {
-    std::string const text = board::attribute(member.element, attribute).value_or("");
-    return text.empty() ? "none" : text;
+/// Continues a line that is full on the next one.
+void printWrapped(std::ostream& out, std::string const& heading, std::vector<std::string> const& words) {
+    constexpr std::size_t width = 100;
+    constexpr char const* indentation = "      ";
+    std::string line = heading;
+    for (std::string const& word : words) {
+        if (line.size() + 1 + word.size() > width && line != indentation) {
+            out << line << '\n';
+            line = indentation + word;
+        } else {
+            line += " " + word;
+        }
+    }
+    out << line << '\n';
 }
 
 /// A section of the summary that may have nothing to say.
@@ -99,16 +111,6 @@ void BoardSummary::printComplaints(std::ostream& out) const {
     }
 }
 
-ManagedSwitchPort* BoardSummary::portOf(board::BoardReading::Member const& member) const {
-    ManagedSwitch* const managedSwitch =
-        _session.getManager().getManagedSwitch(static_cast<unsigned int>(member.switchId));
-    if (managedSwitch == nullptr) {
-        return nullptr;
-    }
-    auto const port = managedSwitch->getPorts().find(static_cast<unsigned int>(member.portId));
-    return port == managedSwitch->getPorts().end() ? nullptr : port->second;
-}
-
 void BoardSummary::printSwitches(std::ostream& out) const {
     auto const& switches = _document.getWanted();
     auto const up = std::count_if(switches.begin(), switches.end(),
@@ -154,35 +156,34 @@ void BoardSummary::printVlans(std::ostream& out) const {
         return;
     }
     for (auto const& [id, vlan] : _document.getVlans()) {
-        fmt::print(out, "  {}  {}-based:", vlan.getName(), vlan.tagBased ? "tag" : "port");
-        printMembers(out, vlan.members, vlan.tagBased);
+        printMembers(out, fmt::format("{}  {}-based", vlan.getName(), vlan.tagBased ? "tag" : "port"),
+                     vlan.members, vlan.tagBased);
     }
 }
 
-/// The members that count, then the others. Members are told apart by their port number alone, so
-/// the second of two with the same number does not count, whatever its switch.
-void BoardSummary::printMembers(std::ostream& out, std::vector<board::BoardReading::Member> const& members,
+/// The members that count, then the others; lines end between two of them.
+void BoardSummary::printMembers(std::ostream& out, std::string const& heading,
+                                std::vector<board::BoardReading::Member> const& members,
                                 bool withTags) const {
-    std::set<int> portIds;
-    std::vector<board::BoardReading::Member> leftOut;
-    for (auto const& member : members) {
-        if (portOf(member) == nullptr || !portIds.insert(member.portId).second) {
-            leftOut.push_back(member);
-            continue;
-        }
-        out << ' ' << member.switchId << '.' << member.portId;
+    MemberList const list(members, _session.getManager());
+    std::vector<std::string> words;
+    for (auto const& member : list.counted) {
+        words.push_back(MemberList::nameOf(member));
         if (withTags) {
-            out << '(' << tagText(member, "ingress") << '/' << tagText(member, "egress") << ')';
+            words.back() +=
+                "(" + MemberList::tagOf(member, "ingress") + "/" + MemberList::tagOf(member, "egress") + ")";
         }
     }
-    if (portIds.empty()) {
-        out << " no members";
+    if (words.empty()) {
+        words.emplace_back("no members");
     }
-    for (auto const& member : leftOut) {
-        out << (&member == &leftOut.front() ? "; left out:" : "") << ' ' << member.switchId << '.'
-            << member.portId;
+    if (!list.leftOut.empty()) {
+        words.back() += "; left out:";
     }
-    out << '\n';
+    for (auto const& member : list.leftOut) {
+        words.push_back(MemberList::nameOf(member));
+    }
+    printWrapped(out, "  " + heading + ":", words);
 }
 
 void BoardSummary::printTrunks(std::ostream& out) const {
@@ -201,7 +202,7 @@ void BoardSummary::printTrunks(std::ostream& out) const {
         if (kind != nullptr && !kind->getFacts().hasTrunks) {
             out << " (not set up: the library has no trunks of an " << kind->getFacts().name << ')';
         }
-        out << ':';
+        out << ':' << (trunk->getTrunkedPorts().empty() ? " no members" : "");
         for (auto const& [portId, port] : trunk->getTrunkedPorts()) {
             out << ' ' << chips::PortAddress{switchId, portId} << (port == nullptr ? " (no such port)" : "");
         }
@@ -224,8 +225,7 @@ void BoardSummary::printMulticastGroups(std::ostream& out) const {
         return;
     }
     for (auto const& group : _document.getGroups()) {
-        out << "  " << group.address << " in " << group.getVlanName() << ':';
-        printMembers(out, group.members, false);
+        printMembers(out, fmt::format("{} in {}", group.address, group.getVlanName()), group.members, false);
     }
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
-
-class ManagedSwitchPort;
 
 namespace switchctl::bringup {
 
@@ -23,12 +22,11 @@ public:
 
 private:
     chips::ChipKind const* kindOf(unsigned switchId) const;
-    ManagedSwitchPort* portOf(board::BoardReading::Member const& member) const;
     void printSwitches(std::ostream& out) const;
     void printPorts(std::ostream& out) const;
     void printVlans(std::ostream& out) const;
-    void printMembers(std::ostream& out, std::vector<board::BoardReading::Member> const& members,
-                      bool withTags) const;
+    void printMembers(std::ostream& out, std::string const& heading,
+                      std::vector<board::BoardReading::Member> const& members, bool withTags) const;
     void printTrunks(std::ostream& out) const;
     void printMulticastGroups(std::ostream& out) const;
     void printCpuPort(std::ostream& out) const;

@@ -1,18 +1,20 @@
 #include "switchctl/bringup/BringUpCommand.hpp"
 
-#include <cerrno>
 #include <memory>
-#include <system_error>
+#include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
 #include "board/BoardReading.hpp"
-#include "board/trace/BringUpTrace.hpp"
+#include "board/OutputFile.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/StreamLog.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/bringup/BoardSummary.hpp"
 #include "switchctl/bringup/MisuseList.hpp"
 #include "switchctl/bringup/ReadBack.hpp"
+#include "switchctl/bringup/SummaryJson.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::bringup {
@@ -57,7 +59,12 @@ void BringUpCommand::declare(Arguments& arguments) {
         arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
     arguments.flag("--no-hardware-access", _noHardwareAccess,
                    "Create the switches without accessing any chip");
-    arguments.option("--trace", _tracePath, "Write every register access of the chips to FILE").type("FILE");
+    arguments
+        .option(
+            "--trace", _tracePath,
+            "Write every register access of the chips to FILE; \"-\" is the standard output, and the summary "
+            "then goes to standard error")
+        .type("FILE");
     arguments
         .option("--log-level", _logLevel, "Show the library's messages, those with a level up to N (0 to 4)")
         .type("N")
@@ -77,6 +84,13 @@ void BringUpCommand::declare(Arguments& arguments) {
         .type("SECONDS")
         .range(1U, longestTimeout)
         .showDefault();
+    addJson(arguments);
+    arguments.finally([this] {
+        if (isJson() && !_statistics.empty()) {
+            throw Arguments::Wrong(
+                "--statistics: a text of the library; for JSON, see \"switchctl statistics\"");
+        }
+    });
 }
 
 std::string BringUpCommand::getHelp() const {
@@ -91,6 +105,7 @@ std::string BringUpCommand::getHelp() const {
            "  switchctl bring-up board.xml --simulate --misuse --timeout 60\n"
            "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
            "  switchctl bring-up board.xml --log-level 2\n"
+           "  switchctl bring-up board.xml --json | jq '.switches[] | select(.found | not)'\n"
            "\n";
 }
 
@@ -112,88 +127,113 @@ std::vector<Command::StatusLine> BringUpCommand::getStatuses() const {
 ExitStatus BringUpCommand::perform(std::ostream& out, std::ostream& errors) const {
     auto const document = XmlDocument::fromFile(_documentPath);
     requireHardware();
-    std::ofstream trace;
-    if (!_tracePath.empty()) {
-        trace.open(_tracePath);
-        if (!trace) {
-            throw ToolError(ExitStatus::noTrace, _tracePath + ": " + std::generic_category().message(errno));
-        }
+    return _tracePath.empty() ? carryOut(*document, nullptr, out, errors) : trace(*document, out, errors);
+}
+
+ExitStatus BringUpCommand::trace(XmlDocument& document, std::ostream& out, std::ostream& errors) const {
+    board::OutputFile file(_tracePath, out, ExitStatus::noTrace);
+    board::BringUpTrace accesses(file.getStream(), board::BoardReading(document));
+    // Nothing gets between the lines of a trace.
+    bool const isShared = board::OutputFile::isStandardOutput(_tracePath);
+    ExitStatus status = ExitStatus::startUpFailed;
+    try {
+        status = carryOut(document, &accesses, isShared ? errors : out, errors);
+    } catch (...) {
+        accesses.finish();
+        file.finishAnyway();
+        throw;
     }
-    FindingCounts const findings = _checks(*document);
-    findings.print(out, _documentPath);
-    ExitStatus const status = bringUp(*document, trace, out, errors);
+    try {
+        file.finish();
+    } catch (ToolError const& error) {
+        errors << prefix << error.what() << '\n';
+        return status == ExitStatus::success ? ExitStatus::noTrace : status;
+    }
+    return status;
+}
+
+ExitStatus BringUpCommand::carryOut(XmlDocument& document, board::BringUpTrace* trace, std::ostream& out,
+                                    std::ostream& errors) const {
+    FindingCounts const findings = _checks(document);
+    std::ostringstream unused;
+    nlohmann::ordered_json json{{"file", _documentPath}, {"checks", findings.toJson()}};
+    Output const output{isJson() ? unused : out, errors, json};
+    findings.print(output.text, _documentPath);
+    ExitStatus const status = bringUp(document, trace, output);
+    if (isJson()) {
+        printWithTime(out, json);
+    }
     return status == ExitStatus::success && findings.errors > 0
                ? acceptErrors("the checks found errors", errors)
                : status;
 }
 
-ExitStatus BringUpCommand::bringUp(Xml& document, std::ofstream& trace, std::ostream& out,
-                                   std::ostream& errors) const {
-    std::unique_ptr<StreamLog> const log = makeLog(errors, _logLevel, !_simulate);
+ExitStatus BringUpCommand::bringUp(XmlDocument& document, board::BringUpTrace* trace,
+                                   Output const& output) const {
+    std::unique_ptr<StreamLog> const log = makeLog(output.errors, _logLevel, !_simulate);
     board::BoardSession::Options options;
     options.simulate = _simulate;
     options.noHardwareAccess = _noHardwareAccess;
     options.memoryDevice = _memoryDevice;
     options.log = log.get();
-    board::BoardReading const reading(document);
-    board::ProgressWatch watch(reading, _timeout);
-    std::optional<board::BringUpTrace> accesses;
-    if (trace.is_open()) {
-        accesses.emplace(trace, reading);
-    }
+    board::ProgressWatch watch(board::BoardReading(document), _timeout);
     options.wrapMemory = [&](auto memory) {
         auto watched = watch.wrap(std::move(memory));
-        return accesses ? accesses->wrap(std::move(watched)) : std::move(watched);
+        return trace != nullptr ? trace->wrap(std::move(watched)) : std::move(watched);
     };
     board::BoardSession session(document, options);
     if (_prepare && session.getBoard() != nullptr) {
         _prepare(*session.getBoard());
     }
-    ExitStatus status = report(document, session, watch, out, errors);
-    if (accesses) {
-        accesses->finish();
-        trace.close();
-        if (!trace) {
-            errors << prefix << _tracePath << ": the trace could not be written\n";
-            status = status == ExitStatus::success ? ExitStatus::noTrace : status;
-        }
+    ExitStatus const status = report(document, session, watch, output);
+    if (trace != nullptr) {
+        trace->finish();
     }
     if (status == ExitStatus::startUpFailed || status == ExitStatus::noProgress ||
         status == ExitStatus::switchMissing) {
         return status;
     }
-    ExitStatus const asRead = readBack(document, session, out, errors);
+    ExitStatus const asRead = readBack(document, session, output);
     return asRead == ExitStatus::success ? status : asRead;
 }
 
 ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, board::ProgressWatch& watch,
-                                  std::ostream& out, std::ostream& errors) const {
-    board::BoardReading const boardDocument(document);
-    BoardSummary const summary(boardDocument, session);
-    board::StartUpMonitor::Outcome const outcome = bringUp(session, errors);
+                                  Output const& output) const {
+    board::BoardReading const reading(document);
+    BoardSummary const summary(reading, session);
+    board::StartUpMonitor::Outcome const outcome = start(session, output.errors);
     watch.stop();
+    output.json.update(SummaryJson(reading, session).get(outcome));
     if (!outcome.populated) {
-        summary.printComplaints(out);
-        return explainFailure(outcome.reason, watch.getStall(), errors);
+        summary.printComplaints(output.text);
+        return explainFailure(outcome.reason, watch.getStall(), output.errors);
     }
-    summary.print(out);
+    summary.print(output.text);
     if (_misuse) {
-        printMisuse(out, session.getBoard()->getMisuse());
+        printMisuse(*session.getBoard(), output);
     }
-    bool const statisticsRead = printStatistics(session, out, errors);
-    summary.printComplaints(out);
-    if (!session.isComplete(boardDocument)) {
-        errors << prefix << _documentPath << ": "
-               << (boardDocument.getWanted().empty() ? "no switch in the document"
-                                                     : "not every switch came up")
-               << '\n';
+    bool const statisticsRead = printStatistics(session, output.text, output.errors);
+    summary.printComplaints(output.text);
+    if (!session.isComplete(reading)) {
+        output.errors << prefix << _documentPath << ": "
+                      << (reading.getWanted().empty() ? "no switch in the document"
+                                                      : "not every switch came up")
+                      << '\n';
         return ExitStatus::switchMissing;
     }
     if (!statisticsRead) {
         return ExitStatus::noStatistics;
     }
-    return session.getLog().hasErrors() ? acceptErrors("the library logged errors", errors)
+    return session.getLog().hasErrors() ? acceptErrors("the library logged errors", output.errors)
                                         : ExitStatus::success;
+}
+
+void BringUpCommand::printMisuse(simulation::SimulatedBoard& board, Output const& output) const {
+    std::vector<std::string> const lines = linesOfMisuse(board.getMisuse());
+    for (std::string const& line : lines) {
+        output.text << "  " << line << '\n';
+    }
+    output.json["misuse"] = lines;
 }
 
 ExitStatus BringUpCommand::acceptErrors(char const* what, std::ostream& errors) const {
@@ -207,7 +247,7 @@ ExitStatus BringUpCommand::acceptErrors(char const* what, std::ostream& errors) 
 ExitStatus BringUpCommand::explainFailure(std::string const& reason, std::string const& stall,
                                           std::ostream& errors) const {
     if (stall.empty()) {
-        errors << prefix << "start-up failed: " << reason << '\n';
+        errors << prefix << board::startUpFailureText(_documentPath, reason) << '\n';
         return ExitStatus::startUpFailed;
     }
     errors << prefix << "start-up made no progress for " << _timeout << " s, waiting for " << stall << '\n';
@@ -215,26 +255,28 @@ ExitStatus BringUpCommand::explainFailure(std::string const& reason, std::string
 }
 
 /// Whether the chips are as start-up leaves them.
-ExitStatus BringUpCommand::readBack(Xml& document, board::BoardSession& session, std::ostream& out,
-                                    std::ostream& errors) const {
+ExitStatus BringUpCommand::readBack(Xml& document, board::BoardSession& session, Output const& output) const {
     if (_noVerify || _noHardwareAccess) {
-        out << "read back: no" << (_noVerify ? "" : ", no chip was accessed") << '\n';
+        output.text << "read back: no" << (_noVerify ? "" : ", no chip was accessed") << '\n';
+        output.json["readBack"] = nullptr;
         return ExitStatus::success;
     }
     std::optional<ReadBack> result;
     {
-        Progress const progress(errors, "reading back the switches of " + _documentPath);
+        Progress const progress(output.errors, "reading back the switches of " + _documentPath);
         result.emplace(document, _documentPath, session, _memoryDevice);
     }
-    result->print(out);
+    result->print(output.text);
+    output.json["readBack"] = result->toJson();
     if (result->getStatus() != ExitStatus::success) {
-        errors << prefix << _documentPath << ": a read of the chips does not show what start-up determines\n";
+        output.errors << prefix << _documentPath
+                      << ": a read of the chips does not show what start-up determines\n";
     }
     return result->getStatus();
 }
 
-board::StartUpMonitor::Outcome BringUpCommand::bringUp(board::BoardSession& session,
-                                                       std::ostream& errors) const {
+board::StartUpMonitor::Outcome BringUpCommand::start(board::BoardSession& session,
+                                                     std::ostream& errors) const {
     std::optional<Progress> progress;
     // Messages tell how far it is, too.
     if (!_logLevel) {

@@ -1,14 +1,16 @@
 #pragma once
 
-#include <fstream>
 #include <functional>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
 #include "board/ProgressWatch.hpp"
+#include "board/trace/BringUpTrace.hpp"
 #include "host/Xml.hpp"
 #include "reference_host/DeviceMemory.hpp"
 #include "switchctl/Command.hpp"
@@ -32,15 +34,26 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    ExitStatus bringUp(Xml& document, std::ofstream& trace, std::ostream& out, std::ostream& errors) const;
+    /// Where results go: as text when they are there, as JSON all at the end.
+    struct Output {
+        std::ostream& text;
+        std::ostream& errors;
+        nlohmann::ordered_json& json;
+    };
+
+    ExitStatus trace(reference_host::XmlDocument& document, std::ostream& out, std::ostream& errors) const;
+    ExitStatus carryOut(reference_host::XmlDocument& document, board::BringUpTrace* trace, std::ostream& out,
+                        std::ostream& errors) const;
+    ExitStatus bringUp(reference_host::XmlDocument& document, board::BringUpTrace* trace,
+                       Output const& output) const;
     ExitStatus report(Xml& document, board::BoardSession& session, board::ProgressWatch& watch,
-                      std::ostream& out, std::ostream& errors) const;
-    board::StartUpMonitor::Outcome bringUp(board::BoardSession& session, std::ostream& errors) const;
+                      Output const& output) const;
+    void printMisuse(simulation::SimulatedBoard& board, Output const& output) const;
+    board::StartUpMonitor::Outcome start(board::BoardSession& session, std::ostream& errors) const;
     ExitStatus explainFailure(std::string const& reason, std::string const& stall,
                               std::ostream& errors) const;
     ExitStatus acceptErrors(char const* what, std::ostream& errors) const;
-    ExitStatus readBack(Xml& document, board::BoardSession& session, std::ostream& out,
-                        std::ostream& errors) const;
+    ExitStatus readBack(Xml& document, board::BoardSession& session, Output const& output) const;
     bool printStatistics(board::BoardSession& session, std::ostream& out, std::ostream& errors) const;
     void requireHardware() const;
 

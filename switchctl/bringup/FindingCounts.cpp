@@ -1,5 +1,7 @@
 #include "switchctl/bringup/FindingCounts.hpp"
 
+#include <nlohmann/json.hpp>
+
 #include <fmt/ostream.h>
 
 namespace switchctl::bringup {
@@ -19,6 +21,10 @@ void FindingCounts::print(std::ostream& out, std::string const& path) const {
         out << "; \"switchctl check " << path << "\" shows them";
     }
     out << '\n';
+}
+
+nlohmann::ordered_json FindingCounts::toJson() const {
+    return {{"errors", errors}, {"warnings", warnings}, {"notes", notes}};
 }
 
 } // namespace switchctl::bringup

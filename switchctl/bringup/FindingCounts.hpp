@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
 
@@ -18,6 +19,8 @@ struct FindingCounts {
     /// In one line, with the command that shows them.
     /// \param path of the document.
     void print(std::ostream& out, std::string const& path) const;
+
+    nlohmann::ordered_json toJson() const;
 };
 
 /// What runs the checks: the program, since no verb knows another.

@@ -1,6 +1,6 @@
 #include "switchctl/bringup/MisuseList.hpp"
 
-#include <fmt/ostream.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <tuple>
@@ -9,17 +9,20 @@ namespace switchctl::bringup {
 
 using simulation::MisuseReport;
 
-void printMisuse(std::ostream& out, MisuseReport const& misuse) {
+std::vector<std::string> linesOfMisuse(MisuseReport const& misuse) {
     auto entries = misuse.getEntries();
     auto const place = [](MisuseReport::Entry const& entry) {
         return std::tie(entry.chip, entry.unit, entry.registerName, entry.access);
     };
     std::stable_sort(entries.begin(), entries.end(),
                      [&](auto const& one, auto const& other) { return place(one) < place(other); });
+    std::vector<std::string> lines;
     for (MisuseReport::Entry const& entry : entries) {
-        fmt::print(out, "  {}  {}/{}  access {}: {}: {}\n", entry.chip, entry.unit, entry.registerName,
-                   entry.access, MisuseReport::name(entry.kind), entry.text);
+        lines.push_back(fmt::format("{}  {}/{}  access {}: {}: {}", entry.chip, entry.unit,
+                                    entry.registerName, entry.access, MisuseReport::name(entry.kind),
+                                    entry.text));
     }
+    return lines;
 }
 
 } // namespace switchctl::bringup

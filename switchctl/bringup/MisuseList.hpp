@@ -1,13 +1,14 @@
 #pragma once
 
-#include <ostream>
+#include <string>
+#include <vector>
 
 #include "simulation/MisuseReport.hpp"
 
 namespace switchctl::bringup {
 
-/// Prints what the drivers did to the models that the chips' makers do not foresee: for each register the
-/// numbers of the accesses and what happened.
-void printMisuse(std::ostream& out, simulation::MisuseReport const& misuse);
+/// What the drivers did to the models that the chips' makers do not foresee, a line each: register, number of
+/// the access, and what happened.
+std::vector<std::string> linesOfMisuse(simulation::MisuseReport const& misuse);
 
 } // namespace switchctl::bringup

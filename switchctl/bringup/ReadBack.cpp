@@ -1,5 +1,7 @@
 #include "switchctl/bringup/ReadBack.hpp"
 
+#include <nlohmann/json.hpp>
+
 #include "board/BoardAccess.hpp"
 #include "board/ModelBringUp.hpp"
 #include "switchctl/terminal/Colours.hpp"
@@ -35,6 +37,18 @@ void ReadBack::print(std::ostream& out) const {
     for (std::string const& line : _run->getUnread()) {
         out << "  " << colours.paint(Colours::Colour::red, "not read: " + line) << '\n';
     }
+}
+
+nlohmann::ordered_json ReadBack::toJson() const {
+    nlohmann::ordered_json deviations = nlohmann::ordered_json::array();
+    for (board::Deviation const& deviation : _run->getDeviations()) {
+        deviations.push_back(deviation.getText());
+    }
+    return {{"switches", _run->getSwitchesRead()},
+            {"registers", _run->getRegisters()},
+            {"entries", _run->getEntries()},
+            {"deviations", deviations},
+            {"unread", _run->getUnread()}};
 }
 
 ExitStatus ReadBack::getStatus() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
 
@@ -26,6 +27,8 @@ public:
 
     /// One line, and one for each deviation and for each switch that could not be read.
     void print(std::ostream& out) const;
+
+    nlohmann::ordered_json toJson() const;
 
     /// success, notAsDetermined, or registerFailed when not everything could be read.
     chips::ExitStatus getStatus() const;

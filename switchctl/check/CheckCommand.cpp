@@ -80,7 +80,7 @@ ExitStatus CheckCommand::perform(std::ostream& out, std::ostream& errors) const 
     DocumentCheck const check(*document);
     progress.reset();
     if (isJson()) {
-        printFindingsAsJson(out, _documentPath, check);
+        print(out, findingsAsJson(_documentPath, check));
     } else {
         printFindings(out, _documentPath, check);
     }
@@ -89,7 +89,7 @@ ExitStatus CheckCommand::perform(std::ostream& out, std::ostream& errors) const 
 
 ExitStatus CheckCommand::list(std::ostream& out) const {
     if (isJson()) {
-        printChecksAsJson(out);
+        print(out, checksAsJson());
     } else {
         printChecks(out);
     }
@@ -98,8 +98,7 @@ ExitStatus CheckCommand::list(std::ostream& out) const {
 
 ExitStatus CheckCommand::refuse(std::string const& reason, std::ostream& out, std::ostream& errors) const {
     if (isJson()) {
-        nlohmann::ordered_json const json{{"file", _documentPath}, {"reason", reason}};
-        out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+        print(out, {{"file", _documentPath}, {"reason", reason}});
     }
     errors << "switchctl: " << reason << '\n';
     return ExitStatus::badDocument;

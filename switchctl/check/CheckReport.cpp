@@ -18,13 +18,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int indentation = 2;
-
-/// Attributes may hold what is no UTF-8 to a strict writer.
-std::string written(Json const& json) {
-    return json.dump(indentation, ' ', false, Json::error_handler_t::replace);
-}
-
 std::string counted(std::size_t number, std::string const& thing) {
     return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
 }
@@ -91,7 +84,7 @@ void printFindings(std::ostream& out, std::string const& file, DocumentCheck con
         << counted(check.count(Severity::note), "note") << '\n';
 }
 
-void printFindingsAsJson(std::ostream& out, std::string const& file, DocumentCheck const& check) {
+Json findingsAsJson(std::string const& file, DocumentCheck const& check) {
     Json json;
     json["file"] = file;
     json["errors"] = check.count(Severity::error);
@@ -107,7 +100,7 @@ void printFindingsAsJson(std::ostream& out, std::string const& file, DocumentChe
                                     {"effect", finding.effect},
                                     {"advice", finding.advice}});
     }
-    out << written(json) << '\n';
+    return json;
 }
 
 void printChecks(std::ostream& out) {
@@ -121,13 +114,13 @@ void printChecks(std::ostream& out) {
     }
 }
 
-void printChecksAsJson(std::ostream& out) {
+Json checksAsJson() {
     Json json = Json::array();
     for (Check const& check : allChecks()) {
         json.push_back(
             {{"check", check.name}, {"severity", severityName(check.severity)}, {"summary", check.summary}});
     }
-    out << written(json) << '\n';
+    return {{"checks", json}};
 }
 
 } // namespace switchctl::check

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
 
@@ -15,11 +16,11 @@ namespace switchctl::check {
 void printFindings(std::ostream& out, std::string const& file, DocumentCheck const& check);
 
 /// The same as one JSON object.
-void printFindingsAsJson(std::ostream& out, std::string const& file, DocumentCheck const& check);
+nlohmann::ordered_json findingsAsJson(std::string const& file, DocumentCheck const& check);
 
 /// All checks, one a line.
 void printChecks(std::ostream& out);
-void printChecksAsJson(std::ostream& out);
+nlohmann::ordered_json checksAsJson();
 /// @}
 
 } // namespace switchctl::check

@@ -3,10 +3,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <system_error>
 
 #include "board/BoardSession.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "simulation/SerialController.hpp"
@@ -49,9 +51,10 @@ void SimulateControllerCommand::declare(Arguments& arguments) {
     auto const document = arguments.option("BOARD.xml", _documentPath, "Board to bring up first");
     arguments.flag("--fresh", _fresh, "Just a VSC7390 after reset").excludes(document);
     arguments.option("--link", _link, "Make PATH a link to the line's device").type("PATH");
+    addJson(arguments);
     arguments.finally([this] {
         if (!_fresh && _documentPath.empty()) {
-            throw Arguments::Wrong("simulate-controller: needs BOARD.xml or --fresh");
+            throw Arguments::Wrong("needs BOARD.xml or --fresh");
         }
     });
 }
@@ -59,11 +62,16 @@ void SimulateControllerCommand::declare(Arguments& arguments) {
 std::string SimulateControllerCommand::getHelp() const {
     return "Example:\n"
            "  switchctl simulate-controller --fresh --link /tmp/line &\n"
-           "  switchctl register read serial --device /tmp/line system/CHIPID\n";
+           "  switchctl register read serial --device /tmp/line system/CHIPID\n"
+           "\n";
 }
 
 std::vector<Command::StatusLine> SimulateControllerCommand::getStatuses() const {
-    return {};
+    return {{ExitStatus::success, "interrupted"},
+            ExitStatus::usage,
+            ExitStatus::badDocument,
+            {ExitStatus::noHardware, "the document has no VSC7390, or PATH cannot be made"},
+            {ExitStatus::startUpFailed, "the simulated board does not come up"}};
 }
 
 // Serves the line until the process is told to end (SIGINT, SIGTERM).
@@ -90,7 +98,7 @@ void SimulateControllerCommand::serveDocument(EndSignals const& signals, std::os
     board::BoardSession session(*document, options);
     board::StartUpMonitor::Outcome const outcome = session.bringUp();
     if (!outcome.populated) {
-        throw ToolError(ExitStatus::startUpFailed, _documentPath + ": start-up failed: " + outcome.reason);
+        throw ToolError(ExitStatus::startUpFailed, board::startUpFailureText(_documentPath, outcome.reason));
     }
     serve(*session.getBoard(), signals, out);
 }
@@ -99,8 +107,15 @@ void SimulateControllerCommand::serve(SimulatedBoard& board, EndSignals const& s
                                       std::ostream& out) const {
     simulation::SerialController const controller(board);
     Link const link(controller.getDevicePath(), _link);
-    out << controller.getDevicePath() << std::endl;
-    signals.wait();
+    // Nobody would find a line whose name is lost.
+    if (isJson()) {
+        print(out, {{"device", controller.getDevicePath()}});
+    } else {
+        out << controller.getDevicePath() << '\n';
+    }
+    if (out.flush()) {
+        signals.wait();
+    }
 }
 
 } // namespace switchctl::controller

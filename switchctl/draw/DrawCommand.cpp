@@ -1,14 +1,19 @@
 #include "switchctl/draw/DrawCommand.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <algorithm>
+#include <array>
+#include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <ostream>
+#include <sstream>
+#include <string>
 
 #include "board/BoardReading.hpp"
+#include "board/OutputFile.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
+#include "switchctl/draw/BoardJson.hpp"
 #include "switchctl/draw/Graphviz.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
@@ -16,26 +21,49 @@ namespace switchctl::draw {
 
 using reference_host::XmlDocument;
 
+namespace {
+
+constexpr std::array<char const*, 4> formats = {"svg", "png", "dot", "json"};
+
+} // namespace
+
 DrawCommand::DrawCommand() : Command("draw", "Draw a board: switches, ports, trunks, VLANs") {}
 
 void DrawCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
-    arguments.option("-o,--output", _outputPath, "File to write; may be left out for --format dot");
-    arguments.option("--format", _format, "svg, or dot for Graphviz's own language")
-        .oneOf({"svg", "dot"})
-        .showDefault();
-    arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg").showDefault();
-    arguments.finally([this] {
-        if (_outputPath.empty() && _format != "dot") {
-            throw Arguments::Wrong("--output is required");
-        }
-    });
+    arguments
+        .option("-o,--output", _outputPath,
+                "File to write; .svg, .png, .dot (Graphviz's own language) or .json decides the format, and "
+                "\"-\" "
+                "is the standard output. May be left out for --format dot and json")
+        .type("FILE");
+    addJson(arguments, {formats.begin(), formats.end()}, "");
+    arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
+    arguments.finally([this] { static_cast<void>(chooseFormat()); });
+}
+
+/// A picture is what its name says.
+std::string DrawCommand::chooseFormat() const {
+    std::string const asked = getFormat();
+    std::string const suffix = std::filesystem::path(_outputPath).extension();
+    std::string const named = suffix.empty() ? asked : suffix.substr(1);
+    if (!suffix.empty() && std::find(formats.begin(), formats.end(), named) == formats.end()) {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a .svg, .png, .dot or .json");
+    }
+    if (!asked.empty() && named != asked) {
+        throw Arguments::Wrong("--output: " + _outputPath + ": not a name of a ." + asked);
+    }
+    if (_outputPath.empty() && (named.empty() || named == "svg" || named == "png")) {
+        throw Arguments::Wrong("--output is required");
+    }
+    return named.empty() ? "svg" : named;
 }
 
 std::string DrawCommand::getHelp() const {
     return "Examples:\n"
            "  switchctl draw board.xml -o board.svg\n"
-           "  switchctl draw board.xml --format dot | dot -Tpng > board.png\n"
+           "  switchctl draw board.xml -o board.png\n"
+           "  switchctl draw board.xml --format dot | dot -Tpdf > board.pdf\n"
            "\n";
 }
 
@@ -52,29 +80,31 @@ ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (board.getSwitches().empty()) {
         throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
-    return write(BoardDrawing(board, _documentPath.substr(_documentPath.rfind('/') + 1)).getDot(), out,
-                 errors);
+    std::string const picture = draw(board, errors);
+    board::OutputFile file(_outputPath.empty() ? "-" : _outputPath, out, ExitStatus::noPicture);
+    file.getStream() << picture;
+    file.finish();
+    return ExitStatus::success;
 }
 
-ExitStatus DrawCommand::write(std::string const& graph, std::ostream& out, std::ostream& errors) const {
-    if (_format == "dot" && _outputPath.empty()) {
-        out << graph;
-        return ExitStatus::success;
+std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& errors) const {
+    std::string const format = chooseFormat();
+    if (format == "json") {
+        std::ostringstream text;
+        print(text, BoardJson::of(board, _documentPath));
+        return text.str();
     }
+    std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
+    std::string graph = BoardDrawing(board, title).getDot();
+    if (format == "dot") {
+        return graph;
+    }
+    Progress const progress(errors, "drawing " + _outputPath);
     try {
-        Progress const progress(errors, "drawing " + _outputPath);
-        if (_format == "dot") {
-            std::ofstream file(_outputPath);
-            if (!(file << graph << std::flush)) {
-                throw Graphviz::Error(_outputPath + ": " + std::strerror(errno));
-            }
-        } else {
-            Graphviz(_graphviz).render(graph, _format, _outputPath);
-        }
+        return Graphviz(_graphviz).render(graph, format);
     } catch (Graphviz::Error const& error) {
         throw ToolError(ExitStatus::noPicture, error.what());
     }
-    return ExitStatus::success;
 }
 
 } // namespace switchctl::draw

@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <string>
 
+#include "board/BoardReading.hpp"
 #include "switchctl/Command.hpp"
 
 namespace switchctl::draw {
@@ -19,11 +20,11 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    ExitStatus write(std::string const& graph, std::ostream& out, std::ostream& errors) const;
+    std::string chooseFormat() const;
+    std::string draw(board::BoardReading const& board, std::ostream& errors) const;
 
     std::string _documentPath;
     std::string _outputPath;
-    std::string _format = "svg";
     std::string _graphviz = "dot";
 };
 

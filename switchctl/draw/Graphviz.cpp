@@ -1,16 +1,15 @@
 #include "switchctl/draw/Graphviz.hpp"
 
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <utility>
 
 extern char** environ; // NOLINT: the system's name
@@ -22,7 +21,7 @@ namespace {
 /// A file without a name, deleted when it is closed.
 class ScratchFile {
 public:
-    explicit ScratchFile(std::string const& text) : _file(std::tmpfile()) {
+    explicit ScratchFile(std::string const& text = "") : _file(std::tmpfile()) {
         if (_file == nullptr || std::fwrite(text.data(), 1, text.size(), _file) != text.size() ||
             std::fflush(_file) != 0) {
             close();
@@ -34,7 +33,7 @@ public:
     ScratchFile(ScratchFile const&) = delete;
     ScratchFile& operator=(ScratchFile const&) = delete;
 
-    int getDescriptor() const { return fileno(_file); }
+    std::FILE* get() const { return _file; }
 
 private:
     void close() {
@@ -53,15 +52,27 @@ constexpr int notStarted = 127;
     throw Graphviz::Error(program + ": " + std::strerror(error) + " (install Graphviz, or use --format dot)");
 }
 
+std::string contentOf(std::FILE* file) {
+    std::string content;
+    std::array<char, 65536> buffer{};
+    std::size_t count = 0;
+    std::rewind(file);
+    while ((count = std::fread(buffer.data(), 1, buffer.size(), file)) != 0) {
+        content.append(buffer.data(), count);
+    }
+    return content;
+}
+
 /// \return whether the program succeeded.
-bool run(std::string const& program, std::string const& format, std::string const& path, int input) {
+bool run(std::string const& program, std::string const& format, ScratchFile const& input,
+         ScratchFile const& output) {
     std::string type = "-T" + format;
-    std::string output = "-o" + path;
     std::string name = program;
-    char* arguments[] = {name.data(), type.data(), output.data(), nullptr};
+    char* arguments[] = {name.data(), type.data(), nullptr};
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, fileno(input.get()), STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, fileno(output.get()), STDOUT_FILENO);
     pid_t child = 0;
     int const error = posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -81,19 +92,13 @@ bool run(std::string const& program, std::string const& format, std::string cons
 
 Graphviz::Graphviz(std::string program) : _program(std::move(program)) {}
 
-void Graphviz::render(std::string const& graph, std::string const& format, std::string const& path) const {
+std::string Graphviz::render(std::string const& graph, std::string const& format) const {
     ScratchFile const input(graph);
-    std::string const unfinished = path + ".part";
-    bool const isDrawn = run(_program, format, unfinished, input.getDescriptor());
-    std::error_code error;
-    if (!isDrawn) {
-        std::filesystem::remove(unfinished, error);
-        throw Error(_program + " could not draw " + path);
+    ScratchFile const output;
+    if (!run(_program, format, input, output)) {
+        throw Error(_program + " could not draw the graph");
     }
-    std::filesystem::rename(unfinished, path, error);
-    if (error) {
-        throw Error(path + ": " + error.message());
-    }
+    return contentOf(output.get());
 }
 
 } // namespace switchctl::draw

@@ -17,10 +17,10 @@ public:
     /// \param program name or path of the program.
     explicit Graphviz(std::string program = "dot");
 
-    /// Writes the graph as a picture.
+    /// \return the graph as a picture.
     /// \param format "svg", or what else the program knows.
-    /// Throws Error; the file is then left as it was, or not there.
-    void render(std::string const& graph, std::string const& format, std::string const& path) const;
+    /// Throws Error.
+    std::string render(std::string const& graph, std::string const& format) const;
 
 private:
     std::string _program;

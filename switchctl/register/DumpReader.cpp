@@ -44,6 +44,9 @@ void DumpReader::readText(std::string const& text) {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         ++_line;
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
         readLine(line);
     }
     if (_dump.catalogue == nullptr) {

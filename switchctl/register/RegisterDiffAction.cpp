@@ -41,7 +41,7 @@ ExitStatus RegisterDiffAction::perform(std::ostream& out, std::ostream& /*errors
         }
     }
     if (isJson()) {
-        Command::print(out, array);
+        Command::print(out, {{"differences", array}});
     }
     return differences.empty() ? ExitStatus::success : ExitStatus::registersDiffer;
 }

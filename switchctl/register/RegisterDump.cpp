@@ -1,12 +1,9 @@
 #include "switchctl/register/RegisterDump.hpp"
 
-#include <cerrno>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
-#include <system_error>
 
 #include "chips/ToolError.hpp"
+#include "reference_host/InputFile.hpp"
 #include "switchctl/register/DumpReader.hpp"
 
 namespace switchctl::registers {
@@ -32,17 +29,11 @@ nlohmann::ordered_json RegisterDump::toJson(std::string const& transport) const 
 }
 
 RegisterDump RegisterDump::fromFile(std::string const& path) {
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    // Of a folder, the first character tells that it cannot be read.
-    file.peek();
-    if (!file.is_open() || file.bad()) {
-        throw chips::ToolError(chips::ExitStatus::badDocument,
-                               path + ": " + std::generic_category().message(errno));
+    try {
+        return DumpReader(path).read(reference_host::InputFile::read(path));
+    } catch (reference_host::InputFile::Error const& error) {
+        throw chips::ToolError(chips::ExitStatus::badDocument, path + ": " + error.what());
     }
-    std::ostringstream content;
-    content << file.rdbuf();
-    return DumpReader(path).read(content.str());
 }
 
 } // namespace switchctl::registers

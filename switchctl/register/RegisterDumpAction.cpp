@@ -38,13 +38,15 @@ ExitStatus RegisterDumpAction::perform(std::ostream& out, std::ostream& errors) 
     dump.catalogue = std::make_shared<chips::ChipCatalogue const>(_transport.getModel());
     bool isComplete = false;
     {
-        RegisterSession session(_transport, _memoryDevice, errors);
+        RegisterSession session(_transport, _memoryDevice, out, errors);
         isComplete = readAll(session.getTransport(), dump, errors);
+        session.finish();
     }
+    std::ostream& results = _transport.chooseOutput(out, errors);
     if (isJson()) {
-        Command::print(out, dump.toJson(_transport.getText()));
+        printWithTime(results, dump.toJson(_transport.getText()));
     } else {
-        dump.print(out, _transport.getText());
+        dump.print(results, _transport.getText());
     }
     return isComplete ? ExitStatus::success : ExitStatus::registerFailed;
 }

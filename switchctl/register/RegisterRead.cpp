@@ -31,15 +31,17 @@ ExitStatus RegisterRead::perform(std::ostream& out, std::ostream& errors) const 
     std::vector<RegisterReading> readings;
     {
         auto const locations = find(catalogue, _locations, _transport.isPhysOnly());
-        RegisterSession session(_transport, _memoryDevice, errors);
+        RegisterSession session(_transport, _memoryDevice, out, errors);
         for (chips::RegisterLocation const& location : locations) {
             readings.push_back({location, session.getTransport().read(location)});
         }
+        session.finish();
     }
+    std::ostream& results = _transport.chooseOutput(out, errors);
     if (isJson()) {
-        Command::print(out, toJson(readings));
+        printWithTime(results, {{"registers", toJson(readings)}});
     } else {
-        print(out, readings);
+        print(results, readings);
     }
     return ExitStatus::success;
 }

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "board/SimulatedMemory.hpp"
+#include "board/StartUpFailure.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/DeviceMemory.hpp"
@@ -37,7 +38,7 @@ std::string visible(std::string const& text) {
 } // namespace
 
 RegisterSession::RegisterSession(TransportOptions const& options, std::string const& memoryDevice,
-                                 std::ostream& errors)
+                                 std::ostream& out, std::ostream& errors)
     : _options(options), _memoryDevice(memoryDevice), _errors(errors), _diversion(errors) {
     if (_options.isSimulated()) {
         simulate();
@@ -45,7 +46,7 @@ RegisterSession::RegisterSession(TransportOptions const& options, std::string co
         requireHardware();
         _memory = std::make_unique<DeviceMemory>(_memoryDevice);
     }
-    connect();
+    connect(out);
 }
 
 RegisterSession::~RegisterSession() {
@@ -84,7 +85,7 @@ void RegisterSession::bringUp() {
     board::StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed,
-                               _options.getDocumentPath() + ": start-up failed: " + outcome.reason);
+                               board::startUpFailureText(_options.getDocumentPath(), outcome.reason));
     }
     _board = _session->getBoard();
 }
@@ -97,7 +98,7 @@ void RegisterSession::requireHardware() const {
     }
 }
 
-void RegisterSession::connect() {
+void RegisterSession::connect(std::ostream& out) {
     _application = std::make_unique<HostApplication>(_accessErrors, *_memory);
     _transport =
         chips::ChipKinds::reachedOver(_options.getWay())
@@ -110,9 +111,15 @@ void RegisterSession::connect() {
         throw chips::ToolError(chips::ExitStatus::noHardware, where + reason);
     }
     if (!_options.getTracePath().empty()) {
-        _trace = std::make_unique<board::RegisterTrace>(_options.getTracePath(), _options.getModel(),
+        _trace = std::make_unique<board::RegisterTrace>(_options.getTracePath(), out, _options.getModel(),
                                                         _options.getSwitchId(), _options.getWay());
         _trace->attach(*_transport);
+    }
+}
+
+void RegisterSession::finish() {
+    if (_trace != nullptr) {
+        _trace->finish();
     }
 }
 

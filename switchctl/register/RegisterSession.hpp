@@ -27,7 +27,9 @@ public:
     /// Throws ToolError when the chip is out of reach.
     /// \param options and `errors` must outlive the session.
     /// \param memoryDevice where hardware is reached when it is real.
-    RegisterSession(TransportOptions const& options, std::string const& memoryDevice, std::ostream& errors);
+    /// \param out gets the trace when that goes to the standard output; has to outlive the session, too.
+    RegisterSession(TransportOptions const& options, std::string const& memoryDevice, std::ostream& out,
+                    std::ostream& errors);
 
     /// Shows the traffic of a simulated serial line when that was asked for.
     ~RegisterSession();
@@ -36,11 +38,14 @@ public:
 
     chips::RegisterTransport& getTransport() { return *_transport; }
 
+    /// All accesses were made; their trace is complete. Throws ToolError (noTrace).
+    void finish();
+
 private:
     void simulate();
     void bringUp();
     void requireHardware() const;
-    void connect();
+    void connect(std::ostream& out);
     void showTraffic() const;
 
     TransportOptions const& _options;

@@ -46,15 +46,16 @@ ExitStatus RegisterWrite::perform(std::ostream& out, std::ostream& errors) const
     std::vector<RegisterReading> written;
     std::vector<RegisterReading> read;
     {
-        RegisterSession session(_transport, _memoryDevice, errors);
+        RegisterSession session(_transport, _memoryDevice, out, errors);
         for (chips::RegisterAssignment const& assignment : assignments) {
             written.push_back(write(session.getTransport(), assignment));
         }
         for (chips::RegisterLocation const& location : locations) {
             read.push_back({location, session.getTransport().read(location)});
         }
+        session.finish();
     }
-    print(out, written, read);
+    print(_transport.chooseOutput(out, errors), written, read);
     return ExitStatus::success;
 }
 
@@ -81,7 +82,7 @@ RegisterReading RegisterWrite::write(chips::RegisterTransport& transport,
 void RegisterWrite::print(std::ostream& out, std::vector<RegisterReading> const& written,
                           std::vector<RegisterReading> const& read) const {
     if (isJson()) {
-        Command::print(out, {{"written", toJson(written)}, {"read", toJson(read)}});
+        printWithTime(out, {{"written", toJson(written)}, {"read", toJson(read)}});
         return;
     }
     for (RegisterReading const& reading : written) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "board/OutputFile.hpp"
 #include "chips/ChipKinds.hpp"
 
 namespace switchctl::registers {
@@ -43,7 +44,11 @@ Arguments TransportOptions::addTransport(Arguments& action, char const* name, ch
                       "Use a fresh chip model; with --simulate=BOARD.xml, the models of that board after it "
                       "was brought up",
                       "[=BOARD.xml]");
-    transport.option("--trace", _trace, "Write every register access to FILE, for \"replay\"").type("FILE");
+    transport
+        .option("--trace", _trace,
+                "Write every register access to FILE, for \"replay\"; \"-\" is the "
+                "standard output, and results then go to standard error")
+        .type("FILE");
     return transport;
 }
 
@@ -91,6 +96,10 @@ std::string TransportOptions::getText() const {
 
 bool TransportOptions::isSimulated() const {
     return _simulation.isChosen();
+}
+
+std::ostream& TransportOptions::chooseOutput(std::ostream& out, std::ostream& errors) const {
+    return board::OutputFile::isStandardOutput(_trace) ? errors : out;
 }
 
 std::string TransportOptions::getDocumentPath() const {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "chips/TraceAccess.hpp"
@@ -47,6 +48,9 @@ public:
 
     /// Where all accesses are to be written; empty when nowhere.
     std::string const& getTracePath() const { return _trace; }
+
+    /// Where results go: to the standard error when the trace takes the standard output.
+    std::ostream& chooseOutput(std::ostream& out, std::ostream& errors) const;
 
     /// Whether to show what goes over the simulated serial line.
     bool showsTraffic() const { return _traffic; }

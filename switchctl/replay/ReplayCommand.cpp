@@ -1,5 +1,6 @@
 #include "switchctl/replay/ReplayCommand.hpp"
 
+#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "board/trace/TraceFormat.hpp"
@@ -40,16 +41,19 @@ ReplayCommand::ReplayCommand() : Command("replay", "Run a trace against chip mod
 
 void ReplayCommand::declare(Arguments& arguments) {
     arguments.option("FILE", _path, "The trace").required();
+    addJson(arguments);
 }
 
 std::string ReplayCommand::getHelp() const {
-    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; docs/trace-format.md "
-           "tells\n"
-           "what is in it. Its accesses are made to fresh models of its chips, at its times.\n"
+    return "The trace comes from \"bring-up --trace\" or \"register ... --trace\"; below the prefix of the\n"
+           "installation, share/doc/switchmanager/trace-format.md tells what is in it. Its accesses are "
+           "made\n"
+           "to fresh models of its chips, at its times.\n"
            "\n"
            "Examples:\n"
            "  switchctl bring-up board.xml --trace board.txt\n"
            "  switchctl replay board.txt\n"
+           "  switchctl replay board.txt --json | jq .divergence\n"
            "\n";
 }
 
@@ -66,12 +70,43 @@ ExitStatus ReplayCommand::perform(std::ostream& out, std::ostream& errors) const
     std::optional<Progress> progress(std::in_place, errors, "replaying " + _path);
     auto const divergence = Replay(trace).run();
     progress.reset();
-    if (!divergence) {
+    if (isJson()) {
+        Command::print(out, toJson(trace, divergence));
+    } else if (!divergence) {
         out << _path << ": the models do the same in all " << trace.getLines().size() << " accesses\n";
-        return ExitStatus::success;
+    } else {
+        print(out, trace, *divergence);
     }
-    print(out, trace, *divergence);
-    return ExitStatus::traceDiverges;
+    return divergence ? ExitStatus::traceDiverges : ExitStatus::success;
+}
+
+nlohmann::ordered_json ReplayCommand::toJson(board::TraceReader const& trace,
+                                             std::optional<Replay::Divergence> const& divergence) const {
+    nlohmann::ordered_json json{
+        {"file", _path}, {"accesses", trace.getLines().size()}, {"divergence", nullptr}};
+    if (!divergence) {
+        return json;
+    }
+    chips::TraceAccess const& expected = divergence->line.access;
+    auto const valueOf = [](chips::TraceAccess const& access) {
+        return nlohmann::ordered_json{
+            {"value", access.value ? nlohmann::ordered_json(*access.value) : nullptr},
+            {"succeeded", access.succeeded}};
+    };
+    json["divergence"] = {{"line", divergence->line.number},
+                          {"switch", expected.switchId},
+                          {"access", expected.isWrite ? "write" : "read"},
+                          {"unit", nullptr},
+                          {"register", board::TraceFormat::busyChip},
+                          {"address", nullptr},
+                          {"expected", valueOf(expected)},
+                          {"found", valueOf(divergence->found)}};
+    if (expected.address) {
+        auto const location = trace.getChips().find(expected.switchId)->locate(*expected.address);
+        json["divergence"].update(
+            {{"unit", location.unit}, {"register", location.name}, {"address", location.address.getText()}});
+    }
+    return json;
 }
 
 void ReplayCommand::print(std::ostream& out, board::TraceReader const& trace,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -20,6 +22,8 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
+    nlohmann::ordered_json toJson(board::TraceReader const& trace,
+                                  std::optional<Replay::Divergence> const& divergence) const;
     void print(std::ostream& out, board::TraceReader const& trace,
                Replay::Divergence const& divergence) const;
 

@@ -28,6 +28,9 @@ public:
     /// \param seconds between the two.
     void show(chips::CounterSample const& before, chips::CounterSample const& after, double seconds);
 
+    /// Whether what was shown could be written.
+    bool isWritten() const { return !_out.fail(); }
+
 private:
     std::vector<std::string> getLines(chips::CounterSample const& before, chips::CounterSample const& after,
                                       double seconds) const;

@@ -11,7 +11,8 @@ chips::CounterSample RateWatch::run(double seconds, unsigned rounds) {
     double before = _pace.getSeconds();
     chips::CounterSample last = _sample();
     _display.begin(seconds);
-    for (unsigned round = 1; (rounds == 0 || round <= rounds) && _pace.wait(seconds); ++round) {
+    for (unsigned round = 1; (rounds == 0 || round <= rounds) && _display.isWritten() && _pace.wait(seconds);
+         ++round) {
         double const now = _pace.getSeconds();
         chips::CounterSample next = _sample();
         _display.show(last, next, now - before);

@@ -15,7 +15,7 @@ public:
     /// \param display and `pace` must outlive the watch.
     RateWatch(std::function<chips::CounterSample()> sample, RateDisplay& display, WatchPace& pace);
 
-    /// Goes on until the pace says otherwise.
+    /// Goes on until the pace says otherwise, or nobody takes what it shows.
     /// \param seconds between two readings.
     /// \param rounds how many rates are shown; 0 for no limit.
     /// \return the last sample.

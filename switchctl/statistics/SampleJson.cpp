@@ -21,8 +21,7 @@ Json countersOf(chips::PortCounters const& port) {
 
 } // namespace
 
-void SampleJson::print(chips::CounterSample const& sample, std::string const& file, std::string const& source,
-                       std::ostream& out) {
+Json SampleJson::of(chips::CounterSample const& sample, std::string const& file, std::string const& source) {
     Json ports = Json::array();
     for (chips::PortCounters const& port : sample.ports) {
         ports.push_back({{"switch", port.port.switchId},
@@ -30,8 +29,7 @@ void SampleJson::print(chips::CounterSample const& sample, std::string const& fi
                          {"chip", port.model},
                          {"counters", countersOf(port)}});
     }
-    Json const json = {{"file", file}, {"read", source}, {"ports", ports}, {"unread", sample.unread}};
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    return {{"file", file}, {"read", source}, {"ports", ports}, {"unread", sample.unread}};
 }
 
 } // namespace switchctl::statistics

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ostream>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "chips/PortCounters.hpp"
@@ -11,8 +11,8 @@ namespace switchctl::statistics {
 struct SampleJson {
     /// \param file the document.
     /// \param source what was read, in words.
-    static void print(chips::CounterSample const& sample, std::string const& file, std::string const& source,
-                      std::ostream& out);
+    static nlohmann::ordered_json of(chips::CounterSample const& sample, std::string const& file,
+                                     std::string const& source);
 };
 
 } // namespace switchctl::statistics

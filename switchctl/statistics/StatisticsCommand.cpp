@@ -1,5 +1,6 @@
 #include "switchctl/statistics/StatisticsCommand.hpp"
 
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "chips/ToolError.hpp"
@@ -38,9 +39,7 @@ StatisticsCommand::StatisticsCommand(std::string memoryDevice)
 void StatisticsCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
     arguments.option("SWITCH.PORT", _ports, "Ports to read, for example 0.1; all without one");
-    arguments.option("--format", _format, "text, json or openmetrics")
-        .oneOf({"text", "json", "openmetrics"})
-        .showDefault();
+    addJson(arguments, {"text", "json", "openmetrics"});
     addWatch(arguments);
     addSimulation(arguments);
 }
@@ -54,8 +53,8 @@ void StatisticsCommand::addWatch(Arguments& arguments) {
         .range(1U, mostRounds)
         .needs(watch);
     arguments.finally([this] {
-        if (_watch && _format != "text") {
-            throw Arguments::Wrong("--watch: shows rates as text, not as " + _format);
+        if (_watch && getFormat() != "text") {
+            throw Arguments::Wrong("--watch: shows rates as text, not as " + getFormat());
         }
     });
 }
@@ -117,8 +116,8 @@ ExitStatus StatisticsCommand::perform(std::ostream& out, std::ostream& errors) c
     if (pace) {
         return watch(chips, selection, *pace, out, errors);
     }
-    return _format == "text" ? printText(chips, selection, out, errors)
-                             : printSample(chips, selection, out, errors);
+    return getFormat() == "text" ? printText(chips, selection, out, errors)
+                                 : printSample(chips, selection, out, errors);
 }
 
 PortSelection StatisticsCommand::select() const {
@@ -178,8 +177,8 @@ ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& sel
             progress.update(done, all);
         });
     }
-    if (_format == "json") {
-        SampleJson::print(sample, _path, getSource(), out);
+    if (isJson()) {
+        printWithTime(out, SampleJson::of(sample, _path, getSource()));
     } else {
         OpenMetrics::print(sample, out);
     }

@@ -56,7 +56,6 @@ private:
     std::vector<std::string> _ports;
     Simulation _simulation;
     std::vector<std::string> _seeds;
-    std::string _format = "text";
     std::optional<double> _watch;
     unsigned _count = 0;
 };

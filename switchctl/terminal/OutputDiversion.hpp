@@ -6,7 +6,8 @@
 namespace switchctl {
 
 /// Sends what the library prints on the standard output elsewhere, so that it does not get between the
-/// results. The library prints by stdio, and ends each line with a flush.
+/// results; but not the line that it has for each time that it opens a serial line, which tells nothing. The
+/// library prints by stdio, and ends each line with a flush.
 class OutputDiversion {
 public:
     /// `elsewhere` must outlive the diversion.

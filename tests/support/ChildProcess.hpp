@@ -10,6 +10,15 @@ struct ChildProcess {
     std::string out;
     std::string errors;
 
+    /// What its standard streams are, where they are not what a test looks at; "closed" for a closed one.
+    struct Streams {
+        std::string in = "/dev/null";
+        std::string out;
+    };
+
     /// Runs switchctl with these arguments and waits for its end.
-    static ChildProcess runSwitchctl(std::vector<std::string> const& arguments);
+    static ChildProcess runSwitchctl(std::vector<std::string> const& arguments) {
+        return runSwitchctl(arguments, Streams());
+    }
+    static ChildProcess runSwitchctl(std::vector<std::string> const& arguments, Streams const& streams);
 };

@@ -55,7 +55,7 @@ TEST(ProgramRefusalTest, ATraceThatDoesNotFitIsReported) {
     ChildProcess const child =
         ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "/dev/full"});
     EXPECT_EQ(child.status, 7);
-    EXPECT_EQ(child.errors, "switchctl: /dev/full: the trace could not be written\n");
+    EXPECT_EQ(child.errors, "switchctl: /dev/full: could not be written completely\n");
 }
 
 TEST(ProgramRefusalTest, WrongCommandLinesAreRefused) {

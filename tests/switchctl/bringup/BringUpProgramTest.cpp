@@ -153,6 +153,35 @@ TEST(BringUpProgramTest, ShowsMessagesUpToTheLevel) {
     EXPECT_EQ(detailed.out, quiet.out);
 }
 
+TEST(BringUpProgramTest, LinesAreBrokenBetweenMembers) {
+    ChildProcess const child =
+        ChildProcess::runSwitchctl({"bring-up", EXAMPLES_FOLDER "/mixed.xml", "--simulate"});
+    EXPECT_THAT(child.out,
+                HasSubstr("\n  VLAN 5 (0x5, written \"5\")  tag-based: 0.1(addTagIfUntagged/stripTag)\n"
+                          "      0.2(addTagIfUntagged/stripTag) 0.10(validateTag/validateTag) "
+                          "3.0(validateTag/validateTag)\n      3.20(validateTag/validateTag)\n"));
+    std::string const vlans = child.out.substr(child.out.find("VLANs\n"));
+    EXPECT_FALSE(std::regex_search(vlans.substr(0, vlans.find("\ntrunks")), std::regex("[^\n]{101}")));
+}
+
+TEST(BringUpProgramTest, MembersThatDoNotCountAreNamedAsTheyAreWritten) {
+    TemporaryFile const document(
+        "<board><switches><switch id='0' switchModel='88e6096'><trunk id='1'/>\n"
+        "<port id='1' connectedTo='external' portStatus='forwarding'/></switch></switches>\n"
+        "<vlan id='5' typeOfVlan='tagBasedVlan'>\n<port/>\n<port switchId='0'/>\n<port portId='3'/>\n"
+        "<port switchId='0' portId='9'><forwardedMulticastGroup>239.1.1.2</forwardedMulticastGroup></port>\n"
+        "</vlan></board>");
+    ChildProcess const child = ChildProcess::runSwitchctl({"bring-up", document.path(), "--simulate"});
+    EXPECT_THAT(
+        child.out,
+        HasSubstr(
+            "  VLAN 5 (0x5, written \"5\")  tag-based: no members; left out: line 4 (no switch, no port)\n"
+            "      line 5 (no port) line 6 (no switch) 0.9\n"));
+    EXPECT_THAT(child.out,
+                HasSubstr("\n  239.1.1.2 in VLAN 5 (0x5, written \"5\"): no members; left out: 0.9\n"));
+    EXPECT_FALSE(std::regex_search(child.out, std::regex(":;|: :|:\n|-1\\.")));
+}
+
 TEST(BringUpProgramTest, AMissingSwitchIsAFailure) {
     TemporaryFile const document("<switches><switch id='0' switchModel='88e6096'/>"
                                  "<switch id='1' switchModel='unknown'/></switches>");
@@ -176,7 +205,12 @@ TEST(BringUpProgramTest, StartUpThatThrowsIsAFailureAndNoHang) {
     ChildProcess const child =
         ChildProcess::runSwitchctl({"bring-up", document.path(), "--simulate", "--trace", trace.path()});
     EXPECT_EQ(child.status, 5);
-    EXPECT_EQ(child.errors, "switchctl: start-up failed: Roting xml or other catastrophic error\n");
+    EXPECT_EQ(child.errors,
+              "switchctl: " + document.path() +
+                  ": start-up failed: several <switch> elements have the same id; \"switchctl check " +
+                  document.path() +
+                  "\" tells what is wrong with the document (the library: \"Roting xml or other "
+                  "catastrophic error\")\n");
     EXPECT_THAT(child.out, HasSubstr("Caught \"Roting xml or other catastrophic error\"\n"));
     EXPECT_THAT(trace.content(), HasSubstr("SwitchIdentifier"));
 }

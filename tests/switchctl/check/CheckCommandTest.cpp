@@ -177,7 +177,7 @@ TEST_F(CheckCommandTest, ListsAllChecks) {
 
 TEST_F(CheckCommandTest, ListsAllChecksAsJson) {
     EXPECT_EQ(run({"--list", "--json"}), chips::ExitStatus::success);
-    json const result = json::parse(out.str());
+    json const result = json::parse(out.str())["checks"];
     ASSERT_EQ(result.size(), switchctl::check::allChecks().size());
     EXPECT_EQ(result[0]["check"], "schema");
     EXPECT_EQ(result[0]["severity"], "warning");
@@ -190,13 +190,14 @@ TEST_F(CheckCommandTest, PrintsTheSchema) {
 }
 
 TEST_F(CheckCommandTest, NeedsADocumentOrAnOption) {
-    std::string const more = "Run with --help for more information.\n";
+    std::string const more = "\nSee \"switchctl check --help\".\n";
     for (std::vector<std::string> const& arguments :
          {std::vector<std::string>{}, {"--json"}, {"board.xml", "--list"}, {"--list", "--schema"}}) {
         EXPECT_EQ(run(arguments), chips::ExitStatus::usage);
     }
-    EXPECT_EQ(errors.str(), "BOARD.xml is required\n" + more + "BOARD.xml is required\n" + more +
-                                "BOARD.xml excludes --list\n" + more + "--list excludes --schema\n" + more);
+    EXPECT_EQ(errors.str(), "switchctl: BOARD.xml is required" + more + "switchctl: BOARD.xml is required" +
+                                more + "switchctl: BOARD.xml excludes --list" + more +
+                                "switchctl: --list excludes --schema" + more);
 }
 
 TEST_F(CheckCommandTest, HelpHasExamplesAndStatuses) {

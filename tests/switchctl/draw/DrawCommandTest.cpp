@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdio>
+#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -18,6 +20,12 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
+
+std::string contentOf(std::string const& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
 
 class DrawCommandTest : public testing::Test {
 protected:
@@ -60,9 +68,39 @@ TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
 
 TEST_F(DrawCommandTest, APictureNeedsAFile) {
     EXPECT_EQ(run(mixed), chips::ExitStatus::usage);
-    EXPECT_THAT(errors.str(), StartsWith("--output is required\n"));
-    EXPECT_EQ(run(mixed + " --format png -o x"), chips::ExitStatus::usage);
-    EXPECT_THAT(errors.str(), StartsWith("--format: png not in {svg,dot}\n"));
+    EXPECT_THAT(errors.str(), StartsWith("switchctl: --output is required\n"));
+    EXPECT_EQ(run(mixed + " --format jpg -o x"), chips::ExitStatus::usage);
+    EXPECT_THAT(errors.str(), HasSubstr("--format: jpg not in {svg,png,dot,json}\n"));
+}
+
+TEST_F(DrawCommandTest, APictureIsWhatItsNameSays) {
+    TemporaryFile const taken;
+    for (auto const& [suffix, start] : {std::pair(".png", "\x89PNG"),
+                                        {".svg", "<?xml"},
+                                        {".dot", "graph"},
+                                        {".json", "{\n  \"version\""}}) {
+        std::string const path = taken.path() + suffix;
+        EXPECT_EQ(run(mixed + " --graphviz " DOT_PROGRAM " -o " + path), ExitStatus::success) << errors.str();
+        EXPECT_THAT(contentOf(path), StartsWith(start));
+        std::remove(path.c_str());
+    }
+}
+
+TEST_F(DrawCommandTest, ANameOfSomethingElseIsRefused) {
+    TemporaryFile const taken;
+    for (std::string const name : {".jpg", ".v2", ".svg.gz", ".png --format svg", ".svg --format dot"}) {
+        EXPECT_EQ(run(mixed + " -o " + taken.path() + name), ExitStatus::usage) << name;
+        EXPECT_THAT(errors.str(), HasSubstr("--output: " + taken.path() + name.substr(0, name.find(' ')) +
+                                            ": not a name of a ."))
+            << name;
+    }
+}
+
+TEST_F(DrawCommandTest, APictureMayGoToTheStandardOutput) {
+    EXPECT_EQ(run(mixed + " --graphviz " DOT_PROGRAM " -o - --format png"), ExitStatus::success);
+    EXPECT_THAT(out.str(), StartsWith("\x89PNG"));
+    EXPECT_EQ(run(mixed + " --graphviz " DOT_PROGRAM " -o -"), ExitStatus::success);
+    EXPECT_THAT(out.str(), StartsWith("<?xml"));
 }
 
 TEST_F(DrawCommandTest, FailuresHaveReasons) {

@@ -38,7 +38,7 @@ TEST_F(RegisterCommandTest, TalksToTheControllerOnALine) {
               "    Other                   11:0  0x0\n");
     EXPECT_EQ(controller.getReceived(), "r 7 0 24\r\n");
     EXPECT_EQ(controller.getSent(), "0x07390000\r\n");
-    EXPECT_EQ(errors.str(), "SerialPort::SetBaud(): Setting baud rate for " + device + "\n");
+    EXPECT_EQ(errors.str(), "");
 }
 
 TEST_F(RegisterCommandTest, ReadsAPhyOverALine) {
@@ -153,8 +153,8 @@ TEST_F(RegisterCommandTest, AnAccessThroughTheMemoryDeviceCanFail) {
 }
 
 TEST_F(RegisterCommandTest, PrintsJson) {
-    json const read =
-        json::parse(outputOf({"read", "serial", "--device", device, "--json", "system/CHIPID", "2.0.0x01"}));
+    json const read = json::parse(
+        outputOf({"read", "serial", "--device", device, "--json", "system/CHIPID", "2.0.0x01"}))["registers"];
     ASSERT_EQ(read.size(), 2U);
     EXPECT_EQ(read[0], json::parse(R"({"unit": "system", "register": "CHIPID", "address": "7.0/0x18",
         "value": 121176064, "fields": [{"name": "Revision", "high": 31, "low": 28, "value": 0},

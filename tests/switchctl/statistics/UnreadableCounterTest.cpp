@@ -46,9 +46,7 @@ std::string openMetricsOf(chips::CounterSample const& sample) {
 }
 
 nlohmann::json jsonOf(chips::CounterSample const& sample) {
-    std::ostringstream out;
-    SampleJson::print(sample, "board.xml", "models", out);
-    return nlohmann::json::parse(out.str());
+    return SampleJson::of(sample, "board.xml", "models");
 }
 
 /// What the library writes about the only port of a bench; "!" and the reason when it is refused.

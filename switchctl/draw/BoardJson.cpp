@@ -1,0 +1,68 @@
+#include "switchctl/draw/BoardJson.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include "board/Element.hpp"
+
+namespace switchctl::draw {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Reading = board::BoardReading;
+
+Json portsOf(Reading::Switch const& owner) {
+    Json ports = Json::array();
+    for (auto const& [id, port] : owner.ports) {
+        ports.push_back({{"port", id}, {"connectedTo", port.connectedTo}, {"portStatus", port.portStatus}});
+    }
+    return ports;
+}
+
+Json trunksOf(Reading::Switch const& owner) {
+    constexpr int noPort = -1;
+    Json trunks = Json::array();
+    for (Reading::Trunk const& trunk : owner.trunks) {
+        Json members = Json::array();
+        for (xmlNodePtr const member : trunk.members) {
+            int const port = board::numberOr(member, "id", noPort);
+            if (port != noPort) {
+                members.push_back(port);
+            }
+        }
+        trunks.push_back({{"trunk", trunk.id}, {"ports", members}});
+    }
+    return trunks;
+}
+
+/// As in a drawing, without those that the library would not take.
+Json membersOf(Reading::Vlan const& vlan) {
+    Json members = Json::array();
+    for (Reading::Member const& member : vlan.members) {
+        if (member.outcome == Reading::Outcome::added) {
+            bool const isTagged =
+                vlan.tagBased && board::attribute(member.element, "egress").value_or("") != "stripTag";
+            members.push_back({{"switch", member.switchId}, {"port", member.portId}, {"tagged", isTagged}});
+        }
+    }
+    return members;
+}
+
+} // namespace
+
+Json BoardJson::of(Reading const& board, std::string const& file) {
+    Json switches = Json::array();
+    for (auto const& [id, owner] : board.getSwitches()) {
+        switches.push_back({{"switch", id},
+                            {"chip", owner.chipName()},
+                            {"ports", portsOf(owner)},
+                            {"trunks", trunksOf(owner)}});
+    }
+    Json vlans = Json::array();
+    for (auto const& [id, vlan] : board.getVlans()) {
+        vlans.push_back({{"vlan", id}, {"tagBased", vlan.tagBased}, {"members", membersOf(vlan)}});
+    }
+    return {{"file", file}, {"switches", switches}, {"vlans", vlans}};
+}
+
+} // namespace switchctl::draw
