@@ -1,5 +1,7 @@
 #include "board/ProgressWatch.hpp"
 
+#include "simulation/VirtualClock.hpp"
+
 #include <fmt/format.h>
 
 #include <exception>
@@ -12,7 +14,6 @@ namespace board {
 
 namespace {
 
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr unsigned bitsOfValue = 32;
 
 } // namespace
@@ -67,7 +68,7 @@ bool ProgressWatch::isStalled(unsigned physicalAddress, bool isWrite, std::uint3
     if (_made.insert(access).second) {
         _lastProgress = now;
     }
-    return now - _lastProgress > _limit * nanosecondsPerSecond;
+    return now - _lastProgress > _limit * simulation::VirtualClock::nanosecondsPerSecond;
 }
 
 std::string ProgressWatch::describe(unsigned physicalAddress) const {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 namespace board {
 
@@ -68,25 +69,14 @@ std::string fieldValue(std::string const& field, unsigned int value) {
 }
 
 std::string portTypeName(ManagedSwitchPort::PortType type) {
-    using Type = ManagedSwitchPort::PortType;
-    switch (type) {
-    case Type::ethernetPortType:
-        return "external";
-    case Type::smacPortType:
-        return "smac";
-    case Type::hmacPortType:
-        return "hmac";
-    case Type::cpuPortType:
-        return "cpu";
-    case Type::dspPortType:
-        return "dsp";
-    case Type::switchInterlink:
-        return "switchInterlink";
-    case Type::unknownPortType:
-    case Type::notConnectedPortType:
-        break;
-    }
-    return "unknown";
+    static constexpr std::array<char const*, ManagedSwitchPort::numberOfPortTypes> names{
+        "unknown", "external", "smac", "hmac", "cpu", "dsp", "switchInterlink", "unknown"};
+    return names.at(static_cast<std::size_t>(type));
+}
+
+std::string portStateName(ManagedSwitchPort::PortEnabledStatus state) {
+    static constexpr std::array<char const*, 4> names{"disabled", "listening", "learning", "forwarding"};
+    return names.at(static_cast<std::size_t>(state));
 }
 
 std::string portsName(std::vector<unsigned int> const& numbers) {

@@ -37,6 +37,9 @@ std::string fieldValue(std::string const& field, unsigned int value);
 /// What the document writes in `connectedTo` for the type, "unknown" for others.
 std::string portTypeName(ManagedSwitchPort::PortType type);
 
+/// What it writes in `portStatus` for the state.
+std::string portStateName(ManagedSwitchPort::PortEnabledStatus state);
+
 /// "port 3" or "ports 3 and 4".
 std::string portsName(std::vector<unsigned int> const& numbers);
 /// @}

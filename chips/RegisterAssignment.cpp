@@ -12,17 +12,17 @@ using simulation::Register;
 
 namespace {
 
-ToolError refusal(std::string const& assignment, std::string const& reason) {
+ToolError refused(std::string const& assignment, std::string const& reason) {
     return {ExitStatus::usage, "\"" + assignment + "\": " + reason};
 }
 
 std::uint32_t valueFrom(std::string const& text, unsigned bits, std::string const& assignment) {
     auto const value = NumberText::parse(text);
     if (!value) {
-        throw refusal(assignment, "\"" + text + "\" is not a number");
+        throw refused(assignment, "\"" + text + "\" is not a number");
     }
     if ((*value & ~simulation::Field("", bits - 1, 0).getMask()) != 0) {
-        throw refusal(assignment, text + " does not fit into " + std::to_string(bits) + " bits");
+        throw refused(assignment, text + " does not fit into " + std::to_string(bits) + " bits");
     }
     return *value;
 }
@@ -36,13 +36,13 @@ Register::Field const& fieldOf(RegisterLocation const& location, std::string con
                 continue;
             }
             if (found != nullptr) {
-                throw refusal(assignment, "there are several fields \"" + name + "\"");
+                throw refused(assignment, "there are several fields \"" + name + "\"");
             }
             found = &field;
         }
     }
     if (found == nullptr) {
-        throw refusal(assignment, location.getText() + " has no field \"" + name + "\"");
+        throw refused(assignment, location.getText() + " has no field \"" + name + "\"");
     }
     return *found;
 }
@@ -53,7 +53,7 @@ RegisterAssignment RegisterAssignment::parse(ChipCatalogue const& catalogue, std
                                              bool physOnly) {
     std::size_t const equals = text.find('=');
     if (equals == std::string::npos) {
-        throw refusal(text, "not of the form LOCATION=VALUE");
+        throw refused(text, "not of the form LOCATION=VALUE");
     }
     std::size_t const colon = text.find(':');
     RegisterAssignment assignment;
@@ -73,7 +73,7 @@ RegisterAssignment RegisterAssignment::parse(ChipCatalogue const& catalogue, std
 void RegisterAssignment::addField(std::string const& text, std::string const& assignment) {
     std::size_t const equals = text.find('=');
     if (equals == std::string::npos) {
-        throw refusal(assignment, "\"" + text + "\" is not of the form FIELD=VALUE");
+        throw refused(assignment, "\"" + text + "\" is not of the form FIELD=VALUE");
     }
     Register::Field const& field = fieldOf(_location, text.substr(0, equals), assignment);
     std::uint32_t const value = valueFrom(text.substr(equals + 1), field.high - field.low + 1, assignment);

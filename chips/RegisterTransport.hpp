@@ -36,6 +36,9 @@ public:
     /// Accesses so far.
     unsigned getAccesses() const { return _accesses; }
 
+    /// What the drivers take for numbers.
+    static unsigned short narrow(unsigned value) { return static_cast<unsigned short>(value); }
+
 protected:
     /// \return here and below: false when the access failed. May throw a text (char const*).
     virtual bool tryRead(RegisterAddress const& address, std::uint32_t& value) = 0;

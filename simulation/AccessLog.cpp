@@ -1,5 +1,7 @@
 #include "simulation/AccessLog.hpp"
 
+#include "simulation/VirtualClock.hpp"
+
 #include <fmt/format.h>
 
 #include <ostream>
@@ -7,8 +9,6 @@
 namespace simulation {
 
 namespace {
-
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 
 std::string hexadecimal(std::uint32_t value) {
     return value == 0 ? "0" : fmt::format("{:#x}", value);
@@ -93,10 +93,11 @@ void AccessLog::print(std::ostream& out) const {
 }
 
 std::string AccessLog::line(Entry const& entry) {
-    std::string text = fmt::format("{:6} {:4}.{:09}  {:<9}  {:<8}  {:<20}  {} 0x{:04x}", entry.sequence,
-                                   entry.nanoseconds / nanosecondsPerSecond,
-                                   entry.nanoseconds % nanosecondsPerSecond, entry.chip, entry.unit,
-                                   entry.registerName, entry.kind == Kind::read ? 'R' : 'W', entry.value);
+    std::string text =
+        fmt::format("{:6} {:4}.{:09}  {:<9}  {:<8}  {:<20}  {} 0x{:04x}", entry.sequence,
+                    entry.nanoseconds / VirtualClock::nanosecondsPerSecond,
+                    entry.nanoseconds % VirtualClock::nanosecondsPerSecond, entry.chip, entry.unit,
+                    entry.registerName, entry.kind == Kind::read ? 'R' : 'W', entry.value);
     char const* separator = "  ";
     for (FieldChange const& change : entry.changes) {
         text += fmt::format("{}{} {}->{}", separator, change.field, hexadecimal(change.before),

@@ -20,7 +20,6 @@ extern "C" char const simulationClockSeam = 0;
 
 namespace {
 
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::uint64_t nanosecondsPerMicrosecond = 1'000;
 
 __thread simulation::VirtualClock* adoptedClock = nullptr;
@@ -58,8 +57,8 @@ __attribute__((visibility("default"))) SIMULATION_UNINSTRUMENTED int clock_getti
                                                                                    timespec* tp) noexcept {
     if (adoptedClock != nullptr && id == CLOCK_MONOTONIC) {
         std::uint64_t const now = adoptedClock->getNanoseconds();
-        tp->tv_sec = static_cast<time_t>(now / nanosecondsPerSecond);
-        tp->tv_nsec = static_cast<long>(now % nanosecondsPerSecond);
+        tp->tv_sec = static_cast<time_t>(now / simulation::VirtualClock::nanosecondsPerSecond);
+        tp->tv_nsec = static_cast<long>(now % simulation::VirtualClock::nanosecondsPerSecond);
         return 0;
     }
     using Function = int (*)(clockid_t, timespec*);

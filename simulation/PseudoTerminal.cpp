@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t pathLength = 128;
 constexpr std::size_t chunkLength = 256;
 constexpr std::chrono::microseconds pause{50};
-constexpr std::chrono::seconds patience{2};
+constexpr std::chrono::seconds patienceForReader{2};
 
 [[noreturn]] void fail(char const* what) {
     throw std::system_error(errno, std::generic_category(), what);
@@ -82,7 +82,7 @@ std::string PseudoTerminal::receive() const {
 
 bool PseudoTerminal::waitUntilReadable(std::size_t characters) const {
     // By pauses: the clock of a thread that lives in simulated time would stand still.
-    for (std::chrono::microseconds waited{0}; waited < patience; waited += pause) {
+    for (std::chrono::microseconds waited{0}; waited < patienceForReader; waited += pause) {
         int waiting = 0;
         if (ioctl(_device, FIONREAD, &waiting) == 0 && static_cast<std::size_t>(waiting) >= characters) {
             return true;

@@ -10,7 +10,6 @@ namespace simulation {
 
 namespace {
 
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 
 } // namespace

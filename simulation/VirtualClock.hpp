@@ -15,6 +15,8 @@ public:
     /// The second that time() reports at construction: 2000-01-01 00:00:00 UTC on every run.
     static constexpr std::int64_t epochSeconds = 946'684'800;
 
+    static constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+
     VirtualClock();
 
     /// A clock that the destroying thread has adopted is put down first. No other thread may still

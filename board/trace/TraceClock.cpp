@@ -16,10 +16,9 @@ std::uint64_t TraceClock::getNanoseconds() const {
 }
 
 std::uint64_t TraceClock::now() {
-    constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
     std::timespec time{};
     clock_gettime(CLOCK_MONOTONIC, &time);
-    return static_cast<std::uint64_t>(time.tv_sec) * nanosecondsPerSecond +
+    return static_cast<std::uint64_t>(time.tv_sec) * simulation::VirtualClock::nanosecondsPerSecond +
            static_cast<std::uint64_t>(time.tv_nsec);
 }
 

@@ -1,5 +1,9 @@
 #include "board/trace/TraceFormat.hpp"
 
+#include "board/Element.hpp"
+
+#include "simulation/VirtualClock.hpp"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -13,17 +17,12 @@ namespace {
 
 using Transport = chips::TraceAccess::Transport;
 
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 constexpr std::size_t decimals = 9;
 /// Some thirty years, which 64 bits of nanoseconds can hold.
 constexpr std::size_t mostDigitsOfSeconds = 9;
 
 /// In the order of the enumeration.
 constexpr std::array<char const*, 3> transportNames = {"smi", "parallel", "serial"};
-
-bool isDigits(std::string const& text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
 
 } // namespace
 
@@ -39,7 +38,8 @@ std::optional<Transport> TraceFormat::transportOf(std::string const& name) {
 }
 
 std::string TraceFormat::timeText(std::uint64_t nanoseconds) {
-    return fmt::format("{}.{:09}", nanoseconds / nanosecondsPerSecond, nanoseconds % nanosecondsPerSecond);
+    return fmt::format("{}.{:09}", nanoseconds / simulation::VirtualClock::nanosecondsPerSecond,
+                       nanoseconds % simulation::VirtualClock::nanosecondsPerSecond);
 }
 
 std::optional<std::uint64_t> TraceFormat::timeOf(std::string const& text) {
@@ -50,7 +50,7 @@ std::optional<std::uint64_t> TraceFormat::timeOf(std::string const& text) {
         fraction.size() != decimals) {
         return std::nullopt;
     }
-    return std::stoull(seconds) * nanosecondsPerSecond + std::stoull(fraction);
+    return std::stoull(seconds) * simulation::VirtualClock::nanosecondsPerSecond + std::stoull(fraction);
 }
 
 std::string TraceFormat::nameOf(chips::RegisterLocation const& location) {

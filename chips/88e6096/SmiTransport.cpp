@@ -2,14 +2,6 @@
 
 namespace chips {
 
-namespace {
-
-unsigned short narrow(unsigned value) {
-    return static_cast<unsigned short>(value);
-}
-
-} // namespace
-
 SmiTransport::SmiTransport(Application& application, AccessErrors& errors, unsigned switchId)
     : RegisterTransport(errors), _communications(application, narrow(switchId), false) {}
 

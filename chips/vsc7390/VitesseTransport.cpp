@@ -11,12 +11,9 @@ using Communications = VitesseManagementCommunications;
 /// The one that the chip's PHYs are on.
 constexpr auto controllerOfPhys = Communications::MiiManagementLocation::controller1;
 
-unsigned short narrow(unsigned value) {
-    return static_cast<unsigned short>(value);
-}
-
 Communications::Bsa locationOf(RegisterAddress const& address) {
-    return {narrow(address.block), narrow(address.unit), narrow(address.address)};
+    return {RegisterTransport::narrow(address.block), RegisterTransport::narrow(address.unit),
+            RegisterTransport::narrow(address.address)};
 }
 
 } // namespace

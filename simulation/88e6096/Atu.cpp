@@ -33,7 +33,7 @@ Atu::Atu(Context& context, RegisterFile& registers)
 
 void Atu::perform(std::uint32_t word) {
     switch (globalOperation.get(word)) {
-    case flushAll:
+    case atu::flushAll:
         return flushOrMove(true, true);
     case flushNonStatic:
         return flushOrMove(false, true);

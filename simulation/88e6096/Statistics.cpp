@@ -19,7 +19,7 @@ Statistics::Statistics(Context& context, RegisterFile& registers)
 void Statistics::perform(std::uint32_t word) {
     unsigned const operation = globalOperation.get(word);
     unsigned const number = item.get(word);
-    if (operation == flushAll) {
+    if (operation == statistics::flushAll) {
         _counters = {};
     } else if (operation == readCounter) {
         readCaptured(number);

@@ -3,7 +3,6 @@
 #include <fmt/ostream.h>
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,11 +19,6 @@
 namespace switchctl::bringup {
 
 namespace {
-
-std::string stateName(ManagedSwitchPort::PortEnabledStatus state) {
-    static std::array<std::string, 4> const names = {"disabled", "listening", "learning", "forwarding"};
-    return names[static_cast<std::size_t>(state)];
-}
 
 chips::PortAddress addressOf(ManagedSwitchPort const& port) {
     return {port.getSwitch().getId(), port.getId()};
@@ -143,7 +137,7 @@ void BoardSummary::printPorts(std::ostream& out) const {
         return;
     }
     for (auto const& [kind, members] : ports) {
-        fmt::print(out, "  {:16}  {:10}", board::portTypeName(kind.first), stateName(kind.second));
+        fmt::print(out, "  {:16}  {:10}", board::portTypeName(kind.first), board::portStateName(kind.second));
         for (ManagedSwitchPort const* const port : members) {
             out << ' ' << addressOf(*port);
         }

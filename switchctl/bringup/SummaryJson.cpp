@@ -2,9 +2,9 @@
 
 #include <libxml/tree.h>
 
-#include <array>
 #include <nlohmann/json.hpp>
 
+#include "board/Wording.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 #include "model/TrunkGroup.hpp"
@@ -16,11 +16,6 @@ namespace {
 
 using Json = SummaryJson::Json;
 using reference_host::LogMessage;
-
-/// As documents have them, by the library's numbers.
-constexpr std::array<char const*, ManagedSwitchPort::numberOfPortTypes> portTypes = {
-    "unknown", "external", "smac", "hmac", "cpu", "dsp", "switchInterlink", "notConnected"};
-constexpr std::array<char const*, 4> portStates = {"disabled", "listening", "learning", "forwarding"};
 
 char const* severityOf(LogMessage const& message) {
     switch (message.operation) {
@@ -86,8 +81,8 @@ Json SummaryJson::getPorts() const {
     for (auto const& [switchId, managedSwitch] : _session.getManager().getManagedSwitches()) {
         for (auto const& [portId, port] : managedSwitch->getPorts()) {
             Json json = nameOf(*port);
-            json["type"] = portTypes.at(static_cast<std::size_t>(port->getType()));
-            json["state"] = portStates.at(static_cast<std::size_t>(port->getState()));
+            json["type"] = board::portTypeName(port->getType());
+            json["state"] = board::portStateName(port->getState());
             ports.push_back(json);
         }
     }

@@ -13,7 +13,7 @@ using simulation::BusFaults;
 
 // Places on the parallel bus.
 constexpr unsigned busSetUp = 0xF301C008;
-constexpr unsigned fetchedData = 0xF301C0B0;
+constexpr unsigned miiDataRegister = 0xF301C0B0;
 constexpr unsigned fetchStatus = 0xF301C0C0;
 constexpr unsigned arbiterEmpty = 0xF3014030;
 
@@ -37,7 +37,7 @@ bool isCorruption(FaultKind kind) {
 /// Whether an access that the bus refuses is one whose success is not looked at.
 bool isRefusalIgnored(Fault const& fault) {
     unsigned const place = fault.access.physicalAddress;
-    return fault.isOnMdio() || place == fetchedData || place == fetchStatus || place == busSetUp;
+    return fault.isOnMdio() || place == miiDataRegister || place == fetchStatus || place == busSetUp;
 }
 
 std::string refusal(Fault const& fault) {
@@ -84,7 +84,7 @@ bool isDriversOwnWait(RunResult const& run) {
            std::all_of(run.lastAccesses.begin(), run.lastAccesses.end(), [](BusFaults::Access const& access) {
                return !access.isWrite &&
                       (access.physicalAddress == arbiterEmpty || access.physicalAddress == fetchStatus ||
-                       access.physicalAddress == fetchedData);
+                       access.physicalAddress == miiDataRegister);
            });
 }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr unsigned windowAddress = 0xF3000000;
 constexpr unsigned windowSize = 0x01000000;
 
-class SilentLog : public SystemLogInterface {
+class QuietLog : public SystemLogInterface {
 public:
     void logCritical(char const*, ...) override {}
     void logError(char const*, ...) override {}
@@ -28,13 +28,13 @@ public:
 };
 
 /// A section that is mapped by hand to a window of the board.
-class Section : public MappedSection {
+class ChipSection : public MappedSection {
 public:
-    Section(SystemLogInterface& log, SimulatedBoard& board) : MappedSection("vsc7390", log, false) {
+    ChipSection(SystemLogInterface& log, SimulatedBoard& board) : MappedSection("vsc7390", log, false) {
         _baseAddress = board.window(windowAddress, windowSize)->getBaseAddress();
         _startOffset = 0;
     }
-    ~Section() override { _baseAddress = notMapped; }
+    ~ChipSection() override { _baseAddress = notMapped; }
 };
 
 std::unique_ptr<SimulatedBoard> makeBoard(std::string const& switches,
@@ -92,8 +92,8 @@ TEST(Vsc7390BoardTest, ALonelyOneThatIsLeftOutLeavesNoWindow) {
 
 TEST(Vsc7390BoardTest, ASectionReachesTheChip) {
     auto const board = makeBoard(mixed);
-    SilentLog log;
-    Section section(log, *board);
+    QuietLog log;
+    ChipSection section(log, *board);
     unsigned value = 0;
     EXPECT_TRUE(section.get(0x1C060, value));
     EXPECT_EQ(value, 0x07390000U);
@@ -106,8 +106,8 @@ TEST(Vsc7390BoardTest, ASectionReachesTheChip) {
 
 TEST(Vsc7390BoardTest, BusTimeIsThatOfBothBuses) {
     auto const board = makeBoard(mixed);
-    SilentLog log;
-    Section section(log, *board);
+    QuietLog log;
+    ChipSection section(log, *board);
     EXPECT_TRUE(section.set(0x1C008, 12));
     EXPECT_TRUE(board->getMac().write(0x10, 0x8000 | 1U << 5));
     EXPECT_EQ(board->getBusNanoseconds(), 25'700U);
@@ -118,8 +118,8 @@ TEST(Vsc7390BoardTest, BusTimeIsThatOfBothBuses) {
 TEST(Vsc7390BoardTest, TestSidesMayBeUsedWhileTheBusIs) {
     auto const board = makeBoard(mixed);
     std::thread driver([&board] {
-        SilentLog log;
-        Section section(log, *board);
+        QuietLog log;
+        ChipSection section(log, *board);
         unsigned value = 0;
         for (unsigned i = 0; i < 500; ++i) {
             EXPECT_TRUE(section.set(0x4DE8, i & 0xFFF));

@@ -20,7 +20,7 @@ constexpr std::uint64_t twoSeconds = 2'000'000'000;
 constexpr unsigned pollsWithoutPause = 100;
 constexpr std::uint64_t pause = 1'000'000;
 
-constexpr char const* document =
+constexpr char const* videoBoard =
     "<board><switches><switch id=\"2\" switchModel=\"vsc7390\"/></switches></board>";
 
 } // namespace
@@ -30,7 +30,7 @@ Vsc7390Fixture::Vsc7390Fixture() {
 }
 
 void Vsc7390Fixture::rebuild(Options const& options) {
-    auto const xml = XmlDocument::fromText(document, "board");
+    auto const xml = XmlDocument::fromText(videoBoard, "board");
     SimulatedBoard::Options boardOptions;
     boardOptions.vitesse = options;
     _board = std::make_unique<SimulatedBoard>(*xml, boardOptions);

@@ -6,7 +6,7 @@ namespace {
 
 /// 239.129.1.2, and an address of one of its members.
 constexpr std::uint64_t group = 0x01005E010102;
-constexpr std::uint64_t source = 0x020000000001;
+constexpr std::uint64_t sender = 0x020000000001;
 
 /// WRITE_ENTRY of a valid, locked, aged entry that goes past the VLAN mask.
 constexpr unsigned writeGroup = 0x1E07;
@@ -72,29 +72,29 @@ TEST_F(Vsc7390MulticastTest, AgeingLeavesGroupsAlone) {
 }
 
 TEST_F(Vsc7390MulticastTest, AGroupWithoutPortsBlocks) {
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0x01FFFFEFU) << "flooded";
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0x01FFFFEFU) << "flooded";
     writeMac(0x00CA, 0x00010000, 0x00010102, writeGroup);
     EXPECT_EQ(chip().getMulticastPorts(group, 1), 0U);
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0U);
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0U);
 }
 
 TEST_F(Vsc7390MulticastTest, GroupsGoPastTheVlanMaskButNotPastTheOthers) {
     writeMac(0x00CA, 0x00011002, 0x01010102, writeGroup);
     writeVlan(1, 0x10000044);
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0x100201U);
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0x100201U);
     writeAnalyser(0x84, 0x000001FF);
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0x000001U);
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0x000001U);
     writeAnalyser(0x84, 0x01FFFFEF);
     for (unsigned code = 0; code < 16; ++code) {
         writeAnalyser(0x30 + code, 0x01EFFFFF);
     }
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0x000201U);
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0x000201U);
 }
 
 TEST_F(Vsc7390MulticastTest, AGroupThatDoesNotIgnoreVlansIsLimitedByThem) {
     writeMac(0x00CA, 0x00011002, 0x01010102, 0x0E07);
     writeVlan(1, 0x00000840);
-    EXPECT_EQ(chip().getEgressPorts(4, group, source, 1), 0x000200U);
+    EXPECT_EQ(chip().getEgressPorts(4, group, sender, 1), 0x000200U);
 }
 
 // A driver that looks for a group by its low bytes finds a station instead.

@@ -7,8 +7,10 @@
 #include <regex>
 
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using test_support::minimal;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -16,8 +18,6 @@ using testing::StartsWith;
 namespace {
 
 using Words = std::vector<std::string>;
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 std::vector<Words> verbs() {
     return {{"bring-up"},

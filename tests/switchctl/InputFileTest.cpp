@@ -8,15 +8,15 @@
 #include <regex>
 
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
 using reference_host::InputFile;
+using test_support::minimal;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 
 namespace {
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 std::string refusalOf(std::string const& path) {
     try {

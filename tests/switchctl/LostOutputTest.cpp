@@ -7,8 +7,10 @@
 #include <set>
 
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using test_support::minimal;
 using test_support::TemporaryFile;
 
 namespace {
@@ -16,7 +18,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr int outputLost = 15;
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 /// Each verb in a way that prints something.
 class LostOutputTest : public testing::Test {

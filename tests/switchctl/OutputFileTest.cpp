@@ -18,9 +18,11 @@
 
 #include "chips/ToolError.hpp"
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 
 using board::OutputFile;
 using chips::ExitStatus;
+using test_support::minimal;
 using testing::HasSubstr;
 using testing::StartsWith;
 using testing::UnorderedElementsAre;
@@ -28,8 +30,6 @@ using testing::UnorderedElementsAre;
 namespace {
 
 namespace files = std::filesystem;
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 std::string contentOf(std::string const& path) {
     std::ostringstream content;

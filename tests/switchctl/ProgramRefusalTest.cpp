@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using test_support::minimal;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 
 namespace {
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 ChildProcess bringUp(std::string const& document) {
     return ChildProcess::runSwitchctl({"bring-up", document, "--simulate"});

@@ -11,6 +11,7 @@
 #include "switchctl/Program.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
 #include "tests/support/CommandRun.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
 using chips::ExitStatus;
@@ -19,6 +20,7 @@ using switchctl::bringup::BringUpCommand;
 using switchctl::bringup::DocumentChecks;
 using switchctl::bringup::FindingCounts;
 using test_support::CommandRun;
+using test_support::minimal;
 using test_support::TemporaryFile;
 using testing::ContainsRegex;
 using testing::EndsWith;
@@ -27,8 +29,6 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace {
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 /// The program, with its checks.
 CommandRun program(std::vector<std::string> words) {

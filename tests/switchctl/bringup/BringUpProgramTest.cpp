@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "tests/support/ChildProcess.hpp"
+#include "tests/support/Examples.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
+using test_support::minimal;
 using test_support::TemporaryFile;
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
-
-std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
 
 ChildProcess bringUp(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"bring-up", minimal, "--simulate"});

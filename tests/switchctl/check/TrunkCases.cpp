@@ -4,7 +4,7 @@
 namespace {
 
 /// A trunk whose start tag stands on a line of its own.
-std::string trunk(std::string const& id, std::string const& ports, std::string const& mark = "\n") {
+std::string trunkOf(std::string const& id, std::string const& ports, std::string const& mark = "\n") {
     return "<trunk" + (id.empty() ? "" : " id='" + id + "'") + ">" + mark + ports + "</trunk>\n";
 }
 
@@ -27,40 +27,40 @@ std::string speeds(std::string const& trunks) {
 
 std::vector<CheckCase> trunkCases() {
     return {
-        {"trunk-id-not-a-number", boardOf(vitesse("3", trunk("", two(), here))),
-         boardOf(vitesse("3", trunk("1", two())))},
-        {"trunk-id-not-a-number", boardOf(vitesse("3", trunk("up", two(), here))),
-         boardOf(vitesse("3", trunk("0", two())))},
-        {"trunk-members-lost", boardOf(vitesse("3", trunk("0x1", two(), here))),
-         boardOf(vitesse("3", trunk("01", two())))},
+        {"trunk-id-not-a-number", boardOf(vitesse("3", trunkOf("", two(), here))),
+         boardOf(vitesse("3", trunkOf("1", two())))},
+        {"trunk-id-not-a-number", boardOf(vitesse("3", trunkOf("up", two(), here))),
+         boardOf(vitesse("3", trunkOf("0", two())))},
+        {"trunk-members-lost", boardOf(vitesse("3", trunkOf("0x1", two(), here))),
+         boardOf(vitesse("3", trunkOf("01", two())))},
         {"trunk-id-shared",
-         boardOf(vitesse("3", trunk("1", two(), here)) + marvell("0", trunk("1", others(), here))),
-         boardOf(vitesse("3", trunk("1", two())) + marvell("0", trunk("2", others())))},
-        {"trunk-id-shared", boardOf(vitesse("3", trunk("1", two(), here) + trunk("1", others(), here))),
-         boardOf(vitesse("3", trunk("1", two()) + trunk("2", others())))},
-        {"trunk-outside-switch", boardOf(vitesse("3"), trunk("1", two(), here)),
-         boardOf(vitesse("3", trunk("1", two())))},
-        {"trunk-port-unknown", boardOf(vitesse("3", trunk("1", two() + "<port id='24'/>" + here))),
-         boardOf(vitesse("3", trunk("1", two())))},
+         boardOf(vitesse("3", trunkOf("1", two(), here)) + marvell("0", trunkOf("1", others(), here))),
+         boardOf(vitesse("3", trunkOf("1", two())) + marvell("0", trunkOf("2", others())))},
+        {"trunk-id-shared", boardOf(vitesse("3", trunkOf("1", two(), here) + trunkOf("1", others(), here))),
+         boardOf(vitesse("3", trunkOf("1", two()) + trunkOf("2", others())))},
+        {"trunk-outside-switch", boardOf(vitesse("3"), trunkOf("1", two(), here)),
+         boardOf(vitesse("3", trunkOf("1", two())))},
+        {"trunk-port-unknown", boardOf(vitesse("3", trunkOf("1", two() + "<port id='24'/>" + here))),
+         boardOf(vitesse("3", trunkOf("1", two())))},
         {"trunk-port-unknown",
-         boardOf(vitesse("3", port("one") + trunk("1", two() + "<port/>" + here) +
-                                  trunk("2", "<port id='-1'/>" + std::string(here)))),
-         boardOf(vitesse("3", port("one") + trunk("1", two())))},
-        {"trunk-of-one-port", boardOf(vitesse("3", port("-1") + trunk("1", "<port id='1'/><port/>", here))),
-         boardOf(vitesse("3", trunk("1", two())))},
+         boardOf(vitesse("3", port("one") + trunkOf("1", two() + "<port/>" + here) +
+                                  trunkOf("2", "<port id='-1'/>" + std::string(here)))),
+         boardOf(vitesse("3", port("one") + trunkOf("1", two())))},
+        {"trunk-of-one-port", boardOf(vitesse("3", port("-1") + trunkOf("1", "<port id='1'/><port/>", here))),
+         boardOf(vitesse("3", trunkOf("1", two())))},
         {"trunk-port-in-two",
-         boardOf(vitesse("3", trunk("1", two()) + trunk("2", "<port id='2'/>" + std::string(here)))),
-         boardOf(vitesse("3", trunk("1", two()) + trunk("2", others())))},
-        {"trunk-unsupported", boardOf(marvell("0", trunk("1", two(), here))),
-         boardOf(vitesse("3", trunk("1", two())))},
-        {"trunk-of-one-port", boardOf(vitesse("3", trunk("1", "<port id='1'/>", here))),
-         boardOf(vitesse("3", trunk("1", two())))},
-        {"trunk-speeds-differ", speeds(trunk("1", "<port id='1'/><port id='3'/>", here)),
-         speeds(trunk("1", two()))},
-        {"trunk-speeds-differ", speeds(trunk("1", "<port id='1'/><port id='4'/>", here)),
-         speeds(trunk("1", two()))},
+         boardOf(vitesse("3", trunkOf("1", two()) + trunkOf("2", "<port id='2'/>" + std::string(here)))),
+         boardOf(vitesse("3", trunkOf("1", two()) + trunkOf("2", others())))},
+        {"trunk-unsupported", boardOf(marvell("0", trunkOf("1", two(), here))),
+         boardOf(vitesse("3", trunkOf("1", two())))},
+        {"trunk-of-one-port", boardOf(vitesse("3", trunkOf("1", "<port id='1'/>", here))),
+         boardOf(vitesse("3", trunkOf("1", two())))},
+        {"trunk-speeds-differ", speeds(trunkOf("1", "<port id='1'/><port id='3'/>", here)),
+         speeds(trunkOf("1", two()))},
+        {"trunk-speeds-differ", speeds(trunkOf("1", "<port id='1'/><port id='4'/>", here)),
+         speeds(trunkOf("1", two()))},
         {"trunk-vlans-differ",
-         boardOf(vitesse("3", trunk("1", two(), here)), tagBased("5", member("3", "1"))),
-         boardOf(vitesse("3", trunk("1", two())), tagBased("5", member("3", "1") + member("3", "2")))},
+         boardOf(vitesse("3", trunkOf("1", two(), here)), tagBased("5", member("3", "1"))),
+         boardOf(vitesse("3", trunkOf("1", two())), tagBased("5", member("3", "1") + member("3", "2")))},
     };
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace test_support {
+
+/// Paths of documents that come with the project.
+inline std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
+
+} // namespace test_support
