@@ -44,6 +44,7 @@ void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfe
     if (description != nullptr) {
         description->written(getStored(address), value);
     }
+    notifyChange(address);
 }
 
 std::uint32_t RegisterFile::getStored(unsigned address) const {
@@ -57,6 +58,10 @@ std::uint32_t RegisterFile::getStored(unsigned address, Field const& field) cons
 
 void RegisterFile::store(unsigned address, std::uint32_t value) {
     _values[address] = value;
+}
+
+void RegisterFile::onChange(std::function<void(unsigned address)> changed) {
+    _changed = std::move(changed);
 }
 
 void RegisterFile::report(MisuseReport::Kind kind, unsigned address, std::string const& text) const {
@@ -82,6 +87,7 @@ void RegisterFile::poke(unsigned address, std::uint32_t value) {
     std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
     peek(address);
     store(address, value);
+    notifyChange(address);
 }
 
 void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zeros) {
@@ -90,6 +96,13 @@ void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zer
         _stuckBits.erase(address);
     } else {
         _stuckBits[address] = {ones, zeros};
+    }
+    notifyChange(address);
+}
+
+void RegisterFile::notifyChange(unsigned address) const {
+    if (_changed) {
+        _changed(address);
     }
 }
 
