@@ -8,12 +8,12 @@ using Form = Decision::Form;
 
 namespace {
 
-EthernetFrame const frame = EthernetFrame::make(0x020000000002, 0x020000000001, 0x0800);
+EthernetFrame const answer = EthernetFrame::make(0x020000000002, 0x020000000001, 0x0800);
 
 TEST(DecisionTest, SaysWhereTheCopiesGo) {
     Decision decision;
     decision.vid = 4;
-    decision.egress = {{1, Form::untagged, frame}, {10, Form::tagged, frame.withTag({4, 0, false})}};
+    decision.egress = {{1, Form::untagged, answer}, {10, Form::tagged, answer.withTag({4, 0, false})}};
     decision.learnt = true;
     decision.rules = {"M1", "M2", "M7"};
     EXPECT_EQ(decision.describe(), "VLAN 4: to 1 untagged, 10 tagged; learnt (M1 M2 M7)");
@@ -44,7 +44,7 @@ TEST(DecisionTest, SaysWhatIsNotModelled) {
 
 TEST(DecisionTest, TheProcessorIsADestination) {
     Decision decision;
-    decision.egress = {{0, Form::asReceived, frame}, {1, Form::tagAdded, frame}};
+    decision.egress = {{0, Form::asReceived, answer}, {1, Form::tagAdded, answer}};
     decision.toProcessor = true;
     EXPECT_EQ(decision.describe(), "to 0 as received, 1 with a tag added, the processor ()");
     decision.egress.clear();
