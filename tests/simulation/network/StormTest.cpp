@@ -81,6 +81,24 @@ TEST_F(StormTest, TheCycleIsNamedWithoutTheWayToIt) {
     EXPECT_THAT(_network.getFindings()[0], testing::EndsWith("by way of 2.0 to 1.1, 1.2 to 2.1"));
 }
 
+TEST_F(StormTest, TheCycleIsNamedWithoutTheWayFromIt) {
+    _network.connect({0, 1}, {1, 0});
+    _network.connect({1, 1}, {0, 0});
+    _network.connect({1, 2}, {2, 0});
+    _zero._decide = onwards;
+    _one._decide = [](unsigned port, EthernetFrame const& frame) {
+        Decision decision = onwards(port, frame);
+        decision.egress.push_back({2, Decision::Form::asReceived, frame});
+        decision.egress.push_back({2, Decision::Form::asReceived, frame});
+        return decision;
+    };
+    _network.inject({0, 2}, broadcast());
+    _network.run();
+    ASSERT_EQ(_network.getFindings().size(), 1U);
+    EXPECT_THAT(_network.getFindings()[0], testing::StartsWith("storm at 2.0: "));
+    EXPECT_THAT(_network.getFindings()[0], testing::EndsWith("by way of 1.1 to 0.0, 0.1 to 1.0"));
+}
+
 TEST_F(StormTest, TheNextFrameIsCarriedWhenTheRingIsOpen) {
     connectRing();
     attach({2, 3});
