@@ -24,6 +24,10 @@ RegisterFile& ChipTestSide::getUnit(std::string const& name) const {
     return *unit;
 }
 
+void ChipTestSide::plugLink(unsigned /*number*/, unsigned /*megabits*/, bool /*fullDuplex*/) {}
+
+void ChipTestSide::unplugLink(unsigned /*number*/) {}
+
 void ChipTestSide::setBusyTime(CommandUnit unit, std::uint64_t nanoseconds) {
     auto const held = lock();
     getTimer(unit).setBusyTime(nanoseconds);

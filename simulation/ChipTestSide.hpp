@@ -12,6 +12,8 @@
 
 namespace simulation {
 
+class ChipForwarding;
+
 /// The side of a chip model that has no pins: what a test may look at and disturb. Nothing done
 /// here shows in the access log.
 ///
@@ -53,6 +55,18 @@ public:
     void stick(std::string const& unit, unsigned address, std::uint32_t ones, std::uint32_t zeros) const {
         getUnit(unit).stick(address, ones, zeros);
     }
+    /// @}
+
+    /// How the chip forwards frames; null while its model has no forwarding. Owned by the chip.
+    virtual ChipForwarding* getForwarding() { return nullptr; }
+
+    /// \name Link: somebody is connected to the port, or nobody
+    /// Without effect on a chip whose ports do not see it.
+    /// @{
+
+    /// \param megabits 10, 100 or 1000.
+    virtual void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true);
+    virtual void unplugLink(unsigned number);
     /// @}
 
     /// Makes one register access fail as the driver sees it. A chip behind a command register shows

@@ -41,6 +41,7 @@ void RegisterFile::write(unsigned address, std::uint32_t value, unsigned transfe
         reportUnwritable(*description, value, before);
         description->written(getStored(address), value);
     }
+    notifyChange(address);
 }
 
 std::uint32_t RegisterFile::getStored(unsigned address) const {
@@ -54,6 +55,10 @@ std::uint32_t RegisterFile::getStored(unsigned address, Field const& field) cons
 
 void RegisterFile::store(unsigned address, std::uint32_t value) {
     _values[address] = value;
+}
+
+void RegisterFile::onChange(std::function<void(unsigned address)> changed) {
+    _changed = std::move(changed);
 }
 
 void RegisterFile::report(MisuseReport::Kind kind, unsigned address, std::string const& text) const {
@@ -79,6 +84,7 @@ void RegisterFile::poke(unsigned address, std::uint32_t value) {
     std::lock_guard<std::recursive_mutex> const lock(_services.mutex);
     peek(address);
     store(address, value);
+    notifyChange(address);
 }
 
 void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zeros) {
@@ -87,6 +93,13 @@ void RegisterFile::stick(unsigned address, std::uint32_t ones, std::uint32_t zer
         _stuckBits.erase(address);
     } else {
         _stuckBits[address] = {ones, zeros};
+    }
+    notifyChange(address);
+}
+
+void RegisterFile::notifyChange(unsigned address) const {
+    if (_changed) {
+        _changed(address);
     }
 }
 

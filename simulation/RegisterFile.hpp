@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -39,6 +40,11 @@ public:
     void report(MisuseReport::Kind kind, unsigned address, std::string const& text) const;
     /// Back to the reset values of the table.
     void reset();
+
+    /// Has `changed` called with the address after each write over the bus, once it has had its effect,
+    /// and after each poke() and stick(); with the board's mutex held. What the model itself stores
+    /// or resets, it knows. One listener a unit.
+    void onChange(std::function<void(unsigned address)> changed);
     /// @}
 
     /// \name Test side: any thread may call, nothing shows in the access log
@@ -69,6 +75,7 @@ private:
         std::uint32_t zeros;
     };
 
+    void notifyChange(unsigned address) const;
     std::uint32_t withStuckBits(unsigned address, std::uint32_t value) const;
     void reportUnwritable(Register const& description, std::uint32_t value, std::uint32_t shown) const;
 
@@ -77,6 +84,7 @@ private:
     Logging _logging;
     std::map<unsigned, std::uint32_t> _values;
     std::map<unsigned, StuckBits> _stuckBits;
+    std::function<void(unsigned address)> _changed;
 };
 
 } // namespace simulation

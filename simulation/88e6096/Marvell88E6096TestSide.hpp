@@ -55,8 +55,8 @@ public:
     /// Connects a partner to the port. Ports with a PHY have link through the PHY unless it is
     /// powered down; the others get their link level set.
     /// \param megabits 10, 100 or 1000.
-    void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true);
-    void unplugLink(unsigned number);
+    void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true) override;
+    void unplugLink(unsigned number) override;
 
     /// The link level that counts while the port does not follow a PHY and nothing is forced.
     void setLinkLevel(unsigned number, bool up);

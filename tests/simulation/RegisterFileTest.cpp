@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "simulation/Field.hpp"
 #include "simulation/RegisterFile.hpp"
 
@@ -79,6 +82,25 @@ TEST_F(RegisterFileTest, WithoutLoggingTheLogStaysEmpty) {
     file.write(1, 2, 0);
     file.read(1, 0);
     EXPECT_EQ(_services.log.getSize(), 0U);
+}
+
+TEST_F(RegisterFileTest, TellsWhatChangedAfterItsEffect) {
+    RegisterFile file = make();
+    std::vector<std::pair<unsigned, std::uint32_t>> changes;
+    file.onChange([&](unsigned address) { changes.emplace_back(address, _written); });
+    file.write(0, 5, 1);
+    file.write(9, 1, 2);
+    file.poke(7, 1);
+    file.stick(8, 1, 0);
+    file.stick(8, 0, 0);
+    EXPECT_EQ(changes,
+              (std::vector<std::pair<unsigned, std::uint32_t>>{
+                  {0, 0x80000005}, {9, 0x80000005}, {7, 0x80000005}, {8, 0x80000005}, {8, 0x80000005}}));
+    changes.clear();
+    file.read(0, 3);
+    file.store(0, 6);
+    file.reset();
+    EXPECT_TRUE(changes.empty());
 }
 
 } // namespace
