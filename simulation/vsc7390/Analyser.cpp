@@ -1,5 +1,7 @@
 #include "simulation/vsc7390/Analyser.hpp"
 
+#include <utility>
+
 #include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation::vitesse {
@@ -37,13 +39,28 @@ Analyser::Analyser(Context& context)
 RegisterTable Analyser::table() {
     RegisterTable table = {
         Register(analyser::advancedLearning, "ADVLEARN").field("VLAN_CHK", 25),
-        Register(analyser::setUp, "AnalyserSetUp").field("SetUp", 31, 0),
+        Register(analyser::aggregationControl, "AGGRCTRL").field("Mode", 31, 0),
         Register(analyser::captureEnable, "CAPENAB").field("Enable", 31, 0),
     };
+    addNamedOnly(table);
     addPortMasks(table);
     addMaskArrays(table);
     addTableAccess(table);
     return table;
+}
+
+// Drivers of the family use these, but not in a way that tells what is in them. Those that the chip itself
+// changes may forget by being read.
+void Analyser::addNamedOnly(RegisterTable& table) {
+    table.add(Register(analyser::stormLimit, "STORMLIMIT").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::ageFilter, "ANAGEFIL").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::countMask, "ANCNTMASK").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::ageControl, "AGENCTRL").unknownReset().field("Data", 31, 0));
+    for (auto const& [address, name] :
+         {std::pair(analyser::stationMoved, "ANMOVED"), std::pair(analyser::events, "ANEVENTS"),
+          std::pair(analyser::countValue, "ANCNTVAL")}) {
+        table.add(Register(address, name).unstable().changedByRead().unknownReset().field("Data", 31, 0));
+    }
 }
 
 void Analyser::addPortMasks(RegisterTable& table) const {
@@ -65,8 +82,12 @@ void Analyser::addMaskArrays(RegisterTable& table) const {
                            destinationReset(number)));
     }
     for (unsigned number = 0; number < analyser::numberOfSourceMasks; ++number) {
-        table.add(portMask(analyser::sourceMasks + number, numbered("SRCMASKS", number), sourceReset(number))
-                      .field("Other", 31, ports.high + 1));
+        table.add(Register(analyser::sourceMasks + number, numbered("SRCMASKS", number), sourceReset(number))
+                      .field("Other", 31, 28)
+                      .field(analyser::cpuCopy)
+                      .field(analyser::mirror)
+                      .field("Other", 25)
+                      .field(ports));
     }
 }
 
@@ -96,6 +117,13 @@ void Analyser::addTableAccess(RegisterTable& table) {
                                         .field(vlan::mask)
                                         .field(vlan::command)));
     table.add(Register(analyser::vlanIndex, "VLANTIDX").staging().field("VID", 11, 0));
+}
+
+void Analyser::clearTables() {
+    _vlanTable.clear();
+    _vlanTable.getTimer().release();
+    _macTable.clear();
+    _macTable.getTimer().release();
 }
 
 std::uint32_t Analyser::destinationReset(unsigned number) const {

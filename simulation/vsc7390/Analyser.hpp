@@ -16,6 +16,9 @@ public:
     /// `context` must outlive the unit.
     explicit Analyser(Context& context);
 
+    /// Both tables as after a reset, with nothing that runs.
+    void clearTables();
+
     VlanTable& getVlanTable() { return _vlanTable; }
     MacTable& getMacTable() { return _macTable; }
 
@@ -25,6 +28,7 @@ public:
 
 private:
     RegisterTable table();
+    static void addNamedOnly(RegisterTable& table);
     void addPortMasks(RegisterTable& table) const;
     void addMaskArrays(RegisterTable& table) const;
     void addTableAccess(RegisterTable& table);

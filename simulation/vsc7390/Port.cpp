@@ -47,6 +47,7 @@ Register macConfig() {
         .field(port::receiveEnable)
         .field("VLAN_DBLAWR", 15)
         .field("VLAN_AWR", 14)
+        .field("100_BASE_T", 13)
         .field("WithReset11", 11)
         .field("TX_IPG", 10, 6)
         .field(port::receiveReset)
@@ -82,11 +83,16 @@ RegisterTable Port::table() {
         Register(port::maximumLength, "MAXLEN", length.placed(_context.options.maximumLengthReset))
             .field(length),
         Register(port::transmitUpdate, "TXUPDCFG")
-            .field("TX_UNTAGGED_VID", 15, 4)
-            .field("TX_UNTAGGED_VID_ENA", 3)
-            .field("TX_INSERT_TAG", 0),
+            .field("DSCP_REWR_MODE", 20, 19)
+            .field(port::rewriteDscp)
+            .field(port::rewritePriority)
+            .field(port::untaggedVid)
+            .field(port::untaggedVidEnable)
+            .field("TX_UPDATE_CRC", 1)
+            .field(port::insertTag),
     };
     addClassifier(table);
+    addNamedOnly(table);
     addWatermarks(table);
     addCounters(table);
     return table;
@@ -106,6 +112,15 @@ void Port::addClassifier(RegisterTable& table) const {
                   .field("CFI", 15)
                   .field("USR_PRIO", 14, 12)
                   .field(vid));
+}
+
+// Drivers of the family use these, but not in a way that tells what is in them.
+void Port::addNamedOnly(RegisterTable& table) {
+    table.add(Register(port::halfDuplexGap, "MACHDXGAP").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::advancedMode, "ADVPORTM").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::transmitQueue, "TXQ_SELECT_CFG").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::classifierLayer2, "CAT_PR_MISC_L2").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::classifierUserPriority, "CAT_PR_USR_PRIO").unknownReset().field("Data", 31, 0));
 }
 
 void Port::addWatermarks(RegisterTable& table) {

@@ -18,6 +18,7 @@ public:
 private:
     RegisterTable table();
     void addClassifier(RegisterTable& table) const;
+    static void addNamedOnly(RegisterTable& table);
     static void addWatermarks(RegisterTable& table);
     void addCounters(RegisterTable& table);
     void clearCounters();

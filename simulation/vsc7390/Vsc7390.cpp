@@ -40,7 +40,7 @@ Vsc7390::Vsc7390(Services& services, unsigned id, Vsc7390Options const& options)
                0,
                {UnitPlace::Space::block, block::memoryAndMii, block::memorySubBlock}},
               memoryTable()),
-      _system(_context),
+      _system(_context, [this] { reset(); }),
       _bus(_context, _system, _units) {
     for (unsigned number = 0; number < Vsc7390TestSide::numberOfPorts; ++number) {
         _ports.emplace_back(_context, number);
@@ -69,6 +69,19 @@ Vsc7390::Vsc7390(Services& services, unsigned id, Vsc7390Options const& options)
 }
 
 Vsc7390::~Vsc7390() = default;
+
+void Vsc7390::reset() {
+    for (RegisterFile* const unit : _units.getAll()) {
+        if (unit->getIdentity().place.space != UnitPlace::Space::phy) {
+            unit->reset();
+        }
+    }
+    _analyser.clearTables();
+    _arbiter.forget();
+    for (vitesse::Mii& mii : _miis) {
+        mii.forget();
+    }
+}
 
 std::string Vsc7390::getModel() const {
     return "vsc7390";

@@ -37,6 +37,9 @@ public:
 private:
     friend class Vsc7390TestSide;
 
+    /// All but the PHYs, which stand beside the chip.
+    void reset();
+
     vitesse::Context _context;
     UnitDirectory _units;
     std::deque<vitesse::Port> _ports;

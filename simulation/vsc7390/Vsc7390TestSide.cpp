@@ -52,6 +52,16 @@ void Vsc7390TestSide::unplugPhy(unsigned number) {
     phy(number).setPlugged(false);
 }
 
+void Vsc7390TestSide::plugLink(unsigned number, unsigned megabits, bool fullDuplex) {
+    auto const held = lock();
+    phy(number).plugLink(megabits, fullDuplex);
+}
+
+void Vsc7390TestSide::unplugLink(unsigned number) {
+    auto const held = lock();
+    phy(number).unplugLink();
+}
+
 Vsc7390TestSide::VlanEntry Vsc7390TestSide::getVlanEntry(unsigned vid) const {
     auto const held = lock();
     require(vid < numberOfVids, "no such VID");
@@ -120,7 +130,8 @@ bool Vsc7390TestSide::learn(std::uint64_t mac, unsigned vid, unsigned number) {
     entry.mac = mac;
     entry.vid = vid;
     entry.destination = number;
-    return _chip._analyser.getMacTable().insert(vitesse::MacEntry(entry));
+    return _chip._analyser.getMacTable().insert(vitesse::MacEntry(entry),
+                                                vitesse::MacTable::LockedSame::kept);
 }
 
 std::optional<std::uint32_t> Vsc7390TestSide::getMulticastPorts(std::uint64_t mac, unsigned vid) const {

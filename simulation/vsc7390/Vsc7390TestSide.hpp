@@ -108,6 +108,10 @@ public:
     void plugPhy(unsigned number);
     void unplugPhy(unsigned number);
 
+    /// The PHY's status shows the link at once, and its loss until it is read. Until one of them is called,
+    /// it shows none; Vsc7390Options::untoldLink says whether the port works.
+    void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true) override;
+    void unplugLink(unsigned number) override;
     /// @}
 
     /// \name Tables
