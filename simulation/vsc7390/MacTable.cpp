@@ -130,6 +130,14 @@ bool MacTable::insert(MacEntry const& entry, LockedSame locked) {
     return bucket != nullptr;
 }
 
+bool MacTable::canLearn(std::uint64_t address, unsigned vid) const {
+    if (MacEntry const* const same = find(address, vid)) {
+        return !same->isLocked();
+    }
+    Row const& row = _rows[rowOf(address, vid)];
+    return std::any_of(row.begin(), row.end(), [](MacEntry const& entry) { return !entry.isLocked(); });
+}
+
 MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry, LockedSame locked) {
     Vsc7390TestSide::MacEntry const key = entry.decode();
     auto const pick = [&row](auto const& suits) -> MacEntry* {

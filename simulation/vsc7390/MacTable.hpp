@@ -28,6 +28,9 @@ public:
     /// \return false when there is no bucket to be had.
     bool insert(MacEntry const& entry, LockedSame locked);
 
+    /// Whether insert() would find a bucket for what a frame brings.
+    bool canLearn(std::uint64_t address, unsigned vid) const;
+
     /// Null when there is none.
     MacEntry const* find(std::uint64_t address, unsigned vid) const;
     MacEntry const* findGroup(std::uint64_t address, unsigned vid) const;

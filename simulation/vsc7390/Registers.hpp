@@ -72,6 +72,20 @@ constexpr Field receiveEnable{"RX_EN", 16};
 constexpr Field receiveReset{"MAC_RX_RST", 5};
 constexpr Field transmitReset{"MAC_TX_RST", 4};
 constexpr Field clock{"CLK_SEL", 1, 0};
+constexpr Field doubleTagAware{"VLAN_DBLAWR", 15};
+constexpr Field tagAware{"VLAN_AWR", 14};
+
+constexpr Field dropGroupSource{"DROP_MC_SMAC", 6};
+constexpr Field forwardControl{"FWD_CTRL", 4};
+constexpr Field forwardPause{"FWD_PAUSE", 3};
+constexpr Field dropUntagged{"UNTAGGED_ENA", 2};
+constexpr Field dropTagged{"TAGGED_ENA", 1};
+constexpr Field dropNullAddress{"NULL_MAC", 0};
+constexpr Field ignoreTag{"TCI_IGNORE_ENA", 8};
+constexpr Field keepTag{"KEEP_TAG_ENA", 7};
+constexpr Field cfi{"CFI", 15};
+constexpr Field userPriority{"USR_PRIO", 14, 12};
+constexpr Field portVid{"VID", 11, 0};
 
 constexpr Field rewriteDscp{"DSCP_REWR_ENA", 18};
 constexpr Field rewritePriority{"TX_INT_TO_USRPRIO_ENA", 17};
@@ -112,6 +126,7 @@ constexpr unsigned numberOfAggregationMasks = 16;
 constexpr unsigned numberOfDestinationMasks = 64;
 /// Those of the ports, the processor's and seven that no port uses.
 constexpr unsigned numberOfSourceMasks = 32;
+constexpr Field refusedNotLearnt{"VLAN_CHK", 25};
 /// Of a source mask, beside its ports.
 constexpr Field cpuCopy{"CPU_COPY", 27};
 constexpr Field mirror{"MIRROR", 26};

@@ -65,6 +65,7 @@ Vsc7390::Vsc7390(Services& services, unsigned id, Vsc7390Options const& options)
     _units.addAll(_captures);
     _units.add(_system);
     _units.addAll(_phys);
+    _forwarding.emplace(_context, _analyser, _ports, _phys);
     _testSide = std::make_unique<Vsc7390TestSide>(*this);
 }
 
@@ -81,6 +82,7 @@ void Vsc7390::reset() {
     for (vitesse::Mii& mii : _miis) {
         mii.forget();
     }
+    _forwarding->getSnapshot().refresh();
 }
 
 std::string Vsc7390::getModel() const {

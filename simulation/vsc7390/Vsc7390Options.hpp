@@ -17,6 +17,11 @@ struct Vsc7390Options {
     enum class LearnOverLocked { replaces, leaves };
     enum class MasterReset { restoresDefaults, keepsRegisters };
     enum class UntoldLink { up, down };
+    enum class BridgeFrames { toNoPort, likeOthers };
+    enum class IgnoredTag { isRemoved, stays };
+    enum class ClosedPort { learnsNothing, learns };
+    enum class IntruderLearning { unlessTold, never };
+    enum class IgnoreVlan { skipsVlanMask, skipsSourceMaskToo };
     enum class FailedAccess { refused, lost };
 
     /// Bits 31:28 and 11:0 of the chip's identifier.
@@ -42,6 +47,25 @@ struct Vsc7390Options {
     /// made, but what its values mean is not public: the code is the same whatever is written there.
     AggregationCode aggregationCode = AggregationCode::nibblesOfAddresses;
 
+    /// Frames to 01:80:C2:00:00:00 to 0F. Drivers of the family expect them from the processor's interface
+    /// only, and send them there.
+    BridgeFrames bridgeFrames = BridgeFrames::toNoPort;
+
+    /// What becomes of a tag that a port ignores, when it is not told to keep tags: the one says what the
+    /// VLAN is, the other what the frame looks like.
+    IgnoredTag ignoredTag = IgnoredTag::isRemoved;
+
+    /// Whether a port that the receive mask stops learns from what it drops: no more than one that is off.
+    ClosedPort closedPort = ClosedPort::learnsNothing;
+
+    /// Whether senders that are no members of their VLAN are learnt: the name of ADVLEARN's bit 25, which
+    /// drivers set with the check, leaves little else than that they are not then.
+    IntruderLearning intruderLearning = IntruderLearning::unlessTold;
+
+    /// What an entry with IGNORE_VLAN goes past. The name says the VLAN's mask and no more.
+    IgnoreVlan ignoreVlan = IgnoreVlan::skipsVlanMask;
+
+    /// Broadcasts are groups, and nothing says that they have a mask of their own.
     BroadcastFlood broadcastFlood = BroadcastFlood::multicastMask;
 
     /// What the MAC table's command 4 does. Its name, FLUSH beside CLEAR, leaves little else than that

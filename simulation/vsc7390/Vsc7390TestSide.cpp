@@ -19,16 +19,20 @@ void Vsc7390TestSide::failAccess(unsigned nth) {
     _chip._bus.failRegisterAccess(nth);
 }
 
+ChipForwarding* Vsc7390TestSide::getForwarding() {
+    return &*_chip._forwarding;
+}
+
 void Vsc7390TestSide::setCounter(unsigned number, unsigned counter, std::uint32_t value) {
     auto const held = lock();
     require(firstCounter <= counter && counter <= lastCounter, "no such counter");
-    port(number).store(counter, value);
+    port(number).setCounter(counter, value);
 }
 
 std::uint32_t Vsc7390TestSide::getCounter(unsigned number, unsigned counter) const {
     auto const held = lock();
     require(firstCounter <= counter && counter <= lastCounter, "no such counter");
-    return port(number).getStored(counter);
+    return port(number).peek(counter);
 }
 
 Vsc7390TestSide::PortMac Vsc7390TestSide::getPortMac(unsigned number) const {
@@ -55,11 +59,13 @@ void Vsc7390TestSide::unplugPhy(unsigned number) {
 void Vsc7390TestSide::plugLink(unsigned number, unsigned megabits, bool fullDuplex) {
     auto const held = lock();
     phy(number).plugLink(megabits, fullDuplex);
+    _chip._forwarding->getSnapshot().refreshPort(number);
 }
 
 void Vsc7390TestSide::unplugLink(unsigned number) {
     auto const held = lock();
     phy(number).unplugLink();
+    _chip._forwarding->getSnapshot().refreshPort(number);
 }
 
 Vsc7390TestSide::VlanEntry Vsc7390TestSide::getVlanEntry(unsigned vid) const {
@@ -145,7 +151,7 @@ std::uint32_t Vsc7390TestSide::getEgressPorts(unsigned ingress, std::uint64_t de
     auto const held = lock();
     require(ingress <= cpuPort, "no such port");
     require(vid < numberOfVids, "no such VID");
-    return _chip._analyser.getEgressPorts(ingress, destination, source, vid);
+    return _chip._forwarding->getRules().getEgressPorts(ingress, destination, source, vid);
 }
 
 void Vsc7390TestSide::failBusAccess(unsigned nth) {

@@ -27,6 +27,7 @@ public:
     explicit Vsc7390TestSide(Vsc7390& chip);
 
     void failAccess(unsigned nth) override;
+    ChipForwarding* getForwarding() override;
 
     /// Where the chip answers, and how many bytes there.
     static constexpr unsigned physicalAddress = 0xF3000000;
@@ -139,8 +140,8 @@ public:
     /// is none.
     std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const;
 
-    /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got.
-    /// Whether ports are up, drop tags or fill in VIDs is not looked at.
+    /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got: part of
+    /// what forwarding does. Whether ports are up, drop tags or fill in VIDs is not looked at.
     /// \param destination and `source`: addresses, first byte on the wire highest.
     std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
                                  unsigned vid) const;

@@ -78,7 +78,7 @@ TEST_F(Vsc7390AnalyserTest, FloodMasks) {
     writeAnalyser(0x04, 0x0F00);
     EXPECT_EQ(toStation(16), 0x000FU);
     EXPECT_EQ(toAll(16), 0x00F0U);
-    EXPECT_EQ(chip().getEgressPorts(16, 0x0180C2000000, source, 1), 0x00F0U);
+    EXPECT_EQ(chip().getEgressPorts(16, 0x030000000009, source, 1), 0x00F0U);
     EXPECT_EQ(chip().getEgressPorts(16, 0x01005E010102, source, 1), 0x0F00U);
 }
 
