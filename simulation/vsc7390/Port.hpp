@@ -25,6 +25,7 @@ public:
         _counted[address - Vsc7390TestSide::firstCounter] += static_cast<std::uint32_t>(amount);
     }
     void setCounter(unsigned address, std::uint32_t value);
+    void clearCounters();
     /// @}
 
     static constexpr unsigned numberOfCounters =
@@ -36,7 +37,6 @@ private:
     static void addNamedOnly(RegisterTable& table);
     static void addWatermarks(RegisterTable& table);
     void addCounters(RegisterTable& table);
-    void clearCounters();
     std::uint32_t settle(unsigned index, std::uint32_t stored);
 
     Context& _context;

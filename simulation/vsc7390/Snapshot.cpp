@@ -47,7 +47,11 @@ void readSender(Snapshot::PortSettings& settings, Port const& port) {
 Snapshot::Snapshot(Context const& context, Analyser& analyser, std::deque<Port>& portUnits,
                    std::deque<Phy>& phyUnits)
     : _context(context), _analyser(analyser), _ports(portUnits), _phys(phyUnits) {
-    _analyser.onChange([this](unsigned address) { _words[address] = _analyser.getStored(address); });
+    _analyser.onChange([this](unsigned address) {
+        if (address < numberOfWords) {
+            _words[address] = _analyser.getStored(address);
+        }
+    });
     for (unsigned number = 0; number < _ports.size(); ++number) {
         _ports[number].onChange([this, number](unsigned) { refreshPort(number); });
         _phys[number].onChange([this, number](unsigned) { refreshPort(number); });

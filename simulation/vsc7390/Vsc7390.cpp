@@ -77,6 +77,9 @@ void Vsc7390::reset() {
             unit->reset();
         }
     }
+    for (vitesse::Port& port : _ports) {
+        port.clearCounters();
+    }
     _analyser.clearTables();
     _arbiter.forget();
     for (vitesse::Mii& mii : _miis) {
