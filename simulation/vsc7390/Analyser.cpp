@@ -1,19 +1,12 @@
 #include "simulation/vsc7390/Analyser.hpp"
 
+#include <utility>
+
 #include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation::vitesse {
 
 namespace {
-
-constexpr std::uint64_t broadcast = 0xFFFF'FFFF'FFFF;
-constexpr std::uint64_t groupBit = std::uint64_t{1} << 40;
-constexpr std::uint64_t ipMulticastPrefix = 0x01005E;
-constexpr unsigned bitsAfterPrefix = 24;
-
-constexpr unsigned bitsOfMac = 48;
-constexpr unsigned bitsOfNibble = 4;
-constexpr unsigned nibble = 0xF;
 
 std::string numbered(char const* name, unsigned number) {
     return std::string(name) + "_" + std::to_string(number);
@@ -36,14 +29,29 @@ Analyser::Analyser(Context& context)
 
 RegisterTable Analyser::table() {
     RegisterTable table = {
-        Register(analyser::advancedLearning, "ADVLEARN").field("VLAN_CHK", 25),
-        Register(analyser::setUp, "AnalyserSetUp").field("SetUp", 31, 0),
+        Register(analyser::advancedLearning, "ADVLEARN").field(analyser::refusedNotLearnt),
+        Register(analyser::aggregationControl, "AGGRCTRL").field("Mode", 31, 0),
         Register(analyser::captureEnable, "CAPENAB").field("Enable", 31, 0),
     };
+    addNamedOnly(table);
     addPortMasks(table);
     addMaskArrays(table);
     addTableAccess(table);
     return table;
+}
+
+// Drivers of the family use these, but not in a way that tells what is in them. Those that the chip itself
+// changes may forget by being read.
+void Analyser::addNamedOnly(RegisterTable& table) {
+    table.add(Register(analyser::stormLimit, "STORMLIMIT").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::ageFilter, "ANAGEFIL").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::countMask, "ANCNTMASK").unknownReset().field("Data", 31, 0));
+    table.add(Register(analyser::ageControl, "AGENCTRL").unknownReset().field("Data", 31, 0));
+    for (auto const& [address, name] :
+         {std::pair(analyser::stationMoved, "ANMOVED"), std::pair(analyser::events, "ANEVENTS"),
+          std::pair(analyser::countValue, "ANCNTVAL")}) {
+        table.add(Register(address, name).unstable().changedByRead().unknownReset().field("Data", 31, 0));
+    }
 }
 
 void Analyser::addPortMasks(RegisterTable& table) const {
@@ -65,8 +73,12 @@ void Analyser::addMaskArrays(RegisterTable& table) const {
                            destinationReset(number)));
     }
     for (unsigned number = 0; number < analyser::numberOfSourceMasks; ++number) {
-        table.add(portMask(analyser::sourceMasks + number, numbered("SRCMASKS", number), sourceReset(number))
-                      .field("Other", 31, ports.high + 1));
+        table.add(Register(analyser::sourceMasks + number, numbered("SRCMASKS", number), sourceReset(number))
+                      .field("Other", 31, 28)
+                      .field(analyser::cpuCopy)
+                      .field(analyser::mirror)
+                      .field("Other", 25)
+                      .field(ports));
     }
 }
 
@@ -96,6 +108,13 @@ void Analyser::addTableAccess(RegisterTable& table) {
                                         .field(vlan::mask)
                                         .field(vlan::command)));
     table.add(Register(analyser::vlanIndex, "VLANTIDX").staging().field("VID", 11, 0));
+}
+
+void Analyser::clearTables() {
+    _vlanTable.clear();
+    _vlanTable.getTimer().release();
+    _macTable.clear();
+    _macTable.getTimer().release();
 }
 
 std::uint32_t Analyser::destinationReset(unsigned number) const {
@@ -130,64 +149,6 @@ std::uint32_t Analyser::sourceReset(unsigned number) const {
         break;
     }
     return 0;
-}
-
-std::uint32_t Analyser::getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
-                                       unsigned vid) const {
-    VlanTable::Entry const vlan = _vlanTable.getEntry(vid);
-    if (!isAccepted(ingress, vlan)) {
-        return 0;
-    }
-    unsigned const code = aggregationCode(destination, source);
-    return destinationPorts(destination, vid, vlan.ports) & getStored(analyser::sourceMasks + ingress) &
-           getStored(analyser::aggregationMasks + code) & allPorts;
-}
-
-bool Analyser::isAccepted(unsigned ingress, VlanTable::Entry const& vlan) const {
-    if ((getStored(analyser::receiveMask) & bit(ingress)) == 0) {
-        return false;
-    }
-    bool const isChecked = vlan.sourceCheck || (getStored(analyser::vlanMask) & bit(ingress)) != 0;
-    return !isChecked || (vlan.ports & bit(ingress)) != 0;
-}
-
-std::uint32_t Analyser::destinationPorts(std::uint64_t destination, unsigned vid,
-                                         std::uint32_t members) const {
-    MacEntry const* entry = _macTable.findGroup(destination, vid);
-    if (entry != nullptr) {
-        Vsc7390TestSide::MacEntry const group = entry->decode();
-        return group.ignoreVlan ? group.getPorts() : group.getPorts() & members;
-    }
-    entry = _macTable.find(destination, vid);
-    if (entry == nullptr) {
-        return getStored(floodRegister(destination)) & members;
-    }
-    Vsc7390TestSide::MacEntry const hit = entry->decode();
-    std::uint32_t const mask = getStored(analyser::destinationMasks + hit.destination);
-    return hit.ignoreVlan ? mask : mask & members;
-}
-
-unsigned Analyser::floodRegister(std::uint64_t destination) const {
-    if (destination == broadcast) {
-        return _context.options.broadcastFlood == Vsc7390Options::BroadcastFlood::unicastMask
-                   ? analyser::unicastFlood
-                   : analyser::multicastFlood;
-    }
-    if (destination >> bitsAfterPrefix == ipMulticastPrefix) {
-        return analyser::ipMulticastFlood;
-    }
-    return (destination & groupBit) != 0 ? analyser::multicastFlood : analyser::unicastFlood;
-}
-
-unsigned Analyser::aggregationCode(std::uint64_t destination, std::uint64_t source) const {
-    if (_context.options.aggregationCode == Vsc7390Options::AggregationCode::zero) {
-        return 0;
-    }
-    unsigned code = 0;
-    for (unsigned shift = 0; shift < bitsOfMac; shift += bitsOfNibble) {
-        code ^= static_cast<unsigned>((destination ^ source) >> shift) & nibble;
-    }
-    return code;
 }
 
 } // namespace simulation::vitesse

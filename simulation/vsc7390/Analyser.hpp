@@ -16,25 +16,23 @@ public:
     /// `context` must outlive the unit.
     explicit Analyser(Context& context);
 
-    VlanTable& getVlanTable() { return _vlanTable; }
-    MacTable& getMacTable() { return _macTable; }
+    /// Both tables as after a reset, with nothing that runs.
+    void clearTables();
 
-    /// Where frames from port `ingress` may leave; the VID is the one they were put into.
-    std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
-                                 unsigned vid) const;
+    VlanTable& getVlanTable() { return _vlanTable; }
+    VlanTable const& getVlanTable() const { return _vlanTable; }
+    MacTable& getMacTable() { return _macTable; }
+    MacTable const& getMacTable() const { return _macTable; }
 
 private:
     RegisterTable table();
+    static void addNamedOnly(RegisterTable& table);
     void addPortMasks(RegisterTable& table) const;
     void addMaskArrays(RegisterTable& table) const;
     void addTableAccess(RegisterTable& table);
     std::uint32_t destinationReset(unsigned number) const;
     std::uint32_t aggregationReset() const;
     std::uint32_t sourceReset(unsigned number) const;
-    bool isAccepted(unsigned ingress, VlanTable::Entry const& vlan) const;
-    std::uint32_t destinationPorts(std::uint64_t destination, unsigned vid, std::uint32_t members) const;
-    unsigned floodRegister(std::uint64_t destination) const;
-    unsigned aggregationCode(std::uint64_t destination, std::uint64_t source) const;
 
     Context& _context;
     VlanTable _vlanTable;

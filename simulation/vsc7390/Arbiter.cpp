@@ -56,4 +56,10 @@ void Arbiter::queueFrames(unsigned port) {
     _queued |= bit(port);
 }
 
+void Arbiter::forget() {
+    _queued = 0;
+    _discarded = 0;
+    _timer.release();
+}
+
 } // namespace simulation::vitesse

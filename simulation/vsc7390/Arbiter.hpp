@@ -23,6 +23,9 @@ public:
     /// Frames of the port wait from now on.
     void queueFrames(unsigned port);
 
+    /// No frame waits and none is discarded, as after a reset.
+    void forget();
+
 private:
     RegisterTable table();
     void discard(std::uint32_t mask);

@@ -69,15 +69,14 @@ void MacEntry::setAged() {
 }
 
 bool MacEntry::isOf(std::uint64_t address, unsigned vid) const {
-    return isValid() && !decode().isMulticast() && _high == highOf(address, vid) &&
-           _low == static_cast<std::uint32_t>(address);
+    return isValid() && _low == static_cast<std::uint32_t>(address) && _high == highOf(address, vid) &&
+           !(isLocked() && isAged());
 }
 
 bool MacEntry::isGroupOf(std::uint64_t address, unsigned vid, Vsc7390Options::MulticastMatch match) const {
-    Vsc7390TestSide::MacEntry const entry = decode();
-    return isValid() && entry.isMulticast() && address >> bitsOfGroup == groupPrefix &&
-           (address & groupMask) == entry.getGroup() &&
-           (match == Vsc7390Options::MulticastMatch::lowBytes || entry.vid == vid);
+    return isValid() && isLocked() && isAged() && address >> bitsOfGroup == groupPrefix &&
+           ((address ^ _low) & groupMask) == 0 &&
+           (match == Vsc7390Options::MulticastMatch::lowBytes || mac::vid.get(_high) == vid);
 }
 
 } // namespace simulation::vitesse

@@ -51,7 +51,8 @@ void MacTable::perform(unsigned command, std::uint32_t word) {
 }
 
 void MacTable::learn(std::uint32_t word) {
-    insert(staged(word | mac::valid.getMask()));
+    bool const replaces = _context.options.learnOverLocked == Vsc7390Options::LearnOverLocked::replaces;
+    insert(staged(word | mac::valid.getMask()), replaces ? LockedSame::replaced : LockedSame::kept);
 }
 
 void MacTable::forget() {
@@ -120,16 +121,24 @@ MacEntry const& MacTable::at(unsigned row, unsigned bucket) const {
     return _rows[row][bucket];
 }
 
-bool MacTable::insert(MacEntry const& entry) {
+bool MacTable::insert(MacEntry const& entry, LockedSame locked) {
     Vsc7390TestSide::MacEntry const key = entry.decode();
-    MacEntry* const bucket = bucketFor(_rows[rowOf(key.mac, key.vid)], entry);
+    MacEntry* const bucket = bucketFor(_rows[rowOf(key.mac, key.vid)], entry, locked);
     if (bucket != nullptr) {
         *bucket = entry;
     }
     return bucket != nullptr;
 }
 
-MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry) {
+bool MacTable::canLearn(std::uint64_t address, unsigned vid) const {
+    if (MacEntry const* const same = find(address, vid)) {
+        return !same->isLocked();
+    }
+    Row const& row = _rows[rowOf(address, vid)];
+    return std::any_of(row.begin(), row.end(), [](MacEntry const& entry) { return !entry.isLocked(); });
+}
+
+MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry, LockedSame locked) {
     Vsc7390TestSide::MacEntry const key = entry.decode();
     auto const pick = [&row](auto const& suits) -> MacEntry* {
         auto const found = std::find_if(row.begin(), row.end(), suits);
@@ -137,7 +146,7 @@ MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry) {
     };
     if (MacEntry* const same =
             pick([&key](MacEntry const& present) { return present.isOf(key.mac, key.vid); })) {
-        return same->isLocked() ? nullptr : same;
+        return same->isLocked() && locked == LockedSame::kept ? nullptr : same;
     }
     if (MacEntry* const empty = pick([](MacEntry const& present) { return !present.isValid(); })) {
         return empty;

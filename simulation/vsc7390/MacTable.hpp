@@ -19,15 +19,23 @@ public:
     MacEntry& at(unsigned row, unsigned bucket);
     MacEntry const& at(unsigned row, unsigned bucket) const;
 
+    /// What becomes of a locked entry of the same address and VID.
+    enum class LockedSame { kept, replaced };
+
     /// Puts an entry into a bucket of the row of its address: over the entry of the same address and
     /// VID, else into an empty bucket, else over an aged entry, else over one after the other. Locked
-    /// ones stay.
-    /// \return false when all are locked.
-    bool insert(MacEntry const& entry);
+    /// ones of other addresses stay.
+    /// \return false when there is no bucket to be had.
+    bool insert(MacEntry const& entry, LockedSame locked);
+
+    /// Whether insert() would find a bucket for what a frame brings.
+    bool canLearn(std::uint64_t address, unsigned vid) const;
 
     /// Null when there is none.
     MacEntry const* find(std::uint64_t address, unsigned vid) const;
     MacEntry const* findGroup(std::uint64_t address, unsigned vid) const;
+
+    void clear();
 
     static unsigned rowOf(std::uint64_t address, unsigned vid);
 
@@ -40,12 +48,11 @@ private:
     void forget();
     void age();
     void flush();
-    void clear();
     void readIndexed();
     void writeIndexed(std::uint32_t word);
     MacEntry& indexed();
     MacEntry staged(std::uint32_t word) const;
-    MacEntry* bucketFor(Row& row, MacEntry const& entry);
+    MacEntry* bucketFor(Row& row, MacEntry const& entry, LockedSame locked);
     MacEntry* nextInTurn(Row& row);
 
     unsigned _turn = 0;

@@ -80,10 +80,19 @@ void Mii::operate(std::uint32_t word) {
     }
 }
 
+void Mii::forget() {
+    _arriving.reset();
+    _timer.release();
+}
+
 std::uint32_t Mii::readPhy(unsigned number, unsigned address) {
     Phy* const phy = find(number);
-    return phy != nullptr ? phy->read(address, _context.transfer)
-                          : mii::failure.getMask() | absentPhy(number).read(address, _context.transfer);
+    if (phy == nullptr) {
+        return mii::failure.getMask() | absentPhy(number).read(address, _context.transfer);
+    }
+    std::uint32_t const value = phy->read(address, _context.transfer);
+    phy->wasRead(address);
+    return value;
 }
 
 void Mii::writePhy(unsigned number, unsigned address, std::uint32_t value) {

@@ -22,6 +22,9 @@ public:
 
     CommandTimer& getTimer() { return _timer; }
 
+    /// Ends a transfer without its data, as a reset does.
+    void forget();
+
 private:
     RegisterTable table();
     std::uint32_t status() const;

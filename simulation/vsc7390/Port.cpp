@@ -1,6 +1,7 @@
 #include "simulation/vsc7390/Port.hpp"
 
 #include <array>
+#include <utility>
 
 #include "simulation/vsc7390/Registers.hpp"
 
@@ -13,12 +14,10 @@ constexpr unsigned megabits100 = 100;
 constexpr unsigned megabits10 = 10;
 
 constexpr Field length{"Length", 15, 0};
-constexpr Field vid{"VID", 11, 0};
 
-constexpr std::array<char const*, Vsc7390TestSide::lastCounter - Vsc7390TestSide::firstCounter + 1>
-    counterNames = {"C_RX_OCTETS",      "C_TX_OCTETS", "C_RX_PACKETS", "C_RX_BROAD_MULTI",
-                    "C_RX_ERRORS",      "C_RX_DROPS",  "C_RX_CLASS3",  "C_TX_PACKETS",
-                    "C_TX_BROAD_MULTI", "C_TX_ERRORS", "C_TX_DROPS",   "C_TX_CLASS3"};
+constexpr std::array<char const*, Port::numberOfCounters> counterNames = {
+    "C_RX_OCTETS", "C_TX_OCTETS",  "C_RX_PACKETS",     "C_RX_BROAD_MULTI", "C_RX_ERRORS", "C_RX_DROPS",
+    "C_RX_CLASS3", "C_TX_PACKETS", "C_TX_BROAD_MULTI", "C_TX_ERRORS",      "C_TX_DROPS",  "C_TX_CLASS3"};
 
 enum Clock : unsigned { clock1000 = 1, clock100 = 2, clock10 = 3 };
 
@@ -45,8 +44,9 @@ Register macConfig() {
         .field(port::fullDuplex)
         .field("GIGA_MODE", 17)
         .field(port::receiveEnable)
-        .field("VLAN_DBLAWR", 15)
-        .field("VLAN_AWR", 14)
+        .field(port::doubleTagAware)
+        .field(port::tagAware)
+        .field("100_BASE_T", 13)
         .field("WithReset11", 11)
         .field("TX_IPG", 10, 6)
         .field(port::receiveReset)
@@ -82,11 +82,16 @@ RegisterTable Port::table() {
         Register(port::maximumLength, "MAXLEN", length.placed(_context.options.maximumLengthReset))
             .field(length),
         Register(port::transmitUpdate, "TXUPDCFG")
-            .field("TX_UNTAGGED_VID", 15, 4)
-            .field("TX_UNTAGGED_VID_ENA", 3)
-            .field("TX_INSERT_TAG", 0),
+            .field("DSCP_REWR_MODE", 20, 19)
+            .field(port::rewriteDscp)
+            .field(port::rewritePriority)
+            .field(port::untaggedVid)
+            .field(port::untaggedVidEnable)
+            .field("TX_UPDATE_CRC", 1)
+            .field(port::insertTag),
     };
     addClassifier(table);
+    addNamedOnly(table);
     addWatermarks(table);
     addCounters(table);
     return table;
@@ -94,18 +99,27 @@ RegisterTable Port::table() {
 
 void Port::addClassifier(RegisterTable& table) const {
     table.add(Register(port::classifierDrop, "CAT_DROP")
-                  .field("DROP_MC_SMAC", 6)
-                  .field("FWD_CTRL", 4)
-                  .field("FWD_PAUSE", 3)
-                  .field("UNTAGGED_ENA", 2)
-                  .field("TAGGED_ENA", 1)
-                  .field("NULL_MAC", 0));
-    table.add(
-        Register(port::classifierVlan, "CAT_VLAN_MISC").field("TCI_IGNORE_ENA", 8).field("KEEP_TAG_ENA", 7));
-    table.add(Register(port::classifierPortVlan, "CAT_PORT_VLAN", vid.placed(_context.options.portVidReset))
-                  .field("CFI", 15)
-                  .field("USR_PRIO", 14, 12)
-                  .field(vid));
+                  .field(port::dropGroupSource)
+                  .field(port::forwardControl)
+                  .field(port::forwardPause)
+                  .field(port::dropUntagged)
+                  .field(port::dropTagged)
+                  .field(port::dropNullAddress));
+    table.add(Register(port::classifierVlan, "CAT_VLAN_MISC").field(port::ignoreTag).field(port::keepTag));
+    table.add(Register(port::classifierPortVlan, "CAT_PORT_VLAN",
+                       port::portVid.placed(_context.options.portVidReset))
+                  .field(port::cfi)
+                  .field(port::userPriority)
+                  .field(port::portVid));
+}
+
+// Drivers of the family use these, but not in a way that tells what is in them.
+void Port::addNamedOnly(RegisterTable& table) {
+    table.add(Register(port::halfDuplexGap, "MACHDXGAP").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::advancedMode, "ADVPORTM").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::transmitQueue, "TXQ_SELECT_CFG").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::classifierLayer2, "CAT_PR_MISC_L2").unknownReset().field("Data", 31, 0));
+    table.add(Register(port::classifierUserPriority, "CAT_PR_USR_PRIO").unknownReset().field("Data", 31, 0));
 }
 
 void Port::addWatermarks(RegisterTable& table) {
@@ -114,12 +128,15 @@ void Port::addWatermarks(RegisterTable& table) {
     table.add(Register(port::egressWatermarks, "EGRESS_WATERMARKS").field("Watermarks", 31, 0));
 }
 
-// Nothing is counted by itself. Writing 0 to the counter of received packets clears all of them.
+// What frames have moved goes to where the registers are when somebody looks. Writing 0 to the counter of
+// received packets clears all of them.
 void Port::addCounters(RegisterTable& table) {
     for (unsigned index = 0; index < counterNames.size(); ++index) {
         unsigned const address = Vsc7390TestSide::firstCounter + index;
         Register row(address, counterNames[index]);
-        row.counter().readOnly("Count", 31, 0);
+        row.counter().readOnly("Count", 31, 0).onRead([this, index](std::uint32_t stored) {
+            return settle(index, stored);
+        });
         if (address == port::packetsIn) {
             row.onAttempt([this](std::uint32_t value) {
                 if (value == 0) {
@@ -131,10 +148,23 @@ void Port::addCounters(RegisterTable& table) {
     }
 }
 
+std::uint32_t Port::settle(unsigned index, std::uint32_t stored) {
+    if (_counted[index] != 0) {
+        stored += std::exchange(_counted[index], 0);
+        store(Vsc7390TestSide::firstCounter + index, stored);
+    }
+    return stored;
+}
+
 void Port::clearCounters() {
     for (unsigned index = 0; index < counterNames.size(); ++index) {
-        store(Vsc7390TestSide::firstCounter + index, 0);
+        setCounter(Vsc7390TestSide::firstCounter + index, 0);
     }
+}
+
+void Port::setCounter(unsigned address, std::uint32_t value) {
+    _counted[address - Vsc7390TestSide::firstCounter] = 0;
+    store(address, value);
 }
 
 Vsc7390TestSide::PortMac Port::getMac() const {

@@ -36,11 +36,14 @@ constexpr unsigned memorySubBlock = 2;
 namespace port {
 enum Register : unsigned {
     macConfig = 0x00,
+    halfDuplexGap = 0x02,
     flowControl = 0x04,
     flowControlMacHigh = 0x08,
     flowControlMacLow = 0x0C,
     maximumLength = 0x10,
+    advancedMode = 0x19,
     transmitUpdate = 0x24,
+    transmitQueue = 0x28,
     octetsIn = 0x50,
     octetsOut,
     packetsIn,
@@ -54,6 +57,8 @@ enum Register : unsigned {
     dropsOut,
     class3Out,
     classifierDrop = 0x6E,
+    classifierLayer2 = 0x6F,
+    classifierUserPriority = 0x75,
     classifierVlan = 0x79,
     classifierPortVlan = 0x7A,
     flowControlWatermarks = 0xDE,
@@ -67,20 +72,46 @@ constexpr Field receiveEnable{"RX_EN", 16};
 constexpr Field receiveReset{"MAC_RX_RST", 5};
 constexpr Field transmitReset{"MAC_TX_RST", 4};
 constexpr Field clock{"CLK_SEL", 1, 0};
+constexpr Field doubleTagAware{"VLAN_DBLAWR", 15};
+constexpr Field tagAware{"VLAN_AWR", 14};
+
+constexpr Field dropGroupSource{"DROP_MC_SMAC", 6};
+constexpr Field forwardControl{"FWD_CTRL", 4};
+constexpr Field forwardPause{"FWD_PAUSE", 3};
+constexpr Field dropUntagged{"UNTAGGED_ENA", 2};
+constexpr Field dropTagged{"TAGGED_ENA", 1};
+constexpr Field dropNullAddress{"NULL_MAC", 0};
+constexpr Field ignoreTag{"TCI_IGNORE_ENA", 8};
+constexpr Field keepTag{"KEEP_TAG_ENA", 7};
+constexpr Field cfi{"CFI", 15};
+constexpr Field userPriority{"USR_PRIO", 14, 12};
+constexpr Field portVid{"VID", 11, 0};
+
+constexpr Field rewriteDscp{"DSCP_REWR_ENA", 18};
+constexpr Field rewritePriority{"TX_INT_TO_USRPRIO_ENA", 17};
+constexpr Field untaggedVid{"TX_UNTAGGED_VID", 15, 4};
+constexpr Field untaggedVidEnable{"TX_UNTAGGED_VID_ENA", 3};
+constexpr Field insertTag{"TX_INSERT_TAG", 0};
 } // namespace port
 
 namespace analyser {
 enum Register : unsigned {
+    stormLimit = 0x02,
     advancedLearning = 0x03,
     ipMulticastFlood = 0x04,
     vlanMask = 0x05,
     macHigh = 0x06,
     macLow = 0x07,
+    stationMoved = 0x08,
+    ageFilter = 0x09,
+    events = 0x0A,
+    countMask = 0x0B,
+    countValue = 0x0C,
     learnMask = 0x0D,
     unicastFlood = 0x0E,
     multicastFlood = 0x0F,
     receiveMask = 0x10,
-    setUp = 0x20,
+    aggregationControl = 0x20,
     aggregationMasks = 0x30,
     destinationMasks = 0x40,
     sourceMasks = 0x80,
@@ -89,11 +120,16 @@ enum Register : unsigned {
     macIndex = 0xC0,
     vlanAccess = 0xD0,
     vlanIndex = 0xE0,
+    ageControl = 0xF0,
 };
 constexpr unsigned numberOfAggregationMasks = 16;
 constexpr unsigned numberOfDestinationMasks = 64;
 /// Those of the ports, the processor's and seven that no port uses.
 constexpr unsigned numberOfSourceMasks = 32;
+constexpr Field refusedNotLearnt{"VLAN_CHK", 25};
+/// Of a source mask, beside its ports.
+constexpr Field cpuCopy{"CPU_COPY", 27};
+constexpr Field mirror{"MIRROR", 26};
 } // namespace analyser
 
 namespace vlan {
@@ -160,6 +196,7 @@ enum Register : unsigned {
     indirectData = 0x2C,
     indirectStatus = 0x30,
 };
+constexpr Field masterReset{"MASTER_RESET", 0};
 constexpr Field dataReady{"DataReady", 4};
 constexpr Field revision{"Revision", 31, 28};
 constexpr Field product{"Product", 27, 12};

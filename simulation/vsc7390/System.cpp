@@ -1,13 +1,16 @@
 #include "simulation/vsc7390/System.hpp"
 
+#include <utility>
+
 #include "simulation/vsc7390/Registers.hpp"
 
 namespace simulation::vitesse {
 
-System::System(Context& context)
+System::System(Context& context, std::function<void()> resetChip)
     : RegisterFile(context.services,
                    {context.chip, UnitKind::system, 0, {UnitPlace::Space::block, block::system, 0}}),
       _context(context),
+      _resetChip(std::move(resetChip)),
       _timer(context.services.clock) {
     define(table());
 }
@@ -16,7 +19,11 @@ RegisterTable System::table() {
     Vsc7390Options const& options = _context.options;
     return {
         Register(system::busSetUp, "BusSetUp").unstable().field("SetUp", 31, 0),
-        Register(system::globalReset, "GLORESET").unstable().field("Other", 31, 1).field("MASTER_RESET", 0),
+        Register(system::globalReset, "GLORESET")
+            .unstable()
+            .field("Other", 31, 1)
+            .selfClearing(system::masterReset)
+            .onWrite([this](std::uint32_t value) { globalReset(value); }),
         Register(system::chipIdentifier, "CHIPID",
                  system::revision.placed(options.revision) | system::product.placed(system::productNumber) |
                      system::identifierLow.placed(options.identifierLow))
@@ -34,6 +41,16 @@ RegisterTable System::table() {
             .readOnly(system::dataReady)
             .onRead([this](std::uint32_t stored) { return stored | system::dataReady.placed(isReady()); }),
     };
+}
+
+void System::globalReset(std::uint32_t value) {
+    if (!system::masterReset.isSet(value)) {
+        return;
+    }
+    store(system::globalReset, value & ~system::masterReset.getMask());
+    if (_context.options.masterReset == Vsc7390Options::MasterReset::restoresDefaults) {
+        _resetChip();
+    }
 }
 
 void System::startFetch(std::uint32_t value) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "simulation/CommandTimer.hpp"
 #include "simulation/RegisterFile.hpp"
@@ -13,7 +14,8 @@ namespace simulation::vitesse {
 class System : public RegisterFile {
 public:
     /// `context` must outlive the unit.
-    explicit System(Context& context);
+    /// \param resetChip called when a driver asks for a reset of the chip.
+    System(Context& context, std::function<void()> resetChip);
 
     CommandTimer& getTimer() { return _timer; }
 
@@ -26,9 +28,11 @@ public:
 
 private:
     RegisterTable table();
+    void globalReset(std::uint32_t value);
     std::uint32_t data() const;
 
     Context& _context;
+    std::function<void()> _resetChip;
     CommandTimer _timer;
     std::uint32_t _fetched = 0;
     std::uint32_t _before = 0;

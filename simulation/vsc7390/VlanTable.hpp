@@ -23,10 +23,11 @@ public:
     /// Whether the entry is as the clear command leaves it.
     bool isCleared(unsigned vid) const;
 
+    void clear();
+
 private:
     std::uint64_t usualNanoseconds(unsigned command) const override;
     void perform(unsigned command, std::uint32_t word) override;
-    void clear();
     std::uint32_t clearedWord() const;
 
     /// Ports and flags where the access register has them.

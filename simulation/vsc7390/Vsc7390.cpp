@@ -40,7 +40,7 @@ Vsc7390::Vsc7390(Services& services, unsigned id, Vsc7390Options const& options)
                0,
                {UnitPlace::Space::block, block::memoryAndMii, block::memorySubBlock}},
               memoryTable()),
-      _system(_context),
+      _system(_context, [this] { reset(); }),
       _bus(_context, _system, _units) {
     for (unsigned number = 0; number < Vsc7390TestSide::numberOfPorts; ++number) {
         _ports.emplace_back(_context, number);
@@ -65,10 +65,28 @@ Vsc7390::Vsc7390(Services& services, unsigned id, Vsc7390Options const& options)
     _units.addAll(_captures);
     _units.add(_system);
     _units.addAll(_phys);
+    _forwarding.emplace(_context, _analyser, _ports, _phys);
     _testSide = std::make_unique<Vsc7390TestSide>(*this);
 }
 
 Vsc7390::~Vsc7390() = default;
+
+void Vsc7390::reset() {
+    for (RegisterFile* const unit : _units.getAll()) {
+        if (unit->getIdentity().place.space != UnitPlace::Space::phy) {
+            unit->reset();
+        }
+    }
+    for (vitesse::Port& port : _ports) {
+        port.clearCounters();
+    }
+    _analyser.clearTables();
+    _arbiter.forget();
+    for (vitesse::Mii& mii : _miis) {
+        mii.forget();
+    }
+    _forwarding->getSnapshot().refresh();
+}
 
 std::string Vsc7390::getModel() const {
     return "vsc7390";

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 
 #include "simulation/SimulatedChip.hpp"
 #include "simulation/UnitDirectory.hpp"
@@ -9,6 +10,7 @@
 #include "simulation/vsc7390/Arbiter.hpp"
 #include "simulation/vsc7390/Bus.hpp"
 #include "simulation/vsc7390/Context.hpp"
+#include "simulation/vsc7390/Forwarding.hpp"
 #include "simulation/vsc7390/Mii.hpp"
 #include "simulation/vsc7390/Phy.hpp"
 #include "simulation/vsc7390/Port.hpp"
@@ -37,6 +39,9 @@ public:
 private:
     friend class Vsc7390TestSide;
 
+    /// All but the PHYs, which stand beside the chip.
+    void reset();
+
     vitesse::Context _context;
     UnitDirectory _units;
     std::deque<vitesse::Port> _ports;
@@ -48,6 +53,7 @@ private:
     std::deque<RegisterFile> _captures;
     vitesse::System _system;
     vitesse::Bus _bus;
+    std::optional<vitesse::Forwarding> _forwarding;
     std::unique_ptr<Vsc7390TestSide> _testSide;
 };
 

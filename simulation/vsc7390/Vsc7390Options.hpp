@@ -14,6 +14,14 @@ struct Vsc7390Options {
     enum class AggregationCode { nibblesOfAddresses, zero };
     enum class BroadcastFlood { multicastMask, unicastMask };
     enum class MacFlush { noEffect, deletesUnlocked };
+    enum class LearnOverLocked { replaces, leaves };
+    enum class MasterReset { restoresDefaults, keepsRegisters };
+    enum class UntoldLink { up, down };
+    enum class BridgeFrames { toNoPort, likeOthers };
+    enum class IgnoredTag { isRemoved, stays };
+    enum class ClosedPort { learnsNothing, learns };
+    enum class IntruderLearning { unlessTold, never };
+    enum class IgnoreVlan { skipsVlanMask, skipsSourceMaskToo };
     enum class FailedAccess { refused, lost };
 
     /// Bits 31:28 and 11:0 of the chip's identifier.
@@ -35,13 +43,46 @@ struct Vsc7390Options {
     /// What a frame's address and VID have to share with a multicast entry of its row.
     MulticastMatch multicastMatch = MulticastMatch::lowBytesAndVid;
 
-    /// Which of the sixteen aggregation masks a pair of addresses gets.
+    /// Which of the sixteen aggregation masks a pair of addresses gets. AGGRCTRL is to say how a code is
+    /// made, but what its values mean is not public: the code is the same whatever is written there.
     AggregationCode aggregationCode = AggregationCode::nibblesOfAddresses;
 
+    /// Frames to 01:80:C2:00:00:00 to 0F. Drivers of the family expect them from the processor's interface
+    /// only, and send them there.
+    BridgeFrames bridgeFrames = BridgeFrames::toNoPort;
+
+    /// What becomes of a tag that a port ignores, when it is not told to keep tags: the one says what the
+    /// VLAN is, the other what the frame looks like.
+    IgnoredTag ignoredTag = IgnoredTag::isRemoved;
+
+    /// Whether a port that the receive mask stops learns from what it drops: no more than one that is off.
+    ClosedPort closedPort = ClosedPort::learnsNothing;
+
+    /// Whether senders that are no members of their VLAN are learnt: the name of ADVLEARN's bit 25, which
+    /// drivers set with the check, leaves little else than that they are not then.
+    IntruderLearning intruderLearning = IntruderLearning::unlessTold;
+
+    /// What an entry with IGNORE_VLAN goes past. The name says the VLAN's mask and no more.
+    IgnoreVlan ignoreVlan = IgnoreVlan::skipsVlanMask;
+
+    /// Broadcasts are groups, and nothing says that they have a mask of their own.
     BroadcastFlood broadcastFlood = BroadcastFlood::multicastMask;
 
-    /// What the MAC table's command 4 does.
-    MacFlush macFlush = MacFlush::noEffect;
+    /// What the MAC table's command 4 does. Its name, FLUSH beside CLEAR, leaves little else than that
+    /// locked entries stay.
+    MacFlush macFlush = MacFlush::deletesUnlocked;
+
+    /// What the MAC table's command LEARN does to a locked entry of the same address. No driver relies on
+    /// either; who gives the command has asked for it, while a frame never moves a locked entry.
+    LearnOverLocked learnOverLocked = LearnOverLocked::replaces;
+
+    /// What writing MASTER_RESET does before the bit clears itself. Drivers of the family set the chip up
+    /// from nothing after it, memories included.
+    MasterReset masterReset = MasterReset::restoresDefaults;
+
+    /// Whether somebody is at the other end of a port of which neither plugLink() nor unplugLink() has been
+    /// called. The MAC sends and receives whatever its PHY says, and there are modules that say nothing.
+    UntoldLink untoldLink = UntoldLink::up;
 
     /// What Vsc7390TestSide::failAccess does to an access. Refused: the bus reports an error, so the
     /// accessor returns false. Lost: a read gives all ones, an indirect one when it is ready, and a

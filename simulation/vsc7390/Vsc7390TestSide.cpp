@@ -19,16 +19,20 @@ void Vsc7390TestSide::failAccess(unsigned nth) {
     _chip._bus.failRegisterAccess(nth);
 }
 
+ChipForwarding* Vsc7390TestSide::getForwarding() {
+    return &*_chip._forwarding;
+}
+
 void Vsc7390TestSide::setCounter(unsigned number, unsigned counter, std::uint32_t value) {
     auto const held = lock();
     require(firstCounter <= counter && counter <= lastCounter, "no such counter");
-    port(number).store(counter, value);
+    port(number).setCounter(counter, value);
 }
 
 std::uint32_t Vsc7390TestSide::getCounter(unsigned number, unsigned counter) const {
     auto const held = lock();
     require(firstCounter <= counter && counter <= lastCounter, "no such counter");
-    return port(number).getStored(counter);
+    return port(number).peek(counter);
 }
 
 Vsc7390TestSide::PortMac Vsc7390TestSide::getPortMac(unsigned number) const {
@@ -50,6 +54,18 @@ void Vsc7390TestSide::plugPhy(unsigned number) {
 void Vsc7390TestSide::unplugPhy(unsigned number) {
     auto const held = lock();
     phy(number).setPlugged(false);
+}
+
+void Vsc7390TestSide::plugLink(unsigned number, unsigned megabits, bool fullDuplex) {
+    auto const held = lock();
+    phy(number).plugLink(megabits, fullDuplex);
+    _chip._forwarding->getSnapshot().refreshPort(number);
+}
+
+void Vsc7390TestSide::unplugLink(unsigned number) {
+    auto const held = lock();
+    phy(number).unplugLink();
+    _chip._forwarding->getSnapshot().refreshPort(number);
 }
 
 Vsc7390TestSide::VlanEntry Vsc7390TestSide::getVlanEntry(unsigned vid) const {
@@ -120,7 +136,8 @@ bool Vsc7390TestSide::learn(std::uint64_t mac, unsigned vid, unsigned number) {
     entry.mac = mac;
     entry.vid = vid;
     entry.destination = number;
-    return _chip._analyser.getMacTable().insert(vitesse::MacEntry(entry));
+    return _chip._analyser.getMacTable().insert(vitesse::MacEntry(entry),
+                                                vitesse::MacTable::LockedSame::kept);
 }
 
 std::optional<std::uint32_t> Vsc7390TestSide::getMulticastPorts(std::uint64_t mac, unsigned vid) const {
@@ -134,7 +151,7 @@ std::uint32_t Vsc7390TestSide::getEgressPorts(unsigned ingress, std::uint64_t de
     auto const held = lock();
     require(ingress <= cpuPort, "no such port");
     require(vid < numberOfVids, "no such VID");
-    return _chip._analyser.getEgressPorts(ingress, destination, source, vid);
+    return _chip._forwarding->getRules().getEgressPorts(ingress, destination, source, vid);
 }
 
 void Vsc7390TestSide::failBusAccess(unsigned nth) {

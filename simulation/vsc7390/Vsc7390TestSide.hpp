@@ -27,6 +27,7 @@ public:
     explicit Vsc7390TestSide(Vsc7390& chip);
 
     void failAccess(unsigned nth) override;
+    ChipForwarding* getForwarding() override;
 
     /// Where the chip answers, and how many bytes there.
     static constexpr unsigned physicalAddress = 0xF3000000;
@@ -108,6 +109,10 @@ public:
     void plugPhy(unsigned number);
     void unplugPhy(unsigned number);
 
+    /// The PHY's status shows the link at once, and its loss until it is read. Until one of them is called,
+    /// it shows none; Vsc7390Options::untoldLink says whether the port works.
+    void plugLink(unsigned number, unsigned megabits = 100, bool fullDuplex = true) override;
+    void unplugLink(unsigned number) override;
     /// @}
 
     /// \name Tables
@@ -135,8 +140,8 @@ public:
     /// is none.
     std::optional<std::uint32_t> getMulticastPorts(std::uint64_t mac, unsigned vid) const;
 
-    /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got.
-    /// Whether ports are up, drop tags or fill in VIDs is not looked at.
+    /// The ports that the tables and masks of the analyser send a frame to which port `ingress` got: part of
+    /// what forwarding does. Whether ports are up, drop tags or fill in VIDs is not looked at.
     /// \param destination and `source`: addresses, first byte on the wire highest.
     std::uint32_t getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
                                  unsigned vid) const;

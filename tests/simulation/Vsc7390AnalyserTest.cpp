@@ -51,6 +51,10 @@ TEST_F(Vsc7390AnalyserTest, OtherRegistersAreStored) {
     writeAnalyser(0x20, 4);
     writeAnalyser(0xC0, 0x3FFF);
     writeAnalyser(0xE0, 0xFFF);
+    for (unsigned address : {0x02U, 0x08U, 0x09U, 0x0AU, 0x0BU, 0x0CU, 0xF0U}) {
+        writeAnalyser(address, 0xFFFF0000 + address);
+        EXPECT_EQ(readAnalyser(address), 0xFFFF0000 + address);
+    }
     EXPECT_EQ(readAnalyser(0x03), 0x02000000U);
     EXPECT_EQ(readAnalyser(0x20), 4U);
     EXPECT_EQ(readAnalyser(0xC0), 0x3FFFU);
@@ -74,7 +78,7 @@ TEST_F(Vsc7390AnalyserTest, FloodMasks) {
     writeAnalyser(0x04, 0x0F00);
     EXPECT_EQ(toStation(16), 0x000FU);
     EXPECT_EQ(toAll(16), 0x00F0U);
-    EXPECT_EQ(chip().getEgressPorts(16, 0x0180C2000000, source, 1), 0x00F0U);
+    EXPECT_EQ(chip().getEgressPorts(16, 0x030000000009, source, 1), 0x00F0U);
     EXPECT_EQ(chip().getEgressPorts(16, 0x01005E010102, source, 1), 0x0F00U);
 }
 

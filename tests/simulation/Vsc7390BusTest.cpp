@@ -171,9 +171,9 @@ TEST_F(Vsc7390BusTest, MemoryInitialisationTakesWrites) {
 
 TEST_F(Vsc7390BusTest, TheSystemBlockStores) {
     busWrite(offsetOf(system, 0, 0x02), 12);
-    busWrite(offsetOf(system, 0, 0x14), 1);
+    busWrite(offsetOf(system, 0, 0x14), 2);
     EXPECT_EQ(busRead(offsetOf(system, 0, 0x02)), 12U);
-    EXPECT_EQ(busRead(offsetOf(system, 0, 0x14)), 1U);
+    EXPECT_EQ(busRead(offsetOf(system, 0, 0x14)), 2U);
     EXPECT_EQ(readPort(0, 0x10), 1518U);
     EXPECT_EQ(misuseText(), "");
 }

@@ -199,19 +199,45 @@ TEST_F(Vsc7390MacTableTest, ClearDeletesAll) {
     EXPECT_TRUE(chip().getMacTable().empty());
 }
 
-TEST_F(Vsc7390MacTableTest, FlushChangesNothingUnlessToldTo) {
-    learn(sameRow[0], valid);
-    commandMac(flushTable);
-    EXPECT_EQ(readAnalyser(0xB0) & 7, 0U);
-    EXPECT_EQ(chip().getMacTable().size(), 1U);
-    Options options;
-    options.macFlush = Options::MacFlush::deletesUnlocked;
-    rebuild(options);
+TEST_F(Vsc7390MacTableTest, FlushDeletesWhatIsNotLocked) {
     learn(sameRow[0], valid);
     learn(sameRow[1], valid | locked);
+    writeMac(0x18CA, 0x00011002, 0x01010102, 0x1E07);
+    commandMac(flushTable);
+    EXPECT_EQ(readAnalyser(0xB0) & 7, 0U);
+    EXPECT_EQ(chip().getMacTable().size(), 2U);
+    EXPECT_EQ(macIn(1), sameRow[1]);
+    EXPECT_TRUE(chip().getMacEntry(0x0CA, 3)->isMulticast());
+}
+
+TEST_F(Vsc7390MacTableTest, FlushCanBeWithoutEffect) {
+    Options options;
+    options.macFlush = Options::MacFlush::noEffect;
+    rebuild(options);
+    learn(sameRow[0], valid);
     commandMac(flushTable);
     EXPECT_EQ(chip().getMacTable().size(), 1U);
-    EXPECT_EQ(macIn(1), sameRow[1]);
+}
+
+TEST_F(Vsc7390MacTableTest, LearnMovesALockedEntryOfTheSameAddressButAFrameDoesNot) {
+    learn(sameRow[0], valid | locked | 0x18);
+    learn(sameRow[0], valid | locked | 0x28);
+    EXPECT_EQ(chip().getMacEntry(row, 0)->destination, 5U);
+    EXPECT_EQ(chip().getMacTable().size(), 1U);
+    EXPECT_FALSE(chip().learn(sameRow[0], 1, 9));
+    EXPECT_EQ(chip().getMacEntry(row, 0)->destination, 5U);
+    learn(sameRow[0], valid | 0x38);
+    EXPECT_FALSE(chip().getMacEntry(row, 0)->locked);
+    EXPECT_TRUE(chip().learn(sameRow[0], 1, 9)) << "no longer locked";
+}
+
+TEST_F(Vsc7390MacTableTest, LearnCanLeaveLockedEntriesAlone) {
+    Options options;
+    options.learnOverLocked = Options::LearnOverLocked::leaves;
+    rebuild(options);
+    learn(sameRow[0], valid | locked | 0x18);
+    learn(sameRow[0], valid | locked | 0x28);
+    EXPECT_EQ(chip().getMacEntry(row, 0)->destination, 3U);
 }
 
 TEST_F(Vsc7390MacTableTest, AgeAndClearTakeFiftyMicroseconds) {

@@ -67,6 +67,55 @@ TEST_F(Vsc7390MiiTest, AResetEndsByItselfAndKeepsTheRest) {
     EXPECT_EQ(phyRead(3, 0), 0x2100U);
 }
 
+// Link and end of negotiation, what the partner can do, and that it negotiates, as drivers ask for them.
+TEST_F(Vsc7390MiiTest, TheStatusShowsTheLinkThatIsPluggedIn) {
+    struct Case {
+        unsigned megabits;
+        bool fullDuplex;
+        unsigned ability;
+        unsigned gigabit;
+    };
+    for (Case const& item :
+         {Case{10, false, 0x4021, 0}, Case{10, true, 0x4041, 0}, Case{100, false, 0x4081, 0},
+          Case{100, true, 0x4101, 0}, Case{1000, false, 0x4001, 0x3400}, Case{1000, true, 0x4001, 0x3800}}) {
+        chip().plugLink(7, item.megabits, item.fullDuplex);
+        EXPECT_EQ(phyRead(7, 1), 0x796DU) << item.megabits;
+        EXPECT_EQ(phyRead(7, 5), item.ability) << item.megabits;
+        EXPECT_EQ(phyRead(7, 6), 0x0001U) << item.megabits;
+        EXPECT_EQ(phyRead(7, 10), item.gigabit) << item.megabits;
+    }
+    EXPECT_EQ(phyRead(8, 1), 0x7949U) << "another one's";
+    EXPECT_EQ(phyRead(8, 5), 0U);
+    chip().unplugLink(7);
+    EXPECT_EQ(phyRead(7, 1), 0x7949U);
+    EXPECT_EQ(phyRead(7, 5), 0U);
+    EXPECT_EQ(phyRead(7, 10), 0U);
+}
+
+TEST_F(Vsc7390MiiTest, AForcedLinkShowsNoNegotiation) {
+    chip().plugLink(7, 100, true);
+    phyWrite(7, 0, 0x2100);
+    EXPECT_EQ(phyRead(7, 1), 0x794DU);
+    EXPECT_EQ(phyRead(7, 5), 0U);
+}
+
+TEST_F(Vsc7390MiiTest, ALostLinkShowsUntilItIsRead) {
+    chip().plugLink(7);
+    chip().unplugLink(7);
+    chip().plugLink(7);
+    EXPECT_EQ(chip().peek("phy 7", 1), 0x7969U) << "looking is no reading";
+    EXPECT_EQ(phyRead(7, 1), 0x7969U);
+    EXPECT_EQ(phyRead(7, 1), 0x796DU);
+}
+
+TEST_F(Vsc7390MiiTest, APhyWithoutPowerHasNoLink) {
+    chip().plugLink(7);
+    phyWrite(7, 0, 0x1940);
+    EXPECT_EQ(phyRead(7, 1), 0x7949U);
+    phyWrite(7, 0, 0x1140);
+    EXPECT_EQ(phyRead(7, 1), 0x796DU);
+}
+
 TEST_F(Vsc7390MiiTest, APhyThatDoesNotAnswerSetsBit16) {
     chip().unplugPhy(5);
     EXPECT_EQ(phyRead(5, 2), 0x1FFFFU);
@@ -141,6 +190,8 @@ TEST_F(Vsc7390MiiTest, TheCommandIsReadBack) {
 
 TEST_F(Vsc7390MiiTest, NumbersThatDoNotExist) {
     EXPECT_THROW(chip().unplugPhy(24), std::out_of_range);
+    EXPECT_THROW(chip().plugLink(24), std::out_of_range);
+    EXPECT_THROW(chip().unplugLink(24), std::out_of_range);
     EXPECT_THROW(chip().poke("phy 24", 0, 0), std::out_of_range);
 }
 

@@ -67,6 +67,70 @@ TEST_F(Vsc7390ResetTest, Identifier) {
     EXPECT_EQ(read(system, 0, 0x18), 0x37390321U);
 }
 
+// As drivers of the family begin: reset, wait for its end, then everything from nothing.
+class Vsc7390MasterResetTest : public Vsc7390Fixture {
+protected:
+    void setUpAndReset() {
+        writePort(3, 0x00, 0x101D0442);
+        chip().setCounter(3, 0x50, 77);
+        writeAnalyser(0x10, 0x8);
+        writeAnalyser(0x83, 0);
+        writeVlan(10, 0x10000022);
+        writeMac(0x00CA, 0x00011002, 0x01010102, 0x1E07);
+        write(arbiter, 0, 0x0E, 0x8);
+        chip().queueFrames(5);
+        write(mii, 1, 0x3, 0x40);
+        write(mii, 1, 0x1, 0x00641234);
+        write(mii, 1, 0x1, 0x04600000);
+        writeAnalyser(0xB0, 5);
+        write(system, 0, 0x14, 0x00000001);
+    }
+};
+
+TEST_F(Vsc7390MasterResetTest, EndsByItself) {
+    setUpAndReset();
+    EXPECT_EQ(read(system, 0, 0x14), 0U);
+}
+
+TEST_F(Vsc7390MasterResetTest, LeavesAChipAsAfterPowerOn) {
+    setUpAndReset();
+    EXPECT_EQ(readPort(3, 0x00), 0U);
+    EXPECT_EQ(readPort(3, 0x50), 0U);
+    EXPECT_FALSE(chip().getPortMac(3).receives);
+    EXPECT_EQ(readAnalyser(0x10), 0x01FFFFFFU);
+    EXPECT_EQ(readAnalyser(0x83), 0x01FFFFF7U);
+    EXPECT_EQ(readAnalyser(0xB0), 0U) << "no command runs";
+    EXPECT_TRUE(chip().getVlans().empty());
+    EXPECT_TRUE(chip().getMacTable().empty());
+    EXPECT_EQ(read(arbiter, 0, 0x0E), 0U);
+    EXPECT_EQ(read(arbiter, 0, 0x0C), 0x01FFFFFFU);
+    EXPECT_EQ(read(mii, 1, 0x3), 0U);
+    EXPECT_EQ(read(mii, 1, 0x0), 0U) << "no transfer runs";
+    EXPECT_EQ(read(mii, 1, 0x2), 0U);
+}
+
+TEST_F(Vsc7390MasterResetTest, LeavesThePhysBesideTheChipAlone) {
+    setUpAndReset();
+    EXPECT_EQ(chip().peek("phy 3", 4), 0x1234U);
+}
+
+TEST_F(Vsc7390MasterResetTest, OtherBitsOfTheRegisterResetNothing) {
+    writeAnalyser(0x10, 0x8);
+    write(system, 0, 0x14, 0xFFFFFFFE);
+    EXPECT_EQ(read(system, 0, 0x14), 0xFFFFFFFEU);
+    EXPECT_EQ(readAnalyser(0x10), 0x8U);
+}
+
+TEST_F(Vsc7390MasterResetTest, CanKeepTheRegisters) {
+    Options options;
+    options.masterReset = Options::MasterReset::keepsRegisters;
+    rebuild(options);
+    setUpAndReset();
+    EXPECT_EQ(read(system, 0, 0x14), 0U);
+    EXPECT_EQ(readAnalyser(0x10), 0x8U);
+    EXPECT_EQ(chip().getVlans().size(), 1U);
+}
+
 TEST_F(Vsc7390ResetTest, MasksCanStartOtherwise) {
     Options options;
     options.destinationMaskReset = Options::DestinationMaskReset::allPorts;
