@@ -28,6 +28,11 @@ std::string BoardReading::Port::getName() const {
     return idName(static_cast<int>(id), attribute(element, "id"));
 }
 
+std::string BoardReading::Trunk::getName() const {
+    auto const written = attribute(element, "id");
+    return written ? idName(id, written) : "without an id, line " + std::to_string(xmlGetLineNo(element));
+}
+
 std::string BoardReading::Switch::getName() const {
     return idName(static_cast<int>(id), attribute(element, "id"));
 }

@@ -41,6 +41,9 @@ public:
         int id = 0;
         /// In the order of the query; may be elements of other switches.
         std::vector<xmlNodePtr> members;
+
+        /// Its id, as board::idName() has it; of one without an id, its line in the document.
+        std::string getName() const;
     };
 
     struct Switch {

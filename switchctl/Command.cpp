@@ -40,6 +40,24 @@ std::string timeOfDay() {
     return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time(nullptr)));
 }
 
+using Json = nlohmann::ordered_json;
+
+constexpr int indentation = 2;
+constexpr int inOneLine = -1;
+
+Json withTime(Json const& json) {
+    Json stamped{{"time", timeOfDay()}};
+    stamped.update(json);
+    return stamped;
+}
+
+void printVersioned(std::ostream& out, Json const& json, int indent) {
+    Json whole{{"version", versionOfJson}};
+    whole.update(json);
+    // Attributes of a document may hold what is no UTF-8 to a strict writer.
+    out << whole.dump(indent, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
 } // namespace
 
 Command::StatusLine::StatusLine(ExitStatus status) : StatusLine(status, usualMeaning(status)) {}
@@ -84,27 +102,26 @@ std::string Command::explainStatuses() const {
     return "Exit status:\n" + text;
 }
 
-Arguments::Option Command::addJson(Arguments& arguments, std::vector<std::string> const& formats,
-                                   std::string const& usual) {
+void Command::addJson(Arguments& arguments, std::vector<std::string> const& formats,
+                      std::string const& usual) {
     _format = usual;
     auto format = arguments.option("--format", _format, "What is printed").oneOf(formats);
     if (!usual.empty()) {
         format.showDefault();
     }
-    return arguments.flag("--json", _json, "Short for --format json").excludes(format);
+    arguments.flag("--json", _json, "Short for --format json").excludes(format);
 }
 
 void Command::print(std::ostream& out, nlohmann::ordered_json const& json) {
-    nlohmann::ordered_json whole{{"version", versionOfJson}};
-    whole.update(json);
-    // Attributes of a document may hold what is no UTF-8 to a strict writer.
-    out << whole.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    printVersioned(out, json, indentation);
 }
 
 void Command::printWithTime(std::ostream& out, nlohmann::ordered_json const& json) {
-    nlohmann::ordered_json stamped{{"time", timeOfDay()}};
-    stamped.update(json);
-    print(out, stamped);
+    printVersioned(out, withTime(json), indentation);
+}
+
+void Command::printLineWithTime(std::ostream& out, nlohmann::ordered_json const& json) {
+    printVersioned(out, withTime(json), inOneLine);
 }
 
 } // namespace switchctl

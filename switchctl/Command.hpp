@@ -58,10 +58,8 @@ protected:
     /// Adds --format and its short form --json.
     /// \param formats the words that it takes, of which one is "json".
     /// \param usual what holds without it.
-    /// \return --json.
-    Arguments::Option addJson(Arguments& arguments,
-                              std::vector<std::string> const& formats = {"text", "json"},
-                              std::string const& usual = "text");
+    void addJson(Arguments& arguments, std::vector<std::string> const& formats = {"text", "json"},
+                 std::string const& usual = "text");
     std::string getFormat() const { return _json ? "json" : _format; }
     bool isJson() const { return getFormat() == "json"; }
 
@@ -69,6 +67,8 @@ protected:
     static void print(std::ostream& out, nlohmann::ordered_json const& json);
     /// As print(), with the time, for what changes from one moment to the next.
     static void printWithTime(std::ostream& out, nlohmann::ordered_json const& json);
+    /// As printWithTime(), in one line.
+    static void printLineWithTime(std::ostream& out, nlohmann::ordered_json const& json);
 
 private:
     char const* _name;

@@ -181,18 +181,25 @@ void BoardSummary::printMembers(std::ostream& out, std::string const& heading,
 }
 
 void BoardSummary::printTrunks(std::ostream& out) const {
-    std::vector<std::pair<unsigned int, TrunkGroup const*>> trunks;
+    struct Trunk {
+        unsigned int switchId;
+        std::string name;
+        TrunkGroup const* group;
+    };
+    std::vector<Trunk> trunks;
     for (auto const& [switchId, managedSwitch] : _session.getManager().getManagedSwitches()) {
         for (auto const& [key, trunk] : managedSwitch->getTrunkGroups()) {
-            trunks.emplace_back(switchId, trunk);
+            // The library keeps them by their places in the document.
+            trunks.push_back(
+                {switchId, _document.getSwitches().at(switchId).trunks.at(key).getName(), trunk});
         }
     }
     if (!printHeading(out, "trunks", trunks)) {
         return;
     }
-    for (auto const& [switchId, trunk] : trunks) {
+    for (auto const& [switchId, name, trunk] : trunks) {
         chips::ChipKind const* const kind = kindOf(switchId);
-        out << "  switch " << switchId << " trunk " << trunk->getId();
+        out << "  switch " << switchId << " trunk " << name;
         if (kind != nullptr && !kind->getFacts().hasTrunks) {
             out << " (not set up: the library has no trunks of an " << kind->getFacts().name << ')';
         }

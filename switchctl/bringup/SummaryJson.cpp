@@ -127,8 +127,11 @@ Json SummaryJson::getTrunks() const {
             for (auto const& [portId, port] : trunk->getTrunkedPorts()) {
                 members.push_back({{"port", portId}, {"exists", port != nullptr}});
             }
-            trunks.push_back(
-                {{"switch", switchId}, {"trunk", numberOrNull(trunk->getId())}, {"members", members}});
+            xmlNodePtr const element = _document.getSwitches().at(switchId).trunks.at(key).element;
+            trunks.push_back({{"switch", switchId},
+                              {"trunk", numberOrNull(trunk->getId())},
+                              {"line", xmlGetLineNo(element)},
+                              {"members", members}});
         }
     }
     return trunks;

@@ -34,11 +34,12 @@ CheckCommand::CheckCommand() : Command("check", "Say what the library will make 
 void CheckCommand::declare(Arguments& arguments) {
     auto const path = arguments.option("BOARD.xml", _documentPath, "Configuration document of the board");
     auto const list = arguments.flag("--list", _list, "List all checks instead").excludes(path);
-    auto schema = arguments.flag("--schema", _schema, "Print the RELAX NG schema instead")
-                      .excludes(path)
-                      .excludes(list);
-    schema.excludes(addJson(arguments));
+    arguments.flag("--schema", _schema, "Print the RELAX NG schema instead").excludes(path).excludes(list);
+    addJson(arguments);
     arguments.finally([this] {
+        if (_schema && isJson()) {
+            throw Arguments::Wrong("--schema: is printed as RELAX NG, not as json");
+        }
         if (_documentPath.empty() && !_list && !_schema) {
             throw Arguments::Wrong("BOARD.xml is required");
         }

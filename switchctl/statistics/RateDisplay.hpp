@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "chips/PortCounters.hpp"
+#include "switchctl/statistics/RateView.hpp"
 #include "switchctl/terminal/Colours.hpp"
 #include "switchctl/terminal/Terminal.hpp"
 
@@ -13,7 +13,7 @@ namespace switchctl::statistics {
 
 /// Shows what counters went on by: on a terminal in place, as far as there is room; elsewhere one round
 /// after the other.
-class RateDisplay {
+class RateDisplay : public RateView {
 public:
     /// \param out must outlive the display.
     explicit RateDisplay(std::ostream& out);
@@ -21,15 +21,9 @@ public:
     /// \param descriptor of the terminal that `out` leads to; -1 for none.
     RateDisplay(std::ostream& out, int descriptor);
 
-    /// Says on a terminal that the first rates take that long.
-    void begin(double seconds);
-
-    /// The rates between two samples of the same ports.
-    /// \param seconds between the two.
-    void show(chips::CounterSample const& before, chips::CounterSample const& after, double seconds);
-
-    /// Whether what was shown could be written.
-    bool isWritten() const { return !_out.fail(); }
+    void begin(double seconds) override;
+    void show(chips::CounterSample const& before, chips::CounterSample const& after, double seconds) override;
+    bool isWritten() const override { return !_out.fail(); }
 
 private:
     std::vector<std::string> getLines(chips::CounterSample const& before, chips::CounterSample const& after,

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "chips/PortCounters.hpp"
-#include "switchctl/statistics/RateDisplay.hpp"
+#include "switchctl/statistics/RateView.hpp"
 #include "switchctl/statistics/WatchPace.hpp"
 
 namespace switchctl::statistics {
@@ -12,8 +12,8 @@ namespace switchctl::statistics {
 class RateWatch {
 public:
     /// \param sample reads the counters.
-    /// \param display and `pace` must outlive the watch.
-    RateWatch(std::function<chips::CounterSample()> sample, RateDisplay& display, WatchPace& pace);
+    /// \param view and `pace` must outlive the watch.
+    RateWatch(std::function<chips::CounterSample()> sample, RateView& view, WatchPace& pace);
 
     /// Goes on until the pace says otherwise, or nobody takes what it shows.
     /// \param seconds between two readings.
@@ -23,7 +23,7 @@ public:
 
 private:
     std::function<chips::CounterSample()> _sample;
-    RateDisplay& _display;
+    RateView& _view;
     WatchPace& _pace;
 };
 

@@ -6,6 +6,8 @@
 #include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/statistics/OpenMetrics.hpp"
+#include "switchctl/statistics/RateDisplay.hpp"
+#include "switchctl/statistics/RateLines.hpp"
 #include "switchctl/statistics/RateWatch.hpp"
 #include "switchctl/statistics/RealPace.hpp"
 #include "switchctl/statistics/SampleJson.hpp"
@@ -53,8 +55,8 @@ void StatisticsCommand::addWatch(Arguments& arguments) {
         .range(1U, mostRounds)
         .needs(watch);
     arguments.finally([this] {
-        if (_watch && getFormat() != "text") {
-            throw Arguments::Wrong("--watch: shows rates as text, not as " + getFormat());
+        if (_watch && getFormat() == "openmetrics") {
+            throw Arguments::Wrong("--watch: shows rates as text or json, not as openmetrics");
         }
     });
 }
@@ -83,7 +85,8 @@ std::string StatisticsCommand::getHelp() const {
            "read is left out of them, and standard error says why.\n"
            "\n"
            "--watch shows what was counted per second, in place on a terminal, until it is interrupted. A\n"
-           "counter that wraps goes on; one of bytes may wrap twice in 34 s at 1 Gbit/s.\n"
+           "counter that wraps goes on; one of bytes may wrap twice in 34 s at 1 Gbit/s. With --format json\n"
+           "each round is one object in a line of its own.\n"
            "\n"
            "Examples:\n"
            "  switchctl statistics board.xml 0.1 3.0\n"
@@ -91,6 +94,8 @@ std::string StatisticsCommand::getHelp() const {
            "  switchctl statistics board.xml --format json | jq '.ports[].counters.inUnicast.value'\n"
            "  switchctl statistics board.xml --format openmetrics > /var/lib/metrics/switches.prom\n"
            "  switchctl statistics board.xml --watch 1\n"
+           "  switchctl statistics board.xml --watch 1 --json | jq -c '[.time, "
+           ".ports[0].counters.inUnicast]'\n"
            "  switchctl statistics board.xml --simulate --seed 0.1/inUnicast=7+50 --watch 1 --count 5\n"
            "\n";
 }
@@ -188,7 +193,12 @@ ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& sel
 ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
                                     std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
-    RateDisplay display(out);
+    std::unique_ptr<RateView> view;
+    if (isJson()) {
+        view = std::make_unique<RateLines>(out, printLineWithTime, _path, getSource());
+    } else {
+        view = std::make_unique<RateDisplay>(out);
+    }
     bool isFirst = true;
     auto const sample = [&] {
         if (chips.models && !std::exchange(isFirst, false)) {
@@ -201,7 +211,7 @@ ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection
         }
         return result;
     };
-    chips::CounterSample const last = RateWatch(sample, display, pace).run(*_watch, _count);
+    chips::CounterSample const last = RateWatch(sample, *view, pace).run(*_watch, _count);
     return statusOf(last.unread, errors);
 }
 

@@ -161,6 +161,18 @@ TEST(BoardSummaryTest, ShowsTrunksThatTheLibrarySetsUpWithoutAnotherWord) {
     EXPECT_THAT(result.summary, HasSubstr("trunks\n  switch 1 trunk 4: 1.8 1.9\n"));
 }
 
+TEST(BoardSummaryTest, NamesTrunksAsTheDocumentDoes) {
+    Result const result =
+        summaryOf("<switches>\n<switch id='1' switchModel='vsc7390'>" + port(8, "external") +
+                  "\n<trunk><port id='8'/></trunk>\n<trunk id='x'><port id='8'/></trunk>"
+                  "<trunk id='-1'><port id='8'/></trunk><trunk id='02'/></switch></switches>");
+    EXPECT_THAT(result.summary, HasSubstr("trunks\n"
+                                          "  switch 1 trunk without an id, line 3: 1.8\n"
+                                          "  switch 1 trunk 0 (written \"x\"): no members\n"
+                                          "  switch 1 trunk -1: 1.8\n"
+                                          "  switch 1 trunk 2 (written \"02\"): no members\n"));
+}
+
 TEST(BoardSummaryTest, ShowsAVlanWithoutMembersAsSuch) {
     // Its members are looked for with the decimal digits of what is read as hexadecimal.
     Result const result =

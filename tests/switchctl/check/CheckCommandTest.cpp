@@ -189,6 +189,15 @@ TEST_F(CheckCommandTest, PrintsTheSchema) {
     EXPECT_EQ(out.str(), switchctl::check::BoardSchema::text());
 }
 
+TEST_F(CheckCommandTest, RefusesTheSchemaAsJsonHoweverThatIsSpelled) {
+    std::string const refusal = "switchctl: --schema: is printed as RELAX NG, not as json\n"
+                                "See \"switchctl check --help\".\n";
+    EXPECT_EQ(run({"--schema", "--json"}), chips::ExitStatus::usage);
+    EXPECT_EQ(run({"--schema", "--format", "json"}), chips::ExitStatus::usage);
+    EXPECT_EQ(errors.str(), refusal + refusal);
+    EXPECT_EQ(out.str(), "");
+}
+
 TEST_F(CheckCommandTest, NeedsADocumentOrAnOption) {
     std::string const more = "\nSee \"switchctl check --help\".\n";
     for (std::vector<std::string> const& arguments :

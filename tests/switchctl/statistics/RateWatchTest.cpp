@@ -6,18 +6,22 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "StatisticsBench.hpp"
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 #include "simulation/PseudoTerminal.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
+#include "switchctl/statistics/RateDisplay.hpp"
+#include "switchctl/statistics/RateLines.hpp"
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 using switchctl::statistics::RateDisplay;
+using switchctl::statistics::RateLines;
 using switchctl::statistics::RateWatch;
 using switchctl::statistics::WatchPace;
 using testing::HasSubstr;
@@ -130,6 +134,31 @@ TEST(RateWatchTest, ACounterWithoutAValueHasNoRateAndIsNamed) {
                                  "not readable: port 3.1: inGoodandBadOctets: "));
     // Back again, it is no jump from 0.
     EXPECT_THAT(text, HasSubstr("\n\nround 2, rates over 1.0 s\nnothing counted: 3.1\n"));
+}
+
+TEST(RateWatchTest, ShowsProgramsAnObjectALine) {
+    StatisticsBench bench("minimal", {"0.8"});
+    auto& chip = bench.getBoard().getMarvell(0);
+    chip.setCounter(8, 4, 1000);
+    TestPace pace([&](unsigned wait) {
+        chip.setCounter(8, 4, wait == 1 ? 1300 : 7);
+        return true;
+    });
+    std::ostringstream out;
+    std::vector<nlohmann::ordered_json> lines;
+    RateLines view(
+        out, [&](std::ostream&, nlohmann::ordered_json const& json) { lines.push_back(json); }, "a.xml",
+        "models");
+    RateWatch([&] { return bench.sample(); }, view, pace).run(2, 2);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0]["seconds"], 2.0);
+    EXPECT_EQ(lines[0]["file"], "a.xml");
+    auto const& counters = lines[0]["ports"][0]["counters"];
+    EXPECT_EQ(counters["inUnicast"],
+              (nlohmann::ordered_json{{"value", 1300}, {"unit", "frames"}, {"perSecond", 150.0}}));
+    EXPECT_EQ(counters["inGoodOctets"]["perSecond"], 0.0);
+    EXPECT_EQ(lines[1]["ports"][0]["counters"]["inUnicast"],
+              (nlohmann::ordered_json{{"value", 7}, {"unit", "frames"}, {"cleared", true}}));
 }
 
 TEST(RateWatchTest, EndsAfterSoManyRounds) {

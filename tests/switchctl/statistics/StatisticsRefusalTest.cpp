@@ -93,8 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Refusal{{mixedBoard, "--watch", "1", "--count", "0"}, "--count: Value 0 not in range"},
                     Refusal{{mixedBoard, "--count", "1"}, "--count requires --watch"},
                     Refusal{{mixedBoard, "--seed", "0.1/inUnicast=1"}, "--seed requires --simulate"},
-                    Refusal{{mixedBoard, "--watch", "1", "--format", "json"},
-                            "--watch: shows rates as text, not as json"}));
+                    Refusal{{mixedBoard, "--watch", "1", "--format", "openmetrics"},
+                            "--watch: shows rates as text or json, not as openmetrics"}));
 
 TEST(StatisticsRefusalTest, HardwareThatIsNotThere) {
     CommandRun const run = refused({mixedBoard, "0.1"});
