@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "simulation/network/Decision.hpp"
 #include "simulation/vsc7390/Snapshot.hpp"

@@ -107,6 +107,22 @@ TEST_F(Vsc7390EgressTest, V10AFlowHasOneMemberOfATrunk) {
     EXPECT_EQ(portsOf(frameTo(other)), 0x4U);
 }
 
+// Which member gets a flow is nobody's business, but any nibble of the addresses can make another flow of it.
+TEST_F(Vsc7390EgressTest, V10EveryNibbleTellsFlowsApart) {
+    for (unsigned bit = 0; bit < 4; ++bit) {
+        for (unsigned code = 0; code < 16; ++code) {
+            writeAnalyser(0x30 + code, 1U << (code >> bit & 1));
+        }
+        std::uint32_t const usual = portsOf(frameTo(other));
+        for (unsigned nibble = 0; nibble < 12; ++nibble) {
+            std::uint64_t const flip = std::uint64_t{1} << (4 * nibble + bit);
+            EXPECT_EQ(portsOf(frameTo(other ^ flip)), 3 - usual) << bit << ' ' << nibble;
+            EXPECT_EQ(portsOf(EthernetFrame::make(other, station ^ flip, 0x0800)), 3 - usual)
+                << bit << ' ' << nibble;
+        }
+    }
+}
+
 TEST_F(Vsc7390EgressTest, V10MirrorsAreRefused) {
     for (unsigned bit : {0x04000000U, 0x08000000U}) {
         writeAnalyser(0x83, 0x01FFFFF7 | bit);
