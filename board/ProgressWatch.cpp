@@ -15,6 +15,8 @@ namespace board {
 namespace {
 
 constexpr unsigned bitsOfValue = 32;
+/// The library's waits poll one register; over the slowest bus that is a dozen different accesses.
+constexpr std::size_t mostOfAWait = 64;
 
 } // namespace
 
@@ -65,7 +67,10 @@ bool ProgressWatch::isStalled(unsigned physicalAddress, bool isWrite, std::uint3
     std::uint64_t const access =
         std::uint64_t{physicalAddress | static_cast<unsigned>(isWrite)} << bitsOfValue | value;
     std::uint64_t const now = _clock.getNanoseconds();
-    if (_made.insert(access).second) {
+    bool const isNew = _made.insert(access).second;
+    _recent.insert(access);
+    if (isNew || _recent.size() > mostOfAWait) {
+        _recent.clear();
         _lastProgress = now;
     }
     return now - _lastProgress > _limit * simulation::VirtualClock::nanosecondsPerSecond;

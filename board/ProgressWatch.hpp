@@ -18,8 +18,9 @@
 namespace board {
 
 /// Ends a start-up that goes round in circles: some waits of the library have no end, and a dead bus makes
-/// them come. Progress is an access that has not been made before with the same outcome; the time is that of
-/// the board, simulated or real.
+/// them come. Progress is an access that has not been made before with the same outcome, or more different
+/// accesses than any wait makes: a large board repeats what it did to other chips. The time is that of the
+/// board, simulated or real.
 ///
 /// The access that is one too many ends by a std::runtime_error, which the management thread survives and
 /// takes for the end of start-up. Any thread may call.
@@ -53,6 +54,8 @@ private:
     bool _isStopped = false;
     /// Address, direction and value of each access that was made.
     std::unordered_set<std::uint64_t> _made;
+    /// Of them the different ones since the last progress.
+    std::unordered_set<std::uint64_t> _recent;
     std::uint64_t _lastProgress = 0;
     /// The last access to a register that ended.
     std::optional<chips::TraceAccess> _last;

@@ -20,8 +20,11 @@ namespace switchctl::bringup {
 
 namespace {
 
-chips::PortAddress addressOf(ManagedSwitchPort const& port) {
-    return {port.getSwitch().getId(), port.getId()};
+std::string addressOf(ManagedSwitchPort const& port) {
+    chips::PortAddress const address{port.getSwitch().getId(), port.getId()};
+    return address.portId == static_cast<unsigned int>(ManagedSwitch::noNumber)
+               ? fmt::format("{}.(no number)", address.switchId)
+               : address.getText();
 }
 
 /// Continues a line that is full on the next one.
@@ -159,7 +162,7 @@ void BoardSummary::printVlans(std::ostream& out) const {
 void BoardSummary::printMembers(std::ostream& out, std::string const& heading,
                                 std::vector<board::BoardReading::Member> const& members,
                                 bool withTags) const {
-    MemberList const list(members, _session.getManager());
+    MemberList const list(members, _session.getManager(), withTags);
     std::vector<std::string> words;
     for (auto const& member : list.counted) {
         words.push_back(MemberList::nameOf(member));

@@ -13,8 +13,9 @@ struct MemberList {
     using Member = board::BoardReading::Member;
 
     /// Members are told apart by their port number alone, so the second of two with the same number does not
-    /// count, whatever its switch.
-    MemberList(std::vector<Member> const& members, SwitchManager& manager);
+    /// count, whatever its switch. Nor does one in a VLAN with tags of which the library does not know what
+    /// to do with them.
+    MemberList(std::vector<Member> const& members, SwitchManager& manager, bool withTags);
 
     /// "0.7"; of an element without a switch or port that can be read, where it stands.
     static std::string nameOf(Member const& member);

@@ -40,7 +40,7 @@ Json numberOrNull(int number) {
 }
 
 Json nameOf(ManagedSwitchPort const& port) {
-    return {{"switch", port.getSwitch().getId()}, {"port", port.getId()}};
+    return {{"switch", port.getSwitch().getId()}, {"port", numberOrNull(static_cast<int>(port.getId()))}};
 }
 
 } // namespace
@@ -101,7 +101,7 @@ Json SummaryJson::getVlans() const {
 
 void SummaryJson::addMembers(Json& json, std::vector<board::BoardReading::Member> const& members,
                              bool withTags) const {
-    MemberList const list(members, _session.getManager());
+    MemberList const list(members, _session.getManager(), withTags);
     json["members"] = Json::array();
     for (MemberList::Member const& member : list.counted) {
         Json entry{{"switch", member.switchId}, {"port", member.portId}};

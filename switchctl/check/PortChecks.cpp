@@ -125,17 +125,18 @@ void statusWithoutLink(board::BoardReading const& board, Report const& report) {
 
 void statusWithoutEffect(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
-        std::vector<unsigned int> ports;
+        std::vector<std::string> ports;
         for (auto const& [id, port] : owner.ports) {
             bool const notForwarding = port.portStatus != "forwarding";
             if (port.element->parent == owner.element && !port.hasLinkSettings() && notForwarding) {
-                ports.push_back(id);
+                ports.push_back(port.getName());
             }
         }
         if (!ports.empty()) {
             report(
                 owner.element,
-                "The portStatus of " + board::portsName(ports) +
+                "The portStatus of port" + std::string(ports.size() == 1 ? " " : "s ") +
+                    board::listed(ports) +
                     " is recorded and never written to the chip: the library sets the links of smac, hmac "
                     "and "
                     "switchInterlink ports only.",

@@ -65,10 +65,9 @@ void foreignPortAdded(board::BoardReading const& board, Report const& report) {
             }
             if (port.element->parent != owner.element && !ownNumber) {
                 report(port.element,
-                       "The VSC7390 " + std::to_string(owner.id) + " does not list port " +
-                           std::to_string(id) + " and takes this one for its own: it sets its port " +
-                           std::to_string(id) + " up as connected to \"" + port.connectedTo + "\", \"" +
-                           port.portStatus + "\".",
+                       "The VSC7390 " + std::to_string(owner.id) + " does not list port " + port.getName() +
+                           " and takes this one for its own: it sets its port " + port.getName() +
+                           " up as connected to \"" + port.connectedTo + "\", \"" + port.portStatus + "\".",
                        whereToPutIt());
             }
         }

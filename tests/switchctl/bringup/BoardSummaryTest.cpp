@@ -138,7 +138,7 @@ TEST(BoardSummaryTest, ShowsHowMembersTreatTags) {
     EXPECT_THAT(
         result.summary,
         HasSubstr(
-            "VLANs\n  VLAN 16 (0x10, written \"10\")  tag-based: 0.0(addTag/stripTag) 0.1(none/none)\n"));
+            "VLANs\n  VLAN 16 (0x10, written \"10\")  tag-based: 0.0(addTag/stripTag); left out: 0.1\n"));
 }
 
 TEST(BoardSummaryTest, ShowsTrunksAndGroups) {
@@ -159,6 +159,13 @@ TEST(BoardSummaryTest, ShowsTrunksThatTheLibrarySetsUpWithoutAnotherWord) {
                                     port(9, "external") +
                                     "<trunk id='4'><port id='8'/><port id='9'/></trunk></switch></switches>");
     EXPECT_THAT(result.summary, HasSubstr("trunks\n  switch 1 trunk 4: 1.8 1.9\n"));
+}
+
+TEST(BoardSummaryTest, NamesAPortWithoutANumberAsSuch) {
+    Result const result =
+        summaryOf("<switches><switch id='0' switchModel='88e6096'>"
+                  "<port id='-1' connectedTo='external' portStatus='disabled'/></switch></switches>");
+    EXPECT_THAT(result.summary, HasSubstr("  external          disabled   0.(no number)\n"));
 }
 
 TEST(BoardSummaryTest, NamesTrunksAsTheDocumentDoes) {
