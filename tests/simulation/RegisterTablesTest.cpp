@@ -139,7 +139,8 @@ TEST_F(MarvellTablesTest, WhatIsNotASetting) {
                "StatsCounterHigh", "StatsCounterLow", "SMIPHYCommand", "SMIPHYData"}));
     EXPECT_EQ(namesOf(Register::Kind::counter),
               (Names{"InDiscardsLow", "InDiscardsHigh", "InFiltered", "OutFiltered"}));
-    EXPECT_EQ(namesOf(Register::Kind::unstable), Names{"GlobalStatus"});
+    EXPECT_EQ(namesOf(Register::Kind::unstable),
+              (Names{"GlobalStatus", "Status", "PartnerAbility", "Expansion", "SpecificStatus"}));
     EXPECT_EQ(changedByRead(), Names{"GlobalStatus"});
 }
 
