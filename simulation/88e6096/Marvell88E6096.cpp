@@ -8,7 +8,7 @@ namespace simulation {
 Marvell88E6096::Marvell88E6096(Services& services, unsigned id, Marvell88E6096Options const& options)
     : _id(id),
       _context{services, "switch " + std::to_string(id), options},
-      _global1(_context),
+      _global1(_context, [this] { reset(); }),
       _global2(_context, _phys),
       _smi(_context, [this](unsigned device) -> RegisterFile& { return findDevice(device); }) {
     for (unsigned number = 0; number < Marvell88E6096TestSide::numberOfPhys; ++number) {
@@ -21,7 +21,19 @@ Marvell88E6096::Marvell88E6096(Services& services, unsigned id, Marvell88E6096Op
     _units.add(_global1);
     _units.add(_global2);
     _units.addAll(_phys);
+    _global1.onChange([this](unsigned /*address*/) { _global1.getAtu().followAgeTime(); });
     _testSide = std::make_unique<Marvell88E6096TestSide>(*this);
+}
+
+void Marvell88E6096::reset() {
+    for (marvell::Phy& phy : _phys) {
+        phy.reset();
+    }
+    for (marvell::Port& port : _ports) {
+        port.reset();
+    }
+    _global1.resetAll();
+    _global2.resetAll();
 }
 
 Marvell88E6096::~Marvell88E6096() = default;

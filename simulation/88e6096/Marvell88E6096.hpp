@@ -35,6 +35,7 @@ private:
     friend class Marvell88E6096TestSide;
 
     RegisterFile& findDevice(unsigned device);
+    void reset();
 
     unsigned _id;
     marvell::Context _context;

@@ -8,8 +8,11 @@ namespace simulation {
 struct Marvell88E6096Options {
     enum class VlanTableReset { allButOwn, none };
     enum class PortStateReset : unsigned { disabled = 0, blocking = 1, learning = 2, forwarding = 3 };
+    enum class StorageReset { asFamily, zero };
     enum class SidWidth : unsigned { bits6 = 6, bits12 = 12 };
     enum class SearchMiss { zeros, kept };
+    enum class SoftwareReset { keepsRegisters, restoresDefaults };
+    enum class DoneFlags { clearedByRead, stay };
     enum class PhyReset { keepsOtherBits, restoresDefaults };
     enum class VlanTableScope { everyMode, withoutVtuOnly };
     enum class SpanningTreeScope { ingressAndEgress, ingressOnly };
@@ -23,13 +26,28 @@ struct Marvell88E6096Options {
     /// DefaultVID of every port after reset.
     unsigned defaultVidReset = 1;
 
+    /// A strap decides: a chip that is strapped to a processor starts with all ports disabled, and its
+    /// driver has to open each. Nothing opens ports without link settings here, so boards that work have
+    /// the other strap. Global 1 shows which one it is: 2 (stand-alone) unless ports start disabled. Likely:
+    /// the codes are those of older chips of the family.
     PortStateReset portStateReset = PortStateReset::forwarding;
+
+    /// What registers hold after reset that the model only stores. Likely: what chips of the same family
+    /// hold. Zero for who wants to see all that a driver sets.
+    StorageReset storageReset = StorageReset::asFamily;
 
     /// With 6 bits, VLANs whose numbers are equal modulo 64 share their spanning-tree states.
     SidWidth sidWidth = SidWidth::bits6;
 
     /// What a GetNext that finds nothing leaves in the staging registers besides the key.
     SearchMiss searchMiss = SearchMiss::zeros;
+
+    /// What SWReset does besides clearing itself. Likely: later chips of the family keep their registers.
+    SoftwareReset softwareReset = SoftwareReset::keepsRegisters;
+
+    /// StatsDone, VTUDone and ATUDone of the global status once it was read over the bus. Likely: they are
+    /// causes of interrupts, which later chips of the family clear that way.
+    DoneFlags doneFlags = DoneFlags::clearedByRead;
 
     PhyReset phyReset = PhyReset::keepsOtherBits;
 

@@ -19,6 +19,7 @@ public:
 
 private:
     RegisterTable table(unsigned number);
+    void addStorage(RegisterTable& table) const;
     std::uint32_t status(std::uint32_t stored) const;
     bool followsPhy() const;
     bool isFullDuplex() const;

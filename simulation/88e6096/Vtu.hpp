@@ -20,6 +20,7 @@ public:
     Vtu(Context& context, RegisterFile& registers);
 
     bool hasViolation() const;
+    void flush();
 
     std::map<unsigned, VtuEntry> const& getVtu() const { return _vtu; }
     std::map<unsigned, StuEntry> const& getStu() const { return _stu; }
@@ -40,7 +41,6 @@ private:
     };
 
     void perform(std::uint32_t word) override;
-    void flush();
     void loadVtu();
     void nextVtu();
     void loadStu();
