@@ -140,6 +140,15 @@ bool Port::hasLink() const {
     return followsPhy() ? _phy->hasLink() : _level;
 }
 
+unsigned Port::getMegabits() const {
+    static constexpr unsigned megabits[] = {10, 100, 1000};
+    return hasLink() ? megabits[speedCode()] : 0;
+}
+
+void Port::countFiltered(unsigned address) {
+    store(address, static_cast<std::uint16_t>(getStored(address) + 1));
+}
+
 void Port::setLevelSpeed(unsigned megabits, bool fullDuplex) {
     _levelMegabits = megabits;
     _levelFullDuplex = fullDuplex;

@@ -12,6 +12,11 @@ public:
     Port(Context& context, unsigned number, Phy const* phy);
 
     bool hasLink() const;
+    /// 10, 100 or 1000; 0 without link.
+    unsigned getMegabits() const;
+
+    /// One frame more in InFiltered or OutFiltered.
+    void countFiltered(unsigned address);
 
     /// What counts while the port does not follow a PHY.
     void setLevel(bool up) { _level = up; }
