@@ -21,8 +21,11 @@ std::uint32_t RegisterFile::read(unsigned address, unsigned transfer) {
     if (_logging == Logging::on) {
         _services.log.addRead(_identity, address, transfer, value);
     }
-    if (_identity->registers.find(address) == nullptr) {
+    Register const* const description = _identity->registers.find(address);
+    if (description == nullptr) {
         report(MisuseReport::Kind::unknownRegister, address, "read");
+    } else {
+        description->wasRead();
     }
     return value;
 }

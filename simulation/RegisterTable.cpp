@@ -67,6 +67,11 @@ Register& Register::onRead(ReadHook hook) {
     return *this;
 }
 
+Register& Register::afterRead(std::function<void()> hook) {
+    _afterRead = std::move(hook);
+    return *this;
+}
+
 bool Register::keeps(Field const& field) const {
     return (field.getMask() & (~_writable | _selfClearing)) == 0;
 }
@@ -81,6 +86,12 @@ void Register::written(std::uint32_t stored, std::uint32_t attempted) const {
     }
     if (_attemptHook) {
         _attemptHook(attempted);
+    }
+}
+
+void Register::wasRead() const {
+    if (_afterRead) {
+        _afterRead();
     }
 }
 

@@ -73,6 +73,8 @@ public:
     /// Called after onWrite's, with all bits that the write had, those included that cannot be written.
     Register& onAttempt(WriteHook hook);
     Register& onRead(ReadHook hook);
+    /// Called after a read over the bus; not after a look of the test side.
+    Register& afterRead(std::function<void()> hook);
 
     unsigned getAddress() const { return _address; }
     std::string const& getName() const { return _name; }
@@ -90,6 +92,7 @@ public:
     /// What a read shows of the stored contents.
     std::uint32_t shown(std::uint32_t stored) const;
     void written(std::uint32_t stored, std::uint32_t attempted) const;
+    void wasRead() const;
 
 private:
     unsigned _address;
@@ -105,6 +108,7 @@ private:
     WriteHook _writeHook;
     WriteHook _attemptHook;
     ReadHook _readHook;
+    std::function<void()> _afterRead;
 };
 
 /// The registers of one hardware unit by address.

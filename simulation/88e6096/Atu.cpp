@@ -1,5 +1,8 @@
 #include "simulation/88e6096/Atu.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "simulation/88e6096/Registers.hpp"
 
 namespace simulation::marvell {
@@ -16,8 +19,21 @@ constexpr unsigned moveState = 0xF;
 constexpr Field fromPort{"FromPort", 7, 4};
 constexpr Field toPort{"ToPort", 11, 8};
 
+/// Who is to blame for a violation when it was no frame.
+constexpr unsigned noPort = 0xF;
+
 constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
+constexpr unsigned macBits = 48;
 constexpr unsigned groupBit = 40;
+constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
+
+std::uint64_t keyOf(unsigned fid, std::uint64_t mac) {
+    return std::uint64_t{fid} << macBits | mac;
+}
+
+unsigned fidOf(std::uint64_t key) {
+    return static_cast<unsigned>(key >> macBits);
+}
 
 // The entry's data after the move; without a destination port when the port to move to does not exist.
 std::uint32_t moved(std::uint32_t data, std::uint32_t command) {
@@ -29,7 +45,8 @@ std::uint32_t moved(std::uint32_t data, std::uint32_t command) {
 } // namespace
 
 Atu::Atu(Context& context, RegisterFile& registers)
-    : CommandUnit(context, registers, global1::atuOperation, context.options.atuBusyNanoseconds) {}
+    : CommandUnit(context, registers, global1::atuOperation, context.options.atuBusyNanoseconds),
+      _context(context) {}
 
 void Atu::perform(std::uint32_t word) {
     switch (globalOperation.get(word)) {
@@ -46,8 +63,7 @@ void Atu::perform(std::uint32_t word) {
     case flushFidNonStatic:
         return flushOrMove(false, false);
     case getViolation:
-        // Violations come from frames, of which there are none.
-        return;
+        return fetchViolation();
     default:
         reportMeaningless("no such operation");
     }
@@ -58,46 +74,142 @@ Atu::Key Atu::stagedKey() const {
     for (unsigned address : {global1::atuMac01, global1::atuMac23, global1::atuMac45}) {
         mac = mac << 16 | _registers.getStored(address);
     }
-    return {_registers.getStored(global1::atuFid), mac};
+    return keyOf(_registers.getStored(global1::atuFid), mac);
 }
 
 void Atu::load() {
     std::uint32_t const data = _registers.getStored(global1::atuData);
+    Key const key = stagedKey();
     if (entryState.get(data) == unused) {
-        _entries.erase(stagedKey());
-    } else {
-        _entries[stagedKey()] = data;
+        _entries.erase(key);
+        return;
     }
+    if (isFull() && _entries.count(key) == 0) {
+        _violation = Violation{key, noPort};
+        return;
+    }
+    put(key, data);
+}
+
+void Atu::put(Key key, std::uint32_t data) {
+    if (_entries.size() >= capacity) {
+        dropAged();
+    }
+    _entries[key] = {data, now()};
 }
 
 void Atu::next() {
     Key const key = stagedKey();
-    auto const found =
-        key.second == highestMac ? _entries.lower_bound({key.first, 0}) : _entries.upper_bound(key);
-    bool const isHit = found != _entries.end() && found->first.first == key.first;
-    std::uint64_t const mac = isHit ? found->first.second : highestMac;
-    _registers.store(global1::atuMac01, static_cast<std::uint16_t>(mac >> 32));
-    _registers.store(global1::atuMac23, static_cast<std::uint16_t>(mac >> 16));
-    _registers.store(global1::atuMac45, static_cast<std::uint16_t>(mac));
-    _registers.store(global1::atuData, isHit ? found->second : 0);
+    unsigned const fid = fidOf(key);
+    auto found =
+        (key & highestMac) == highestMac ? _entries.lower_bound(keyOf(fid, 0)) : _entries.upper_bound(key);
+    while (found != _entries.end() && fidOf(found->first) == fid) {
+        if (std::uint32_t const data = aged(found->first, found->second)) {
+            return stage(found->first, data);
+        }
+        ++found;
+    }
+    stage(highestMac, 0);
+}
+
+void Atu::stage(Key key, std::uint32_t data) {
+    _registers.store(global1::atuMac01, static_cast<std::uint16_t>(key >> 32));
+    _registers.store(global1::atuMac23, static_cast<std::uint16_t>(key >> 16));
+    _registers.store(global1::atuMac45, static_cast<std::uint16_t>(key));
+    _registers.store(global1::atuData, data);
 }
 
 void Atu::flushOrMove(bool staticsToo, bool allFids) {
     std::uint32_t const command = _registers.getStored(global1::atuData);
     bool const isMove = entryState.get(command) == moveState;
     for (auto entry = _entries.begin(); entry != _entries.end();) {
-        bool const isMeant = (allFids || entry->first.first == _registers.getStored(global1::atuFid)) &&
-                             (staticsToo || !isStatic(entry->first, entry->second));
+        auto& [key, contents] = *entry;
+        bool const isMeant = (allFids || fidOf(key) == _registers.getStored(global1::atuFid)) &&
+                             (staticsToo || !isStatic(key, contents.data));
         if (isMeant && isMove) {
-            entry->second = moved(entry->second, command);
+            contents.data = moved(contents.data, command);
         }
-        bool const isGone = isMeant && (!isMove || portVector.get(entry->second) == 0);
+        bool const isGone = isMeant && (!isMove || portVector.get(contents.data) == 0);
         entry = isGone ? _entries.erase(entry) : std::next(entry);
     }
 }
 
-bool Atu::isStatic(Key const& key, std::uint32_t data) {
-    bool const isGroup = (key.second >> groupBit & 1) != 0;
+// The source port stands where the state of an entry does.
+void Atu::fetchViolation() {
+    if (!_violation) {
+        return;
+    }
+    stage(_violation->key, entryState.placed(_violation->source));
+    _registers.store(global1::atuFid, fidOf(_violation->key));
+    _registers.store(global1::atuOperation, globalOperation.placed(getViolation) | fullViolation.getMask());
+    _violation.reset();
+}
+
+std::uint32_t Atu::find(unsigned fid, std::uint64_t address) const {
+    auto const found = _entries.find(keyOf(fid, address));
+    return found == _entries.end() ? 0 : aged(found->first, found->second);
+}
+
+Atu::Learning Atu::tryLearning(unsigned fid, std::uint64_t address) const {
+    auto const found = _entries.find(keyOf(fid, address));
+    if (found != _entries.end()) {
+        return isStatic(address, found->second.data) ? Learning::isStatic : Learning::learned;
+    }
+    return isFull() ? Learning::full : Learning::learned;
+}
+
+// The first violation stays until it is fetched: the chip has room for one.
+Atu::Learning Atu::learn(unsigned fid, std::uint64_t address, std::uint32_t ports, unsigned source) {
+    Learning const outcome = tryLearning(fid, address);
+    if (outcome == Learning::learned) {
+        put(keyOf(fid, address), ports | entryState.placed(newest));
+    } else if (outcome == Learning::full && !_violation) {
+        _violation = Violation{keyOf(fid, address), source};
+    }
+    return outcome;
+}
+
+void Atu::followAgeTime() {
+    unsigned const ageTime = global1::ageTime.get(_registers.getStored(global1::atuControl));
+    if (ageTime == _ageTime) {
+        return;
+    }
+    dropAged();
+    for (auto& [key, entry] : _entries) {
+        entry = {aged(key, entry), now()};
+    }
+    _ageTime = ageTime;
+    _stepNanoseconds = ageTime * global1::secondsPerAgeUnit * nanosecondsPerSecond / newest;
+}
+
+void Atu::clear() {
+    _entries.clear();
+    _violation.reset();
+}
+
+bool Atu::isFull() const {
+    return _entries.size() >= capacity &&
+           std::all_of(_entries.begin(), _entries.end(),
+                       [this](auto const& entry) { return aged(entry.first, entry.second) != 0; });
+}
+
+std::uint32_t Atu::aged(Key key, Entry const& entry) const {
+    if (_stepNanoseconds == 0 || isStatic(key, entry.data)) {
+        return entry.data;
+    }
+    unsigned const age = entryState.get(entry.data);
+    std::uint64_t const steps = (now() - entry.since) / _stepNanoseconds;
+    return steps >= age ? 0 : entry.data - entryState.placed(steps);
+}
+
+void Atu::dropAged() {
+    for (auto entry = _entries.begin(); entry != _entries.end();) {
+        entry = aged(entry->first, entry->second) == 0 ? _entries.erase(entry) : std::next(entry);
+    }
+}
+
+bool Atu::isStatic(std::uint64_t address, std::uint32_t data) {
+    bool const isGroup = (address >> groupBit & 1) != 0;
     return isGroup || entryState.get(data) >= firstStaticState;
 }
 

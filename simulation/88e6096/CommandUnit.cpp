@@ -8,6 +8,12 @@ CommandUnit::CommandUnit(Context& context, RegisterFile& registers, unsigned add
                          std::uint64_t busyNanoseconds)
     : _registers(registers), _address(address), _timer(context.services.clock, busyNanoseconds) {}
 
+void CommandUnit::clearDone() {
+    if (isDone()) {
+        _commandsSeenDone = _timer.getCommands();
+    }
+}
+
 Register CommandUnit::attachedTo(Register row) {
     return row.staging()
         .onRead([this](std::uint32_t stored) { return withBusy(stored, _timer); })

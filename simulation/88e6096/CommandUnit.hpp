@@ -18,6 +18,10 @@ public:
     CommandTimer& getTimer() { return _timer; }
     CommandTimer const& getTimer() const { return _timer; }
 
+    /// Whether a command has ended since the last clearDone().
+    bool isDone() const { return _timer.isDone() && _timer.getCommands() != _commandsSeenDone; }
+    void clearDone();
+
     /// The row of the register, with the unit behind it.
     Register attachedTo(Register row);
 
@@ -34,6 +38,7 @@ private:
     void start(std::uint32_t word);
 
     unsigned _address;
+    unsigned _commandsSeenDone = 0;
     CommandTimer _timer;
 };
 

@@ -1,5 +1,8 @@
 #include "simulation/88e6096/Global1.hpp"
 
+#include <initializer_list>
+#include <utility>
+
 #include "simulation/88e6096/Registers.hpp"
 
 namespace simulation::marvell {
@@ -15,37 +18,76 @@ constexpr std::uint32_t statsOperationReset = 0x0C00;
 
 } // namespace
 
-Global1::Global1(Context& context)
+Global1::Global1(Context& context, std::function<void()> onReset)
     : RegisterFile(context.services,
                    {context.chip, UnitKind::global, 1, {UnitPlace::Space::device, 0, global1Device}}),
       _context(context),
+      _onReset(std::move(onReset)),
       _vtu(context, *this),
       _atu(context, *this),
       _statistics(context, *this) {
     define(table());
+    _atu.followAgeTime();
+}
+
+void Global1::resetAll() {
+    reset();
+    _vtu.flush();
+    _atu.clear();
+    _atu.followAgeTime();
+}
+
+// A reset has ended when the write that starts it returns.
+void Global1::control(std::uint32_t word) {
+    store(global1::control, word & ~global1::softwareReset.getMask());
+    if (global1::softwareReset.isSet(word) &&
+        _context.options.softwareReset == Marvell88E6096Options::SoftwareReset::restoresDefaults) {
+        _onReset();
+    }
+}
+
+void Global1::clearDone() {
+    if (_context.options.doneFlags == Marvell88E6096Options::DoneFlags::clearedByRead) {
+        for (CommandUnit* const unit : std::initializer_list<CommandUnit*>{&_vtu, &_atu, &_statistics}) {
+            unit->clearDone();
+        }
+    }
+}
+
+// The strap decides how ports start, so a model whose ports start disabled shows the one for that.
+std::uint32_t Global1::strap() const {
+    bool const isDisabled =
+        _context.options.portStateReset == Marvell88E6096Options::PortStateReset::disabled;
+    return global1::switchMode.placed(isDisabled ? global1::cpuAttached : global1::standAlone);
 }
 
 RegisterTable Global1::table() {
-    return {
-        Register(global1::status, "GlobalStatus", statusReset)
+    RegisterTable table{
+        Register(global1::status, "GlobalStatus", statusReset | strap())
             .unstable()
             .changedByRead()
             .readOnly("PPUPolling", 15)
+            .readOnly("PPUStateLow", 14)
+            .readOnly(global1::switchMode)
             .readOnly("InitReady", 11)
+            .readOnly("AVBInterrupt", 8)
+            .readOnly("DeviceInterrupt", 7)
             .readOnly(global1::statsDone)
             .readOnly(global1::vtuProblem)
             .readOnly(global1::vtuDone)
-            .readOnly("ATUProb", 3)
+            .readOnly(global1::atuProblem)
             .readOnly(global1::atuDone)
-            .onRead([this](std::uint32_t stored) { return status(stored); }),
+            .onRead([this](std::uint32_t stored) { return status(stored); })
+            .afterRead([this] { clearDone(); }),
         Register(global1::atuFid, "ATUFID").staging().field("FID", 11, 0),
         Register(global1::vtuFid, "VTUFID").staging().field("FID", 11, 0),
         vtuSidRegister(),
         Register(global1::control, "GlobalControl")
-            .selfClearing({"SWReset", 15})
+            .selfClearing(global1::softwareReset)
             .field("PPUEn", 14)
             .field("DiscardExcessive", 13)
-            .field("MaxFrame", 10),
+            .field(global1::maxFrame)
+            .onWrite([this](std::uint32_t word) { control(word); }),
         _vtu.attachedTo(Register(global1::vtuOperation, "VTUOperation")
                             .field(busy.called("VTUBusy"))
                             .field(globalOperation.called("VTUOp"))
@@ -62,10 +104,11 @@ RegisterTable Global1::table() {
             .field("Other", 3, 0),
         _atu.attachedTo(Register(global1::atuOperation, "ATUOperation")
                             .field(busy.called("ATUBusy"))
-                            .field(globalOperation.called("ATUOp"))),
+                            .field(globalOperation.called("ATUOp"))
+                            .readOnly(atu::fullViolation)),
         Register(global1::atuData, "ATUData")
             .staging()
-            .field("Trunk", 15)
+            .field(atu::trunk)
             .field(atu::portVector)
             .field(atu::entryState),
         Register(global1::atuMac01, "ATUMAC01").staging().field("Byte0", 15, 8).field("Byte1", 7, 0),
@@ -80,6 +123,25 @@ RegisterTable Global1::table() {
         Register(global1::statsHigh, "StatsCounterHigh").staging().readOnly("Count", 15, 0),
         Register(global1::statsLow, "StatsCounterLow").staging().readOnly("Count", 15, 0),
     };
+    addStorage(table);
+    return table;
+}
+
+// Priorities by IP and tag, monitors, buffers: of these only the place of the CPU matters to frames.
+void Global1::addStorage(RegisterTable& table) {
+    for (unsigned address = global1::ipPriority0; address < global1::ieeePriority; ++address) {
+        table.add(Register(address, "IPPriority" + std::to_string(address - global1::ipPriority0))
+                      .field("Value", 15, 0));
+    }
+    table.add(Register(global1::ieeePriority, "IEEEPriority").field("Value", 15, 0));
+    table.add(Register(global1::coreTagType, "CoreTagType").field("Value", 15, 0));
+    table.add(Register(global1::monitorControl, "MonitorControl")
+                  .field("IngressDest", 15, 12)
+                  .field("EgressDest", 11, 8)
+                  .field(global1::cpuDestination)
+                  .field("Other", 3, 0));
+    table.add(Register(global1::totalFreeCounter, "TotalFreeCounter").field("Value", 15, 0));
+    table.add(Register(global1::control2, "GlobalControl2").field("Value", 15, 0));
 }
 
 // A driver that uses VLAN numbers as SIDs writes more bits than there are; the chip cuts them.
@@ -106,10 +168,9 @@ Register Global1::vtuDataRegister(unsigned index) const {
 }
 
 std::uint32_t Global1::status(std::uint32_t stored) const {
-    return stored | global1::statsDone.placed(_statistics.getTimer().isDone()) |
-           global1::vtuProblem.placed(_vtu.hasViolation()) |
-           global1::vtuDone.placed(_vtu.getTimer().isDone()) |
-           global1::atuDone.placed(_atu.getTimer().isDone());
+    return stored | global1::statsDone.placed(_statistics.isDone()) |
+           global1::vtuProblem.placed(_vtu.hasViolation()) | global1::atuProblem.placed(_atu.hasViolation()) |
+           global1::vtuDone.placed(_vtu.isDone()) | global1::atuDone.placed(_atu.isDone());
 }
 
 } // namespace simulation::marvell

@@ -8,8 +8,9 @@ namespace simulation {
 Marvell88E6096::Marvell88E6096(Services& services, unsigned id, Marvell88E6096Options const& options)
     : _id(id),
       _context{services, "switch " + std::to_string(id), options},
-      _global1(_context),
+      _global1(_context, [this] { reset(); }),
       _global2(_context, _phys),
+      _forwarding(_context, _ports, _global1, _global2),
       _smi(_context, [this](unsigned device) -> RegisterFile& { return findDevice(device); }) {
     for (unsigned number = 0; number < Marvell88E6096TestSide::numberOfPhys; ++number) {
         _phys.emplace_back(_context, number);
@@ -21,7 +22,35 @@ Marvell88E6096::Marvell88E6096(Services& services, unsigned id, Marvell88E6096Op
     _units.add(_global1);
     _units.add(_global2);
     _units.addAll(_phys);
+    listen();
     _testSide = std::make_unique<Marvell88E6096TestSide>(*this);
+}
+
+void Marvell88E6096::reset() {
+    for (marvell::Phy& phy : _phys) {
+        phy.reset();
+    }
+    for (marvell::Port& port : _ports) {
+        port.reset();
+    }
+    _global1.resetAll();
+    _global2.resetAll();
+    _forwarding.markAll();
+}
+
+void Marvell88E6096::listen() {
+    for (unsigned number = 0; number < _ports.size(); ++number) {
+        auto const changed = [this, number](unsigned /*address*/) { _forwarding.markPort(number); };
+        _ports[number].onChange(changed);
+        if (number < _phys.size()) {
+            _phys[number].onChange(changed);
+        }
+    }
+    _global1.onChange([this](unsigned /*address*/) {
+        _global1.getAtu().followAgeTime();
+        _forwarding.markChip();
+    });
+    _global2.onChange([this](unsigned /*address*/) { _forwarding.markChip(); });
 }
 
 Marvell88E6096::~Marvell88E6096() = default;

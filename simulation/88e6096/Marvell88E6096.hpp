@@ -6,6 +6,7 @@
 #include <string>
 
 #include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/Forwarding.hpp"
 #include "simulation/88e6096/Global1.hpp"
 #include "simulation/88e6096/Global2.hpp"
 #include "simulation/88e6096/Marvell88E6096Options.hpp"
@@ -35,6 +36,8 @@ private:
     friend class Marvell88E6096TestSide;
 
     RegisterFile& findDevice(unsigned device);
+    void reset();
+    void listen();
 
     unsigned _id;
     marvell::Context _context;
@@ -43,6 +46,7 @@ private:
     std::deque<marvell::Port> _ports;
     marvell::Global1 _global1;
     marvell::Global2 _global2;
+    marvell::Forwarding _forwarding;
     marvell::Smi _smi;
     /// Devices that the chip does not have: accesses to them are stored and reported as misuse.
     std::map<unsigned, std::unique_ptr<RegisterFile>> _unknownDevices;

@@ -30,6 +30,10 @@ void Marvell88E6096TestSide::failAccess(unsigned nth) {
     _chip._smi.getFault().arm(nth);
 }
 
+ChipForwarding* Marvell88E6096TestSide::getForwarding() {
+    return &_chip._forwarding;
+}
+
 void Marvell88E6096TestSide::setCounter(unsigned port, unsigned counter, std::uint32_t value) {
     auto const held = lock();
     _chip._global1.getStatistics().setCounter(port, counter, value);
@@ -48,6 +52,7 @@ void Marvell88E6096TestSide::plugLink(unsigned number, unsigned megabits, bool f
     } else {
         port(number).setLevel(true);
     }
+    _chip._forwarding.markPort(number);
 }
 
 void Marvell88E6096TestSide::unplugLink(unsigned number) {
@@ -58,11 +63,13 @@ void Marvell88E6096TestSide::unplugLink(unsigned number) {
     } else {
         port(number).setLevel(false);
     }
+    _chip._forwarding.markPort(number);
 }
 
 void Marvell88E6096TestSide::setLinkLevel(unsigned number, bool up) {
     auto const held = lock();
     port(number).setLevel(up);
+    _chip._forwarding.markPort(number);
 }
 
 bool Marvell88E6096TestSide::hasLink(unsigned number) const {

@@ -25,6 +25,7 @@ public:
     explicit Marvell88E6096TestSide(Marvell88E6096& chip);
 
     void failAccess(unsigned nth) override;
+    ChipForwarding* getForwarding() override;
 
     static constexpr unsigned numberOfPorts = 11;
     static constexpr unsigned numberOfPhys = 8;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+
 #include "simulation/88e6096/Context.hpp"
 
 namespace simulation::marvell {
@@ -20,7 +23,12 @@ public:
 
 private:
     RegisterTable table();
+    static Register statusRow(unsigned address, char const* name, std::function<std::uint32_t()> value);
     void control(std::uint32_t value);
+    bool isNegotiated() const;
+    std::uint32_t status() const;
+    std::uint32_t partnerOffers() const;
+    std::uint32_t specific() const;
 
     Context& _context;
     bool _isPlugged = false;

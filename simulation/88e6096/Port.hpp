@@ -12,6 +12,11 @@ public:
     Port(Context& context, unsigned number, Phy const* phy);
 
     bool hasLink() const;
+    /// 10, 100 or 1000; 0 without link.
+    unsigned getMegabits() const;
+
+    /// One frame more in InFiltered or OutFiltered.
+    void countFiltered(unsigned address);
 
     /// What counts while the port does not follow a PHY.
     void setLevel(bool up) { _level = up; }
@@ -19,6 +24,7 @@ public:
 
 private:
     RegisterTable table(unsigned number);
+    void addStorage(RegisterTable& table) const;
     std::uint32_t status(std::uint32_t stored) const;
     bool followsPhy() const;
     bool isFullDuplex() const;

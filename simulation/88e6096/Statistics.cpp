@@ -43,6 +43,13 @@ void Statistics::readCaptured(unsigned counter) {
     _registers.store(global1::statsLow, lowHalf.get(_captured[counter]));
 }
 
+void Statistics::countOctets(unsigned port, unsigned counter, std::size_t octets) {
+    std::uint32_t& low = _counters[port][counter];
+    std::uint64_t const sum = std::uint64_t{low} + octets;
+    low = static_cast<std::uint32_t>(sum);
+    _counters[port][counter + 1] += static_cast<std::uint32_t>(sum >> 32);
+}
+
 std::uint32_t Statistics::getCounter(unsigned port, unsigned counter) const {
     return _counters.at(port).at(counter);
 }

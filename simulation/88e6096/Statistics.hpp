@@ -18,6 +18,13 @@ public:
     std::uint32_t getCounter(unsigned port, unsigned counter) const;
     void setCounter(unsigned port, unsigned counter, std::uint32_t value);
 
+    /// Without a check of the numbers; wraps.
+    void count(unsigned port, unsigned counter, std::size_t amount = 1) {
+        _counters[port][counter] += static_cast<std::uint32_t>(amount);
+    }
+    /// The counter is the low half of 64 bits, and the next one the high half.
+    void countOctets(unsigned port, unsigned counter, std::size_t octets);
+
 private:
     void perform(std::uint32_t word) override;
     using Counters = std::array<std::uint32_t, Marvell88E6096TestSide::numberOfCounters>;

@@ -125,6 +125,16 @@ bool Vtu::hasViolation() const {
     return !_violations.empty();
 }
 
+Vtu::VtuEntry const* Vtu::findVlan(unsigned vid) const {
+    auto const found = _vtu.find(vid);
+    return found == _vtu.end() ? nullptr : &found->second;
+}
+
+Vtu::StuEntry const* Vtu::findStates(unsigned sid) const {
+    auto const found = _stu.find(sid);
+    return found == _stu.end() ? nullptr : &found->second;
+}
+
 void Vtu::setEntry(unsigned vid, VtuEntry const& entry) {
     _vtu[vid] = entry;
 }
@@ -135,6 +145,12 @@ void Vtu::setEntry(unsigned sid, StuEntry const& entry) {
 
 void Vtu::addViolation(unsigned vid, unsigned sourcePort, Violation violation) {
     _violations.push_back({vid, sourcePort, violation});
+}
+
+void Vtu::noteViolation(unsigned vid, unsigned sourcePort, Violation violation) {
+    if (!hasViolation()) {
+        addViolation(vid, sourcePort, violation);
+    }
 }
 
 unsigned Vtu::highestSid(Marvell88E6096Options const& options) {

@@ -20,12 +20,18 @@ public:
     Vtu(Context& context, RegisterFile& registers);
 
     bool hasViolation() const;
+    void flush();
 
     std::map<unsigned, VtuEntry> const& getVtu() const { return _vtu; }
     std::map<unsigned, StuEntry> const& getStu() const { return _stu; }
+    /// Null when there is none.
+    VtuEntry const* findVlan(unsigned vid) const;
+    StuEntry const* findStates(unsigned sid) const;
     void setEntry(unsigned vid, VtuEntry const& entry);
     void setEntry(unsigned sid, StuEntry const& entry);
     void addViolation(unsigned vid, unsigned sourcePort, Violation violation);
+    /// The same for a frame's violation, which is lost while another waits to be fetched.
+    void noteViolation(unsigned vid, unsigned sourcePort, Violation violation);
 
     /// Highest SID, all bits of the field set.
     static unsigned highestSid(Marvell88E6096Options const& options);
@@ -40,7 +46,6 @@ private:
     };
 
     void perform(std::uint32_t word) override;
-    void flush();
     void loadVtu();
     void nextVtu();
     void loadStu();

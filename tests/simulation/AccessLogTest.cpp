@@ -49,13 +49,13 @@ TEST_F(AccessLogTest, AWriteShowsTheFieldsThatChanged) {
 
 TEST_F(AccessLogTest, OneLineForEachAccess) {
     write(port0 + 3, 0x07, 0x1064);
-    read(global1, 0x1A);
+    read(global2, 0x1A);
     write(global1, 0x05, 0x9000);
     phyWrite(2, 0, 0x2100);
     EXPECT_EQ(text(),
               "     1    0.000102400  switch 4   port 3    DefaultVLAN           W 0x1064  "
               "ForceDefaultVID 0->0x1, DefaultVID 0x1->0x64\n"
-              "     2    0.000179200  switch 4   global 1  register 0x1a         R 0x0000\n"
+              "     2    0.000179200  switch 4   global 2  register 0x1a         R 0x0000\n"
               "     3    0.000358400  switch 4   global 1  VTUOperation          W 0x9000  "
               "VTUBusy 0->0x1, VTUOp 0->0x1\n"
               "     4    0.000460800  switch 4   global 2  SMIPHYData            W 0x2100  Data 0->0x2100\n"

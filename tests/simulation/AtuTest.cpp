@@ -27,6 +27,10 @@ protected:
         return read(global1, 0x0F) == macLow && read(global1, 0x0D) == macHigh ? read(global1, 0x0C) : 0;
     }
 
+    void advanceSeconds(std::uint64_t seconds) {
+        _board->getClock().advanceNanoseconds(seconds * 1'000'000'000);
+    }
+
     void operate(unsigned operation, unsigned data, unsigned fid = 0) {
         write(global1, 0x01, fid);
         write(global1, 0x0C, data);
@@ -106,6 +110,86 @@ TEST_F(AtuTest, OperationZeroMeansNothing) {
     operate(0, 0);
     EXPECT_EQ(misuse().getSize(Kind::meaninglessCommand), 1U);
     EXPECT_EQ(read(global1, 0x0B), 0U);
+}
+
+// 105 s, so that an entry gets older by one every 15 s. Accesses to registers take less than a second.
+TEST_F(AtuTest, UnicastEntriesAgeInSevenSteps) {
+    write(global1, 0x0A, 7 << 4);
+    load(1, 0x0010, 0x0027);
+    advanceSeconds(14);
+    EXPECT_EQ(find(1, 0x0010), 0x0027U);
+    for (unsigned age = 6; age > 0; --age) {
+        advanceSeconds(15);
+        EXPECT_EQ(find(1, 0x0010), 0x0020U | age);
+    }
+    advanceSeconds(15);
+    EXPECT_EQ(find(1, 0x0010), 0U);
+}
+
+TEST_F(AtuTest, AnEntryGoesOnAtTheAgeItIsLoadedWith) {
+    write(global1, 0x0A, 7 << 4);
+    load(1, 0x0010, 0x0022);
+    advanceSeconds(29);
+    EXPECT_EQ(find(1, 0x0010), 0x0021U);
+    advanceSeconds(2);
+    EXPECT_EQ(find(1, 0x0010), 0U);
+}
+
+TEST_F(AtuTest, StaticsAndGroupsDoNotAge) {
+    write(global1, 0x0A, 7 << 4);
+    load(1, 0x0020, 0x0028);
+    load(1, 0x0030, 0x002E);
+    load(1, 0x0040, 0x0027, 0x0100);
+    advanceSeconds(1'000'000);
+    EXPECT_EQ(find(1, 0x0020), 0x0028U);
+    EXPECT_EQ(find(1, 0x0030), 0x002EU);
+    EXPECT_EQ(find(1, 0x0040, 0x0100), 0x0027U);
+}
+
+TEST_F(AtuTest, NothingAgesWithoutAgeTime) {
+    write(global1, 0x0A, 0);
+    load(1, 0x0010, 0x0021);
+    advanceSeconds(1'000'000);
+    EXPECT_EQ(find(1, 0x0010), 0x0021U);
+}
+
+TEST_F(AtuTest, AnotherAgeTimeKeepsTheAgesSoFar) {
+    write(global1, 0x0A, 7 << 4);
+    load(1, 0x0010, 0x0027);
+    advanceSeconds(46);
+    // 210 s, one step in 30 s.
+    write(global1, 0x0A, 14 << 4);
+    EXPECT_EQ(find(1, 0x0010), 0x0024U);
+    advanceSeconds(29);
+    EXPECT_EQ(find(1, 0x0010), 0x0024U);
+    advanceSeconds(30);
+    EXPECT_EQ(find(1, 0x0010), 0x0023U);
+}
+
+TEST_F(AtuTest, ThereIsRoomFor8192Addresses) {
+    for (unsigned number = 0; number < 0x2000; ++number) {
+        chip().poke("global 1", 0x0F, number);
+        chip().poke("global 1", 0x0C, 0x002E);
+        _board->getMarvell(chipAddress).getUnit("global 1").write(0x0B, 0xB000, 0);
+    }
+    EXPECT_EQ(read(global1, 0x00) & 0x0008U, 0U);
+    load(5, 0x0100, 0x0027);
+    EXPECT_EQ(find(5, 0x0100), 0U);
+    EXPECT_EQ(read(global1, 0x00) & 0x0008U, 0x0008U);
+    write(global1, 0x0B, 0xF000);
+    EXPECT_EQ(read(global1, 0x0B), 0x7010U);
+    EXPECT_EQ(read(global1, 0x01), 5U);
+    EXPECT_EQ(read(global1, 0x0D), 0x0050U);
+    EXPECT_EQ(read(global1, 0x0F), 0x0100U);
+    EXPECT_EQ(read(global1, 0x0C), 0x000FU);
+    EXPECT_EQ(read(global1, 0x00) & 0x0008U, 0U);
+    // A flush that leaves statics makes no room here.
+    operate(2, 0);
+    load(5, 0x0100, 0x0027);
+    EXPECT_EQ(find(5, 0x0100), 0U);
+    operate(1, 0);
+    load(5, 0x0100, 0x0027);
+    EXPECT_EQ(find(5, 0x0100), 0x0027U);
 }
 
 TEST_F(AtuTest, AgeTimeKeepsTheOtherBits) {

@@ -21,11 +21,10 @@ TEST_F(MisuseTest, UnknownDevice) {
 }
 
 TEST_F(MisuseTest, ReservedBits) {
-    write(port0 + 2, 0x01, 0x8103);
-    EXPECT_EQ(misuseText(),
-              "switch 4, port 2, PhysicalControl: unwritable bits: write of 0x8103 tries to set "
-              "0x8100, which cannot be written\n");
-    EXPECT_EQ(read(port0 + 2, 0x01), 0x0003U);
+    write(port0 + 2, 0x05, 0xB103);
+    EXPECT_EQ(misuseText(), "switch 4, port 2, PortControl1: unwritable bits: write of 0xb103 tries to set "
+                            "0x3000, which cannot be written\n");
+    EXPECT_EQ(read(port0 + 2, 0x05), 0x8103U);
 }
 
 TEST_F(MisuseTest, ReadOnlyRegister) {
@@ -63,7 +62,7 @@ TEST_F(MisuseTest, FidsThatAreCutAreReported) {
 }
 
 TEST_F(MisuseTest, NothingOfItIsInTheLog) {
-    write(port0 + 2, 0x01, 0x8103);
+    write(port0 + 2, 0x05, 0xB103);
     EXPECT_EQ(log().getSize(), 1U);
     std::ostringstream text;
     log().print(text);
@@ -72,7 +71,7 @@ TEST_F(MisuseTest, NothingOfItIsInTheLog) {
 
 TEST_F(MisuseTest, TheAccessIsFoundInTheLogByItsNumber) {
     read(port0 + 2, 0x01);
-    write(port0 + 2, 0x01, 0x8103);
+    write(port0 + 2, 0x05, 0xB103);
     read(port0 + 2, 0x1A);
     write(port0 + 2, 0x1A, 7);
     auto const entries = misuse().getEntries();

@@ -83,6 +83,46 @@ TEST_F(PhyTest, AbsentPhysReadOnesAndCompleteAllTheSame) {
     EXPECT_EQ(misuseText(), "");
 }
 
+// Registers 1, 5, 6 and 17, as a driver reads them that looks for link, speed and duplex.
+TEST_F(PhyTest, StatusShowsTheLink) {
+    struct Row {
+        unsigned megabits;
+        bool fullDuplex;
+        unsigned partner;
+        unsigned specific;
+    };
+    for (Row const& row : {Row{10, false, 0x4021, 0x0C00}, Row{10, true, 0x4061, 0x2C00},
+                           Row{100, false, 0x40E1, 0x4C00}, Row{100, true, 0x41E1, 0x6C00}}) {
+        EXPECT_EQ(phyRead(3, 1), 0x7849U);
+        EXPECT_EQ(phyRead(3, 5), 0U);
+        EXPECT_EQ(phyRead(3, 6), 0U);
+        EXPECT_EQ(phyRead(3, 17), 0U);
+        chip().plugLink(3, row.megabits, row.fullDuplex);
+        EXPECT_EQ(phyRead(3, 1), 0x786DU);
+        EXPECT_EQ(phyRead(3, 5), row.partner);
+        EXPECT_EQ(phyRead(3, 6), 1U);
+        EXPECT_EQ(phyRead(3, 17), row.specific);
+        EXPECT_EQ(phyRead(2, 1), 0x7849U);
+        chip().unplugLink(3);
+    }
+    EXPECT_EQ(misuseText(), "");
+}
+
+TEST_F(PhyTest, WithoutNegotiationThePartnerOffersNothing) {
+    chip().plugLink(3);
+    phyWrite(3, 0, 0x2100);
+    EXPECT_EQ(phyRead(3, 1), 0x784DU);
+    EXPECT_EQ(phyRead(3, 5), 0U);
+    EXPECT_EQ(phyRead(3, 6), 0U);
+    EXPECT_EQ(phyRead(3, 17), 0x6C00U);
+}
+
+TEST_F(PhyTest, WhatThePhyOffersIsKept) {
+    EXPECT_EQ(phyRead(3, 4), 0x01E1U);
+    phyWrite(3, 4, 0x0061);
+    EXPECT_EQ(phyRead(3, 4), 0x0061U);
+}
+
 TEST_F(PhyTest, UnlistedRegistersArePlainStorage) {
     phyWrite(0, 9, 0x1234);
     EXPECT_EQ(phyRead(0, 9), 0x1234U);

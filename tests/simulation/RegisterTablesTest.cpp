@@ -132,14 +132,19 @@ TEST_P(RegisterTablesTest, WhatCountsCannotBeWritten) {
 INSTANTIATE_TEST_SUITE_P(Chips, RegisterTablesTest, testing::Values("88e6096", "vsc7390"));
 
 TEST_F(MarvellTablesTest, WhatIsNotASetting) {
-    EXPECT_EQ(
-        namesOf(Register::Kind::staging),
-        (Names{"ATUFID", "ATUOperation", "ATUData", "ATUMAC01", "ATUMAC23", "ATUMAC45", "VTUFID", "VTUSID",
-               "VTUOperation", "VTUVID", "VTUData0-3", "VTUData4-7", "VTUData8-11", "StatsOperation",
-               "StatsCounterHigh", "StatsCounterLow", "SMIPHYCommand", "SMIPHYData"}));
+    EXPECT_EQ(namesOf(Register::Kind::staging),
+              (Names{"ATUFID",          "ATUOperation",     "ATUData",          "ATUMAC01",
+                     "ATUMAC23",        "ATUMAC45",         "VTUFID",           "VTUSID",
+                     "VTUOperation",    "VTUVID",           "VTUData0-3",       "VTUData4-7",
+                     "VTUData8-11",     "StatsOperation",   "StatsCounterHigh", "StatsCounterLow",
+                     "SMIPHYCommand",   "SMIPHYData",       "DeviceMapping",    "TrunkMask",
+                     "TrunkMapping",    "SwitchMAC",        "PriorityOverride", "IngressRateCommand",
+                     "IngressRateData", "CrossChipAddress", "CrossChipData",    "EEPROMCommand",
+                     "EEPROMData"}));
     EXPECT_EQ(namesOf(Register::Kind::counter),
               (Names{"InDiscardsLow", "InDiscardsHigh", "InFiltered", "OutFiltered"}));
-    EXPECT_EQ(namesOf(Register::Kind::unstable), Names{"GlobalStatus"});
+    EXPECT_EQ(namesOf(Register::Kind::unstable),
+              (Names{"GlobalStatus", "Status", "PartnerAbility", "Expansion", "SpecificStatus"}));
     EXPECT_EQ(changedByRead(), Names{"GlobalStatus"});
 }
 

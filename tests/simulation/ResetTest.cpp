@@ -59,8 +59,49 @@ TEST_F(ResetTest, OtherDefaultVidAndPortState) {
     EXPECT_EQ(read(port0 + 3, 0x04), 0x007CU);
 }
 
+TEST_F(ResetTest, TheStrapShowsHowPortsStart) {
+    EXPECT_EQ(read(global1, 0x00) & 0x3000U, 0x2000U);
+    Options options;
+    options.portStateReset = Options::PortStateReset::disabled;
+    rebuild(options);
+    EXPECT_EQ(read(global1, 0x00) & 0x3000U, 0x0000U);
+}
+
+struct Row {
+    unsigned device;
+    unsigned reg;
+    unsigned reset;
+};
+
+// A driver looks at each, writes what it wants and reads it back.
+constexpr Row storage[] = {
+    {0x12, 0x02, 0xFF00}, {0x12, 0x09, 0x0001}, {0x12, 0x0A, 0x8000}, {0x12, 0x0C, 0},      {0x12, 0x0D, 0},
+    {0x12, 0x0E, 0},      {0x12, 0x0F, 0x9100}, {0x12, 0x18, 0x3210}, {0x12, 0x19, 0x7654}, {0x1B, 0x10, 0},
+    {0x1B, 0x11, 0},      {0x1B, 0x12, 0},      {0x1B, 0x13, 0},      {0x1B, 0x14, 0},      {0x1B, 0x15, 0},
+    {0x1B, 0x16, 0},      {0x1B, 0x17, 0},      {0x1B, 0x18, 0},      {0x1B, 0x19, 0},      {0x1B, 0x1A, 0},
+    {0x1B, 0x1B, 0},      {0x1B, 0x1C, 0},      {0x1C, 0x0E, 0},
+};
+
+TEST_F(ResetTest, WhatIsOnlyStoredHasANameAndKeepsWhatIsWritten) {
+    for (Row const& row : storage) {
+        EXPECT_EQ(read(row.device, row.reg), row.reset) << row.device << ' ' << row.reg;
+        write(row.device, row.reg, 0xA5C3);
+        EXPECT_EQ(read(row.device, row.reg), 0xA5C3U) << row.device << ' ' << row.reg;
+    }
+    EXPECT_EQ(misuseText(), "");
+}
+
+TEST_F(ResetTest, WhatIsOnlyStoredMayStartAtZero) {
+    Options options;
+    options.storageReset = Options::StorageReset::zero;
+    rebuild(options);
+    for (Row const& row : storage) {
+        EXPECT_EQ(read(row.device, row.reg), 0U) << row.device << ' ' << row.reg;
+    }
+}
+
 TEST_F(ResetTest, GlobalRegisters) {
-    EXPECT_EQ(read(global1, 0x00), 0x8800U);
+    EXPECT_EQ(read(global1, 0x00), 0xA800U);
     EXPECT_EQ(read(global1, 0x0A), 0x0140U);
     EXPECT_EQ(chip().getAgeSeconds(), 300U);
     EXPECT_EQ(read(global1, 0x1D), 0x0C00U);

@@ -170,14 +170,14 @@ TEST_F(VtuTest, OperationsWithoutMeaning) {
 TEST_F(VtuTest, ViolationsAreFetchedOneByOne) {
     chip().addVtuViolation(0x123, 4, Side::VtuViolation::miss);
     chip().addVtuViolation(0x456, 9, Side::VtuViolation::member);
-    EXPECT_EQ(read(global1, 0x00), 0x8820U);
+    EXPECT_EQ(read(global1, 0x00), 0xA820U);
     write(global1, 0x05, 0xF000);
     EXPECT_EQ(read(global1, 0x05), 0x7024U);
     EXPECT_EQ(read(global1, 0x06), 0x0123U);
     write(global1, 0x05, 0xF000);
     EXPECT_EQ(read(global1, 0x05), 0x7049U);
     EXPECT_EQ(read(global1, 0x06), 0x0456U);
-    EXPECT_EQ(read(global1, 0x00), 0x8810U);
+    EXPECT_EQ(read(global1, 0x00), 0xA810U);
 }
 
 TEST_F(VtuTest, EntriesOfATestAreFound) {

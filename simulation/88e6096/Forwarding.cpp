@@ -1,0 +1,50 @@
+#include "simulation/88e6096/Forwarding.hpp"
+
+#include <utility>
+
+namespace simulation::marvell {
+
+Forwarding::Forwarding(Context& context, std::deque<Port>& ports, Global1& global1, Global2 const& global2)
+    : ChipForwarding(context.services),
+      _context(context),
+      _ports(ports),
+      _global1(global1),
+      _snapshot(ports, global1, global2),
+      _counters(global1.getStatistics(), ports) {}
+
+Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
+    Passage passage = follow(port, frame);
+    leaveTraces(port, frame, passage);
+    return std::move(passage.getDecision());
+}
+
+Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
+    return std::move(follow(port, frame).getDecision());
+}
+
+Passage Forwarding::follow(unsigned port, EthernetFrame const& frame) const {
+    _snapshot.refresh();
+    Passage passage(_snapshot, _global1.getVtu(), _global1.getAtu(), _context.options, port, frame);
+    passage.run();
+    return passage;
+}
+
+void Forwarding::leaveTraces(unsigned port, EthernetFrame const& frame, Passage& passage) {
+    _counters.countReceived(port, frame, passage.getReception());
+    if (passage.isFilteredAtIngress()) {
+        _counters.countInFiltered(port);
+    }
+    _counters.countOutFiltered(passage.getFilteredAtEgress());
+    Decision const& decision = passage.getDecision();
+    if (auto const& violation = passage.getViolation()) {
+        _global1.getVtu().noteViolation(decision.vid.value_or(0), port, *violation);
+    }
+    if (auto const& learning = passage.getLearning()) {
+        _global1.getAtu().learn(learning->fid, learning->address, learning->ports, port);
+    }
+    for (Decision::Egress const& copy : decision.egress) {
+        _counters.countSent(copy.port, copy.frame);
+    }
+}
+
+} // namespace simulation::marvell
