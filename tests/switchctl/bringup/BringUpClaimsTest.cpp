@@ -102,7 +102,7 @@ TEST(BringUpClaimsTest, ListsMisuseByRegisterAndAccess) {
 TEST(BringUpClaimsTest, ReadsBackWhatItDid) {
     CommandRun const run = program({minimal, "--simulate"});
     EXPECT_EQ(run.status, ExitStatus::success);
-    EXPECT_THAT(run.out, EndsWith("\nread back: 1 switch, 109 registers, 2 table entries, 0 deviations\n"));
+    EXPECT_THAT(run.out, EndsWith("\nread back: 1 switch, 230 registers, 2 table entries, 0 deviations\n"));
     CommandRun const without = program({minimal, "--simulate", "--no-verify"});
     EXPECT_EQ(without.status, ExitStatus::success);
     EXPECT_THAT(without.out, EndsWith("\nread back: no\n"));
@@ -114,7 +114,7 @@ TEST(BringUpClaimsTest, ARegisterThatDoesNotKeepWhatIsWrittenIsADeviation) {
     auto const stick = [](SimulatedBoard& board) { board.getMarvell(0).stick("port 8", 0x04, 0, 0x0003); };
     CommandRun const run = disturbed({minimal, "--simulate"}, stick);
     EXPECT_EQ(run.status, ExitStatus::notAsDetermined);
-    EXPECT_THAT(run.out, EndsWith("\nread back: 1 switch, 109 registers, 2 table entries, 1 deviation\n"
+    EXPECT_THAT(run.out, EndsWith("\nread back: 1 switch, 230 registers, 2 table entries, 1 deviation\n"
                                   "  switch 0  port 8  PortControl  PortState  expected 0x3, found 0x0\n"));
     EXPECT_THAT(run.errors, HasSubstr("does not show what start-up determines"));
     EXPECT_EQ(disturbed({minimal, "--simulate", "--no-verify"}, stick).status, ExitStatus::success);

@@ -49,7 +49,7 @@ std::string const minimalSummary =
     "driver misuse seen by the models: 0\n";
 
 std::string const minimalEnd = "warnings and errors: none\n"
-                               "read back: 1 switch, 109 registers, 2 table entries, 0 deviations\n";
+                               "read back: 1 switch, 230 registers, 2 table entries, 0 deviations\n";
 
 char const* const emptyStatistics =
     "inGoodOctets\t0000000000000000\tinBadOctets\t00000000\n"

@@ -118,24 +118,26 @@ TEST_F(RegisterDumpTest, JsonHasChipTransportAndRegisters) {
     json const dump = json::parse(outputOf({"dump", "phy", "--switch", "3", "--simulate", "--json"}));
     EXPECT_EQ(dump["chip"], "88e6096");
     EXPECT_EQ(dump["over"], "phy --switch 3");
-    ASSERT_EQ(dump["registers"].size(), 32U);
-    EXPECT_EQ(dump["registers"][1]["unit"], "phy 0");
-    EXPECT_EQ(dump["registers"][1]["register"], "Identifier1");
-    EXPECT_EQ(dump["registers"][1]["value"], 0x0141);
+    ASSERT_EQ(dump["registers"].size(), 72U);
+    EXPECT_EQ(dump["registers"][2]["unit"], "phy 0");
+    EXPECT_EQ(dump["registers"][2]["register"], "Identifier1");
+    EXPECT_EQ(dump["registers"][2]["value"], 0x0141);
 }
 
 TEST_F(RegisterDumpTest, DifferencesAreNamed) {
     std::string const first = "chip 88e6096\nover smi --switch 0\n"
                               "port 3\n  PortControl 0x13/0x04 0x007c PortState=0x0\n"
-                              "  DefaultVLAN 0x13/0x07 0x0001\n"
+                              "  PortControl1 0x13/0x05 0\n  DefaultVLAN 0x13/0x07 0x0001\n"
                               "global 1\n  ATUControl 0x1b/0x0a 0x0140\n  VTUFID 0x1b/0x02 5\n";
     std::string const second = "chip 88e6096\n"
-                               "PORT 3\n  port_control 0x13/0x04 0x847f\n  DefaultVLAN 0x13/0x07 1\n"
+                               "PORT 3\n  port_control 0x13/0x04 0x007f\n  PortControl1 0x13/0x05 0x3000\n"
+                               "  DefaultVLAN 0x13/0x07 1\n"
                                "global 1\n  ATUControl 0x1b/0x0a 0x0141\n  VTUSID 0x1b/0x03 5\n";
     EXPECT_EQ(diff(first, second, chips::ExitStatus::registersDiffer),
-              "port 3/PortControl (0x13/0x04): 0x007c -> 0x847f\n"
+              "port 3/PortControl (0x13/0x04): 0x007c -> 0x007f\n"
               "    PortState: 0x0 -> 0x3\n"
-              "    bits without a name: 0x0 -> 0x8400\n"
+              "port 3/PortControl1 (0x13/0x05): 0x0000 -> 0x3000\n"
+              "    bits without a name: 0x0 -> 0x3000\n"
               "global 1/ATUControl (0x1b/0x0a): 0x0140 -> 0x0141\n"
               "    Other: 0x0 -> 0x1\n"
               "global 1/VTUFID (0x1b/0x02): 0x0005 -> absent\n"
