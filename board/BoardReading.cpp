@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <set>
 
 #include "board/Element.hpp"
 #include "board/Wording.hpp"
@@ -26,6 +27,13 @@ BoardReading::Port const* BoardReading::Switch::findPort(unsigned int portId) co
 
 std::string BoardReading::Port::getName() const {
     return idName(static_cast<int>(id), attribute(element, "id"));
+}
+
+bool BoardReading::Member::hasKnownTags() const {
+    static std::set<std::string> const ingresses{"addTag", "validateTag", "addTagIfUntagged"};
+    static std::set<std::string> const egresses{"stripTag", "validateTag"};
+    return ingresses.count(attribute(element, "ingress").value_or("")) != 0 &&
+           egresses.count(attribute(element, "egress").value_or("")) != 0;
 }
 
 std::string BoardReading::Trunk::getName() const {

@@ -107,6 +107,10 @@ public:
         int switchId = noNumber;
         int portId = noNumber;
         Outcome outcome = Outcome::added;
+
+        /// Whether the library knows what to do with tags there: without, a tag-based VLAN does not get the
+        /// port, though it is a member.
+        bool hasKnownTags() const;
     };
 
     struct Vlan {

@@ -18,20 +18,13 @@ bool hasPort(SwitchManager& manager, MemberList::Member const& member) {
            managedSwitch->getPorts().count(static_cast<unsigned int>(member.portId)) != 0;
 }
 
-bool hasKnownTags(MemberList::Member const& member) {
-    static std::set<std::string> const ingresses{"addTag", "validateTag", "addTagIfUntagged"};
-    static std::set<std::string> const egresses{"stripTag", "validateTag"};
-    return ingresses.count(MemberList::tagOf(member, "ingress")) != 0 &&
-           egresses.count(MemberList::tagOf(member, "egress")) != 0;
-}
-
 } // namespace
 
 MemberList::MemberList(std::vector<Member> const& members, SwitchManager& manager, bool withTags) {
     std::set<int> portIds;
     for (Member const& member : members) {
         bool const counts = hasPort(manager, member) && portIds.insert(member.portId).second &&
-                            (!withTags || hasKnownTags(member));
+                            (!withTags || member.hasKnownTags());
         (counts ? counted : leftOut).push_back(member);
     }
 }

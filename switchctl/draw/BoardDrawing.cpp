@@ -161,7 +161,7 @@ void BoardDrawing::addVlan(Reading::Vlan const& vlan, std::string const& colour)
 
 void BoardDrawing::addMember(Reading::Vlan const& vlan, Reading::Member const& member,
                              std::string const& colour) {
-    if (member.outcome != Reading::Outcome::added) {
+    if (member.outcome != Reading::Outcome::added || (vlan.tagBased && !member.hasKnownTags())) {
         return;
     }
     bool const untagged =

@@ -14,19 +14,21 @@ using Reading = board::BoardReading;
 Json portsOf(Reading::Switch const& owner) {
     Json ports = Json::array();
     for (auto const& [id, port] : owner.ports) {
-        ports.push_back({{"port", id}, {"connectedTo", port.connectedTo}, {"portStatus", port.portStatus}});
+        bool const hasNumber = id != static_cast<unsigned int>(Reading::noNumber);
+        ports.push_back({{"port", hasNumber ? Json(id) : Json()},
+                         {"connectedTo", port.connectedTo},
+                         {"portStatus", port.portStatus}});
     }
     return ports;
 }
 
 Json trunksOf(Reading::Switch const& owner) {
-    constexpr int noPort = -1;
     Json trunks = Json::array();
     for (Reading::Trunk const& trunk : owner.trunks) {
         Json members = Json::array();
         for (xmlNodePtr const member : trunk.members) {
-            int const port = board::numberOr(member, "id", noPort);
-            if (port != noPort) {
+            int const port = board::numberOr(member, "id", Reading::noNumber);
+            if (port != Reading::noNumber) {
                 members.push_back(port);
             }
         }
@@ -39,7 +41,7 @@ Json trunksOf(Reading::Switch const& owner) {
 Json membersOf(Reading::Vlan const& vlan) {
     Json members = Json::array();
     for (Reading::Member const& member : vlan.members) {
-        if (member.outcome == Reading::Outcome::added) {
+        if (member.outcome == Reading::Outcome::added && (!vlan.tagBased || member.hasKnownTags())) {
             bool const isTagged =
                 vlan.tagBased && board::attribute(member.element, "egress").value_or("") != "stripTag";
             members.push_back({{"switch", member.switchId}, {"port", member.portId}, {"tagged", isTagged}});

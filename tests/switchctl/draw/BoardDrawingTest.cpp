@@ -55,7 +55,11 @@ TEST(BoardDrawingTest, AMembershipIsDashedWhereTheTagIsTaken) {
                   "<vlan id='5' typeOfVlan='tagBasedVlan'>"
                   "<port switchId='0' portId='1' ingress='addTag' egress='stripTag'/>"
                   "<port switchId='0' portId='2' ingress='validateTag' egress='validateTag'/>"
-                  "<port switchId='0' portId='3' ingress='validateTag' egress='validateTag'/></vlan>");
+                  "<port switchId='0' portId='3' ingress='validateTag' egress='validateTag'/></vlan>"
+                  "<vlan id='6' typeOfVlan='tagBasedVlan'>"
+                  "<port switchId='0' portId='1' ingress='stripTag' egress='stripTag'/>"
+                  "<port switchId='0' portId='2' ingress='addTag'/></vlan>");
+    EXPECT_THAT(text, Not(HasSubstr("-- vlan6"))) << "the library does not put them in";
     EXPECT_THAT(text, HasSubstr("label=\"VLAN 5 (0x5, written &quot;5&quot;)\\ntag-based\""));
     EXPECT_THAT(text, HasSubstr("  switch0:port1:e -- vlan5:w [color=\"#0072B2\", style=dashed]\n"));
     EXPECT_THAT(text, HasSubstr("  switch0:port2:e -- vlan5:w [color=\"#0072B2\", style=solid]\n"));
