@@ -116,7 +116,7 @@ private:
     Address getAddress(std::size_t offset) const;
     std::uint8_t getByte(std::size_t offset) const { return offset < _bytes->size() ? (*_bytes)[offset] : 0; }
     unsigned getWord(std::size_t offset) const {
-        return unsigned{getByte(offset)} << 8 | getByte(offset + 1);
+        return unsigned{getByte(offset)} << 8 | unsigned{getByte(offset + 1)};
     }
 
     std::shared_ptr<Bytes const> _bytes;

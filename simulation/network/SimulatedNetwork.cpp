@@ -12,7 +12,7 @@ namespace simulation {
 
 namespace {
 
-using Lock = std::lock_guard<std::mutex>;
+using NetworkLock = std::lock_guard<std::mutex>;
 
 constexpr std::uint64_t bitsPerByte = 8;
 constexpr std::uint64_t nanosecondsPerBitOfOneMegabit = 1000;
@@ -57,7 +57,7 @@ void SimulatedNetwork::connect(End const& one, End const& other, unsigned megabi
     ChipTestSide& chipOfOne = getChip(one);
     ChipTestSide& chipOfOther = getChip(other);
     {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         occupy(one, {_cables, other, nullptr});
         try {
             occupy(other, {_cables, one, nullptr});
@@ -74,7 +74,7 @@ void SimulatedNetwork::connect(End const& one, End const& other, unsigned megabi
 void SimulatedNetwork::attach(End const& end, Station station, unsigned megabits) {
     ChipTestSide& chip = getChip(end);
     {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         occupy(end, {_cables, std::nullopt, std::make_shared<Station const>(std::move(station))});
         ++_cables;
     }
@@ -84,7 +84,7 @@ void SimulatedNetwork::attach(End const& end, Station station, unsigned megabits
 bool SimulatedNetwork::unplug(End const& end) {
     std::vector<End> ends;
     {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         auto const found = _sockets.find(end);
         if (found == _sockets.end()) {
             return false;
@@ -105,14 +105,14 @@ bool SimulatedNetwork::unplug(End const& end) {
 
 void SimulatedNetwork::inject(End const& at, EthernetFrame frame) {
     getChip(at);
-    Lock const lock(_mutex);
+    NetworkLock const lock(_mutex);
     ++_totals.injected;
     _underWay.emplace(_clock.getNanoseconds(),
                       Copy{std::make_shared<Injection>(), std::move(frame), at, {}, {}});
 }
 
 void SimulatedNetwork::run() {
-    Lock const running(_running);
+    NetworkLock const running(_running);
     while (auto const next = takeNext()) {
         carry(next->first, next->second);
     }
@@ -120,17 +120,17 @@ void SimulatedNetwork::run() {
 
 void SimulatedNetwork::observe(Observer observer) {
     auto shared = observer ? std::make_shared<Observer const>(std::move(observer)) : nullptr;
-    Lock const lock(_mutex);
+    NetworkLock const lock(_mutex);
     _observer = std::move(shared);
 }
 
 SimulatedNetwork::Totals SimulatedNetwork::getTotals() const {
-    Lock const lock(_mutex);
+    NetworkLock const lock(_mutex);
     return _totals;
 }
 
 std::vector<std::string> SimulatedNetwork::getFindings() const {
-    Lock const lock(_mutex);
+    NetworkLock const lock(_mutex);
     return _findings;
 }
 
@@ -153,7 +153,7 @@ void SimulatedNetwork::occupy(End const& end, Socket const& socket) {
 }
 
 std::optional<std::pair<std::uint64_t, SimulatedNetwork::Copy>> SimulatedNetwork::takeNext() {
-    Lock const lock(_mutex);
+    NetworkLock const lock(_mutex);
     if (_underWay.empty()) {
         return std::nullopt;
     }
@@ -168,7 +168,7 @@ void SimulatedNetwork::carry(std::uint64_t time, Copy const& copy) {
     }
     std::shared_ptr<Station const> station;
     {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         if (!arrives(copy)) {
             return;
         }
@@ -216,7 +216,7 @@ bool SimulatedNetwork::isStopped(Copy const& copy) {
 void SimulatedNetwork::enterChip(std::uint64_t time, Copy const& copy) {
     ChipForwarding* const forwarding = getChip(copy.at).getForwarding();
     if (forwarding == nullptr) {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         ++_totals.dropped;
         return report(fmt::format("switch {}: its model does not forward frames", copy.at.switchId));
     }
@@ -227,7 +227,7 @@ void SimulatedNetwork::enterChip(std::uint64_t time, Copy const& copy) {
     }
     std::shared_ptr<Observer const> observer;
     {
-        Lock const lock(_mutex);
+        NetworkLock const lock(_mutex);
         observer = _observer;
         _totals.dropped += decision.isDropped() ? 1 : 0;
         _totals.toProcessor += decision.toProcessor ? 1 : 0;

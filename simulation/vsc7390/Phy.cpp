@@ -31,8 +31,8 @@ constexpr std::uint32_t receiversWork = 0x3000;
 constexpr std::uint32_t full1000 = 0x0800;
 constexpr std::uint32_t half1000 = 0x0400;
 
-constexpr unsigned megabits1000 = 1000;
-constexpr unsigned megabits100 = 100;
+constexpr unsigned gigabitEthernet = 1000;
+constexpr unsigned fastEthernet = 100;
 
 /// Past the identifiers: what is advertised and what the partner can do, 1000 Mbit/s, extended status. The
 /// others latch or count until they are read, or are the maker's.
@@ -124,13 +124,13 @@ std::uint32_t Phy::partner(unsigned address) const {
         return canNegotiate;
     }
     if (address == gigabitStatus) {
-        return _megabits == megabits1000 ? receiversWork | (_fullDuplex ? full1000 : half1000) : 0;
+        return _megabits == gigabitEthernet ? receiversWork | (_fullDuplex ? full1000 : half1000) : 0;
     }
-    if (_megabits == megabits1000) {
+    if (_megabits == gigabitEthernet) {
         return acknowledged;
     }
-    std::uint32_t const full = _megabits == megabits100 ? full100 : full10;
-    std::uint32_t const half = _megabits == megabits100 ? half100 : half10;
+    std::uint32_t const full = _megabits == fastEthernet ? full100 : full10;
+    std::uint32_t const half = _megabits == fastEthernet ? half100 : half10;
     return acknowledged | (_fullDuplex ? full : half);
 }
 

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <bitset>
 #include <iterator>
 #include <utility>
 
@@ -273,7 +272,6 @@ bool Rules::giveForms(Passage& passage) const {
         (passage.receiver.ignoresTag && _context.options.ignoredTag == Vsc7390Options::IgnoredTag::stays);
     EthernetFrame const plain = keepsTag ? frame : frame.withTagPopped();
     std::optional<EthernetFrame> tagged;
-    passage.decision.egress.reserve(std::bitset<Vsc7390TestSide::numberOfPorts>(passage.ports).count());
     for (unsigned port = 0; port < Vsc7390TestSide::numberOfPorts; ++port) {
         if ((passage.ports & bit(port)) == 0) {
             continue;

@@ -8,26 +8,26 @@ namespace {
 
 class ForwardingIngressTest : public ForwardingFixture {};
 
-constexpr std::uint32_t all = 0x7FF;
+constexpr std::uint32_t everyPort = 0x7FF;
 
 TEST_F(ForwardingIngressTest, M1NeedsLink) {
-    EXPECT_EQ(ports(2, untagged()), all & ~0x004U);
+    EXPECT_EQ(ports(2, untagged()), everyPort & ~0x004U);
     chip().unplugLink(2);
     EXPECT_EQ(decide(2, untagged()).dropReason, "port 2 has no link");
     EXPECT_EQ(lastRule(receive(2, untagged())), "M1");
     EXPECT_EQ(counter(2, 0x04), 0U);
     // Forced up, forced down, and the level of a port that does not follow its PHY.
     write(port0 + 2, 0x01, 0x0033);
-    EXPECT_EQ(ports(2, untagged()), all & ~0x004U);
+    EXPECT_EQ(ports(2, untagged()), everyPort & ~0x004U);
     chip().plugLink(2);
     write(port0 + 2, 0x01, 0x0013);
     EXPECT_EQ(ports(2, untagged()), 0U);
     write(port0 + 2, 0x01, 0x0003);
-    EXPECT_EQ(ports(2, untagged()), all & ~0x004U);
+    EXPECT_EQ(ports(2, untagged()), everyPort & ~0x004U);
     write(port0 + 2, 0x00, 0x0000);
     EXPECT_EQ(ports(2, untagged()), 0U);
     chip().setLinkLevel(2, true);
-    EXPECT_EQ(ports(2, untagged()), all & ~0x004U);
+    EXPECT_EQ(ports(2, untagged()), everyPort & ~0x004U);
     phyWrite(3, 0, 0x3900);
     EXPECT_EQ(ports(3, untagged()), 0U);
 }
@@ -255,7 +255,7 @@ TEST_F(ForwardingIngressTest, M6ManagementGoesToTheCpuOnly) {
 }
 
 TEST_F(ForwardingIngressTest, M6OtherwiseAnOrdinaryGroup) {
-    EXPECT_EQ(ports(2, untagged(0x0180C2000000)), all & ~0x004U);
+    EXPECT_EQ(ports(2, untagged(0x0180C2000000)), everyPort & ~0x004U);
 }
 
 TEST_F(ForwardingIngressTest, M7VidOfTheFrame) {
@@ -404,9 +404,9 @@ TEST_F(ForwardingIngressTest, M8OtherChoices) {
     setMode(2, 3);
     EXPECT_EQ(lastRule(decide(2, tagged(5))), "M10");
     addStates(9, "33333133333");
-    EXPECT_EQ(ports(2, tagged(5)), all & ~0x004U);
+    EXPECT_EQ(ports(2, tagged(5)), everyPort & ~0x004U);
     setState(6, 1);
-    EXPECT_EQ(ports(2, tagged(5)), all & ~0x044U);
+    EXPECT_EQ(ports(2, tagged(5)), everyPort & ~0x044U);
     // At ingress a disabled port has been stopped by M3 before its VLAN is asked.
     setState(2, 0);
     EXPECT_EQ(lastRule(decide(2, tagged(5))), "M3");
@@ -465,7 +465,7 @@ TEST_F(ForwardingIngressTest, M9WhoIsHeardStaysYoung) {
     }
     EXPECT_EQ(ports(3, untagged(stationA, stationB)), 0x004U);
     _board->getClock().advanceNanoseconds(105'000'000'000);
-    EXPECT_EQ(ports(3, untagged(stationA, stationB)), all & ~0x008U);
+    EXPECT_EQ(ports(3, untagged(stationA, stationB)), everyPort & ~0x008U);
 }
 
 TEST_F(ForwardingIngressTest, M9AFullTableLearnsNoMore) {

@@ -19,7 +19,7 @@ protected:
     }
 };
 
-struct Row {
+struct PointerRow {
     unsigned reg;
     unsigned firstPointer;
     unsigned lastPointer;
@@ -28,14 +28,14 @@ struct Row {
 };
 
 // Device mapping, trunk masks, trunk mapping, switch MAC, priority override.
-constexpr Row tables[] = {
+constexpr PointerRow tables[] = {
     {0x06, 0x0000, 0x1F00, 0x000A, 0x0000}, {0x07, 0x0000, 0x7000, 0x0555, 0x07FF},
     {0x08, 0x0000, 0x7800, 0x06A5, 0x0000}, {0x0D, 0x0000, 0x1F00, 0x00C3, 0x0000},
     {0x0F, 0x0000, 0x0F00, 0x0081, 0x0000},
 };
 
 TEST_F(PointerTableTest, EntriesAreKeptEachForItself) {
-    for (Row const& row : tables) {
+    for (PointerRow const& row : tables) {
         EXPECT_EQ(entry(row.reg, row.lastPointer), row.lastPointer | row.reset) << row.reg;
         update(row.reg, row.firstPointer | row.data);
         EXPECT_EQ(entry(row.reg, row.lastPointer), row.lastPointer | row.reset) << row.reg;

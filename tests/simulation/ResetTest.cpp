@@ -67,14 +67,14 @@ TEST_F(ResetTest, TheStrapShowsHowPortsStart) {
     EXPECT_EQ(read(global1, 0x00) & 0x3000U, 0x0000U);
 }
 
-struct Row {
+struct ResetRow {
     unsigned device;
     unsigned reg;
     unsigned reset;
 };
 
 // A driver looks at each, writes what it wants and reads it back.
-constexpr Row storage[] = {
+constexpr ResetRow storage[] = {
     {0x12, 0x02, 0xFF00}, {0x12, 0x09, 0x0001}, {0x12, 0x0A, 0x8000}, {0x12, 0x0C, 0},      {0x12, 0x0D, 0},
     {0x12, 0x0E, 0},      {0x12, 0x0F, 0x9100}, {0x12, 0x18, 0x3210}, {0x12, 0x19, 0x7654}, {0x1B, 0x10, 0},
     {0x1B, 0x11, 0},      {0x1B, 0x12, 0},      {0x1B, 0x13, 0},      {0x1B, 0x14, 0},      {0x1B, 0x15, 0},
@@ -83,7 +83,7 @@ constexpr Row storage[] = {
 };
 
 TEST_F(ResetTest, WhatIsOnlyStoredHasANameAndKeepsWhatIsWritten) {
-    for (Row const& row : storage) {
+    for (ResetRow const& row : storage) {
         EXPECT_EQ(read(row.device, row.reg), row.reset) << row.device << ' ' << row.reg;
         write(row.device, row.reg, 0xA5C3);
         EXPECT_EQ(read(row.device, row.reg), 0xA5C3U) << row.device << ' ' << row.reg;
@@ -95,7 +95,7 @@ TEST_F(ResetTest, WhatIsOnlyStoredMayStartAtZero) {
     Options options;
     options.storageReset = Options::StorageReset::zero;
     rebuild(options);
-    for (Row const& row : storage) {
+    for (ResetRow const& row : storage) {
         EXPECT_EQ(read(row.device, row.reg), 0U) << row.device << ' ' << row.reg;
     }
 }
