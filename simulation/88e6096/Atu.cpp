@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "simulation/88e6096/Registers.hpp"
+#include "simulation/VirtualClock.hpp"
 
 namespace simulation::marvell {
 
@@ -25,7 +26,6 @@ constexpr unsigned noPort = 0xF;
 constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
 constexpr unsigned macBits = 48;
 constexpr unsigned groupBit = 40;
-constexpr std::uint64_t nanosecondsPerSecond = 1'000'000'000;
 
 std::uint64_t keyOf(unsigned fid, std::uint64_t mac) {
     return std::uint64_t{fid} << macBits | mac;
@@ -179,7 +179,8 @@ void Atu::followAgeTime() {
         entry = {aged(key, entry), now()};
     }
     _ageTime = ageTime;
-    _stepNanoseconds = ageTime * global1::secondsPerAgeUnit * nanosecondsPerSecond / newest;
+    _stepNanoseconds =
+        std::uint64_t{ageTime} * global1::secondsPerAgeUnit * VirtualClock::nanosecondsPerSecond / newest;
 }
 
 void Atu::clear() {
