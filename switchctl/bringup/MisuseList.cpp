@@ -17,6 +17,7 @@ std::vector<std::string> linesOfMisuse(MisuseReport const& misuse) {
     std::stable_sort(entries.begin(), entries.end(),
                      [&](auto const& one, auto const& other) { return place(one) < place(other); });
     std::vector<std::string> lines;
+    lines.reserve(entries.size());
     for (MisuseReport::Entry const& entry : entries) {
         lines.push_back(fmt::format("{}  {}/{}  access {}: {}: {}", entry.chip, entry.unit,
                                     entry.registerName, entry.access, MisuseReport::name(entry.kind),
