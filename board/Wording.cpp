@@ -4,8 +4,18 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace board {
+
+namespace {
+
+/// By the library's numbers; the first and the last stand for no word.
+constexpr char const* portTypeNames[] = {"unknown", "external",        "smac",   "hmac", "cpu",
+                                         "dsp",     "switchInterlink", "unknown"};
+static_assert(std::size(portTypeNames) == ManagedSwitchPort::numberOfPortTypes);
+
+} // namespace
 
 std::string hexadecimal(unsigned int number) {
     return fmt::format("0x{:x}", number);
@@ -68,10 +78,12 @@ std::string fieldValue(std::string const& field, unsigned int value) {
     return hexadecimal(value) + (isId && value >= firstOfTwoDigits ? fmt::format(" ({})", value) : "");
 }
 
+std::vector<std::string> knownPortTypes() {
+    return {std::begin(portTypeNames) + 1, std::end(portTypeNames) - 1};
+}
+
 std::string portTypeName(ManagedSwitchPort::PortType type) {
-    static constexpr std::array<char const*, ManagedSwitchPort::numberOfPortTypes> names{
-        "unknown", "external", "smac", "hmac", "cpu", "dsp", "switchInterlink", "unknown"};
-    return names.at(static_cast<std::size_t>(type));
+    return portTypeNames[static_cast<std::size_t>(type)];
 }
 
 std::string portStateName(ManagedSwitchPort::PortEnabledStatus state) {

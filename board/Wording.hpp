@@ -34,6 +34,9 @@ std::string entryName(std::string const& name);
 /// spanning-tree states and the two could be mistaken for one another.
 std::string fieldValue(std::string const& field, unsigned int value);
 
+/// The words that a document may write in `connectedTo`.
+std::vector<std::string> knownPortTypes();
+
 /// What the document writes in `connectedTo` for the type, "unknown" for others.
 std::string portTypeName(ManagedSwitchPort::PortType type);
 

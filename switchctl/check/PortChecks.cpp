@@ -1,5 +1,7 @@
 #include "switchctl/check/CheckTable.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 
@@ -85,16 +87,15 @@ void beyondChip(board::BoardReading const& board, Report const& report) {
 }
 
 void typeUnknown(board::BoardReading const& board, Report const& report) {
-    static constexpr std::array<char const*, 6> types{"external", "smac", "hmac",
-                                                      "cpu",      "dsp",  "switchInterlink"};
+    std::vector<std::string> const types = board::knownPortTypes();
     for (xmlNodePtr const element : board.find("//switch/port")) {
         if (!contains(types, board::attribute(element, "connectedTo").value_or(""))) {
             report(element,
                    "The library reports an unknown port type (connectedTo is " +
                        board::quotedAttribute(element, "connectedTo") +
                        ") and leaves the port's link as the chip has it.",
-                   "Write connectedTo=\"external\", \"smac\", \"hmac\", \"cpu\", \"dsp\" or "
-                   "\"switchInterlink\".");
+                   fmt::format(R"(Write connectedTo="{}" or "{}".)",
+                               fmt::join(types.begin(), types.end() - 1, R"(", ")"), types.back()));
         }
     }
 }
