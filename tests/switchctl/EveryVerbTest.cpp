@@ -25,8 +25,14 @@ using testing::StartsWith;
 
 namespace {
 
-/// Switches of all ids: an 88E6096 has a place for 32 on the MDIO bus, and beside them there is one VSC7390.
-/// All ports of all, and 30 VLANs.
+#ifdef SLOW_BUILD
+constexpr unsigned mdioSwitches = 3;
+#else
+constexpr unsigned mdioSwitches = 32;
+#endif
+
+/// Switches of all ids, where programs are fast: an 88E6096 has a place for 32 on the MDIO bus, and beside
+/// them there is one VSC7390. All ports of all, and 30 VLANs.
 std::string largestBoard() {
     std::ostringstream text;
     auto const writePorts = [&](unsigned count) {
@@ -38,7 +44,7 @@ std::string largestBoard() {
     };
     text << "<board><switches>\n<switch id='32' switchModel='vsc7390'>\n";
     writePorts(24);
-    for (unsigned id = 0; id < 32; ++id) {
+    for (unsigned id = 0; id < mdioSwitches; ++id) {
         text << "<switch id='" << id << "' switchModel='88e6096' atuAgeTime='300'>\n";
         writePorts(11);
     }
@@ -47,7 +53,7 @@ std::string largestBoard() {
         text << "<vlan id='" << vlan << "' typeOfVlan='tagBasedVlan'>\n";
         // Members are told apart by port number alone.
         for (unsigned port = 0; port < 11; ++port) {
-            text << "<port switchId='" << (vlan * 11 + port) % 32 << "' portId='" << port
+            text << "<port switchId='" << (vlan * 11 + port) % mdioSwitches << "' portId='" << port
                  << "' ingress='addTagIfUntagged' egress='stripTag'/>\n";
         }
         text << "</vlan>\n";
@@ -267,13 +273,19 @@ TEST(LargestBoardTest, AStartUpThatRepeatsItselfMakesProgress) {
     EXPECT_EQ(child.status, 0) << child.errors;
 }
 
-INSTANTIATE_TEST_SUITE_P(Boards, EveryVerbTest,
-                         testing::Values(Board{"minimal", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                                         Board{"access-point", "0/port1/DefaultVLAN:DefaultVID=77", 0, 0},
-                                         Board{"three-switches", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                                         Board{"video-switch", "2/analyser/VLANMASK=5", 10, 0},
-                                         Board{"mixed", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                                         Board{"careless", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
-                                         Board{"largest", "31/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                                         Board{"warm-restart", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0}),
+std::vector<Board> boards() {
+    std::vector<Board> some{{"minimal", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                            {"video-switch", "2/analyser/VLANMASK=5", 10, 0},
+                            {"careless", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
+                            {"largest", "2/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                            {"warm-restart", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0}};
+#ifndef SLOW_BUILD
+    some.insert(some.end(), {{"access-point", "0/port1/DefaultVLAN:DefaultVID=77", 0, 0},
+                             {"three-switches", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                             {"mixed", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0}});
+#endif
+    return some;
+}
+
+INSTANTIATE_TEST_SUITE_P(Boards, EveryVerbTest, testing::ValuesIn(boards()),
                          [](auto const& board) { return testing::PrintToString(board.param); });
