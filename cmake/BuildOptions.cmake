@@ -14,8 +14,8 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
     target_compile_options(build_options INTERFACE -fsemantic-interposition)
 endif()
 if(CMAKE_UNITY_BUILD)
-    # A source that is included in another one is no header.
-    target_compile_options(build_options INTERFACE -Wno-subobject-linkage)
+    # A source that is included in another one is no header, and what it names may be a local name there.
+    target_compile_options(build_options INTERFACE -Wno-subobject-linkage -Wno-shadow)
 endif()
 if(SWITCHMANAGER_WARNINGS_AS_ERRORS)
     target_compile_options(build_options INTERFACE -Werror)
