@@ -38,6 +38,25 @@ void removeAndEnd(int number) {
     static_cast<void>(std::raise(number));
 }
 
+/// Holds the signals back while a file is there of which they do not know yet.
+class HeldSignals {
+public:
+    HeldSignals() {
+        sigset_t held;
+        ::sigemptyset(&held);
+        for (int const number : endSignals) {
+            ::sigaddset(&held, number);
+        }
+        ::pthread_sigmask(SIG_BLOCK, &held, &_before);
+    }
+    ~HeldSignals() { ::pthread_sigmask(SIG_SETMASK, &_before, nullptr); }
+    HeldSignals(HeldSignals const&) = delete;
+    HeldSignals& operator=(HeldSignals const&) = delete;
+
+private:
+    sigset_t _before{};
+};
+
 /// A signal that somebody ignores or handles stays theirs.
 void watchSignals() {
     for (int const number : endSignals) {
@@ -56,6 +75,7 @@ UnfinishedFile::UnfinishedFile(std::string finishedPath)
     if (isThereOne) {
         throw std::logic_error(pathOfUnfinished.data() + std::string(" is not finished"));
     }
+    HeldSignals const held;
     create();
     pathOfUnfinished[_path.copy(pathOfUnfinished.data(), pathOfUnfinished.size() - 1)] = '\0';
     isThereOne = true;
