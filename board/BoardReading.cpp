@@ -26,7 +26,8 @@ BoardReading::Port const* BoardReading::Switch::findPort(unsigned int portId) co
 }
 
 std::string BoardReading::Port::getName() const {
-    return idName(static_cast<int>(id), attribute(element, "id"));
+    auto const number = static_cast<int>(id);
+    return number == noNumber ? "without a number" : idName(number, attribute(element, "id"));
 }
 
 bool BoardReading::Member::hasKnownTags() const {

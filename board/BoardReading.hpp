@@ -32,7 +32,7 @@ public:
         bool hasLinkSettings() const;
         /// The library starts the link itself.
         bool comesUp() const;
-        /// Its number, as board::idName() has it.
+        /// Its number, as board::idName() has it; "without a number" when none finds it.
         std::string getName() const;
     };
 

@@ -10,6 +10,7 @@ BoardSampler::BoardSampler(board::BoardAccess& board, PortSelection const& selec
 
 chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
     chips::CounterSample result;
+    result.unread = _selection.getLeftOut();
     std::map<unsigned, bool> there;
     for (PortSelection::Port const& port : _selection.getPorts()) {
         if (watcher) {

@@ -1,6 +1,7 @@
 #include "switchctl/statistics/PortSelection.hpp"
 
 #include <fmt/format.h>
+#include <libxml/tree.h>
 
 #include <algorithm>
 
@@ -43,8 +44,13 @@ PortSelection::PortSelection(board::BoardReading const& document, std::string co
 void PortSelection::addAll(board::BoardReading const& document) {
     for (auto const& [id, entry] : document.getSwitches()) {
         for (auto const& [portId, port] : entry.ports) {
-            if (portId < chipOf(entry).ports) {
-                _ports.push_back({{id, portId}, chipOf(entry).model});
+            chips::ChipKind::Facts const& chip = chipOf(entry);
+            if (portId < chip.ports) {
+                _ports.push_back({{id, portId}, chip.model});
+            } else {
+                _leftOut.push_back(
+                    fmt::format("port {} of switch {}, line {}: the chip ({}) has the ports 0 to {}",
+                                port.getName(), id, xmlGetLineNo(port.element), chip.model, chip.ports - 1));
             }
         }
     }

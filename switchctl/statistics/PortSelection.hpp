@@ -27,6 +27,9 @@ public:
     /// In the order of the texts, each once; or by switch and port.
     std::vector<Port> const& getPorts() const { return _ports; }
 
+    /// Why ports of the document are not among them, a line each: they have no number that their chip has.
+    std::vector<std::string> const& getLeftOut() const { return _leftOut; }
+
     /// Null when it is not among them.
     Port const* find(chips::PortAddress const& address) const;
 
@@ -35,6 +38,7 @@ private:
     void add(board::BoardReading const& document, std::string const& path, std::string const& text);
 
     std::vector<Port> _ports;
+    std::vector<std::string> _leftOut;
 };
 
 } // namespace switchctl::statistics

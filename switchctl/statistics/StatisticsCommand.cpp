@@ -157,7 +157,7 @@ ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selec
                                         std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     LibraryText library(*chips.board);
-    std::vector<std::string> unread;
+    std::vector<std::string> unread = selection.getLeftOut();
     for (PortSelection::Port const& port : selection.getPorts()) {
         out << "statistics of port " << port.address << '\n';
         try {

@@ -115,6 +115,21 @@ TEST(StatisticsRefusalTest, ADocumentWithoutPorts) {
     EXPECT_EQ(run.errors, "switchctl: " + board.path() + ": the document has no port of a known switch\n");
 }
 
+TEST(StatisticsRefusalTest, PortsThatTheChipDoesNotHaveAreNamedAsUnread) {
+    TemporaryFile const board("<switches><switch id='0' switchModel='88e6096'>\n"
+                              "<port id='0' connectedTo='cpu' portStatus='forwarding'/>\n"
+                              "<port id='30' connectedTo='external' portStatus='forwarding'/>\n"
+                              "<port id='one' connectedTo='external' portStatus='forwarding'/>\n"
+                              "</switch></switches>");
+    CommandRun const run = refused({board.path(), "--simulate", "--format", "json"});
+    EXPECT_EQ(run.status, chips::ExitStatus::noStatistics);
+    EXPECT_THAT(run.out, HasSubstr("\"port\": 0"));
+    EXPECT_EQ(
+        run.errors,
+        "switchctl: port 30 of switch 0, line 3: the chip (88e6096) has the ports 0 to 10\n"
+        "switchctl: port without a number of switch 0, line 4: the chip (88e6096) has the ports 0 to 10\n");
+}
+
 TEST(StatisticsRefusalTest, ABoardThatDoesNotComeUp) {
     TemporaryFile const other("<switches/>");
     CommandRun const run = refused({mixedBoard, "0.1", "--simulate=" + other.path()});
