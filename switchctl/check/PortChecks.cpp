@@ -124,6 +124,24 @@ void statusWithoutLink(board::BoardReading const& board, Report const& report) {
     });
 }
 
+void heldDownInVlans(board::BoardReading const& board, Report const& report) {
+    forEachOwnPort(board, [&](Switch const& owner, Port const& port) {
+        if (!port.hasLinkSettings() || port.portStatus != "disabled") {
+            return;
+        }
+        std::vector<std::string> vlans;
+        for (auto const& [id, member] : board.membershipsOf(owner.id, port.id)) {
+            vlans.push_back(board.getVlans().at(id).getName());
+        }
+        if (!vlans.empty()) {
+            report(port.element,
+                   "The port is disabled, and the library holds its link down: " + board::listed(vlans) +
+                       " cannot reach what is connected there.",
+                   R"(Nothing to do for a spare port; otherwise write portStatus="forwarding".)");
+        }
+    });
+}
+
 void statusWithoutEffect(board::BoardReading const& board, Report const& report) {
     for (auto const& [switchId, owner] : board.getSwitches()) {
         std::vector<std::string> ports;
@@ -218,6 +236,8 @@ std::vector<Check> portChecks() {
         {"port-status-unknown", Severity::error, "a portStatus that is absent or unknown", statusUnknown},
         {"port-status-without-link", Severity::warning, "listening or learning where they hold the link down",
          statusWithoutLink},
+        {"port-disabled-in-vlans", Severity::note, "a disabled port whose VLANs count on it",
+         heldDownInVlans},
         {"port-status-without-effect", Severity::note, "ports whose portStatus never reaches the chip",
          statusWithoutEffect},
         {"ports-beyond-count", Severity::warning, "ports of a chip that the library does not count",

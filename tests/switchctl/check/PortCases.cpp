@@ -42,6 +42,12 @@ std::vector<CheckCase> portCases() {
          boardOf(marvell0() + "\n" + port("0", "smac", "learning") + here + end()),
          boardOf(marvell0() + port("0", "smac") + port("1", "hmac", "disabled") +
                  port("2", "external", "learning") + end())},
+        {"port-disabled-in-vlans",
+         boardOf(marvell0() + "\n" + port("0", "smac", "disabled") + here + port("1") + end(),
+                 tagBased("5", member("0", "0") + member("0", "1"))),
+         boardOf(marvell0() + port("0", "smac", "disabled") + port("1", "external", "disabled") +
+                     port("2", "hmac") + end(),
+                 tagBased("5", member("0", "1") + member("0", "2")))},
         {"port-status-without-effect", boardOf(marvell0() + here + port("0", "external", "disabled") + end()),
          boardOf(marvell0() + port("0", "smac", "disabled") + port("1", "external") + end())},
         {"ports-beyond-count", boardOf(marvell0() + here + ports(0, 9) + end()), boardOf(marvell("0"))},
