@@ -4,10 +4,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include "board/Element.hpp"
 #include "board/Wording.hpp"
 #include "model/ManagedSwitch.hpp"
 #include "model/ManagedSwitchPort.hpp"
 #include "model/TrunkGroup.hpp"
+#include "switchctl/VlanIds.hpp"
 #include "switchctl/bringup/MemberList.hpp"
 
 namespace switchctl::bringup {
@@ -92,7 +94,8 @@ Json SummaryJson::getPorts() const {
 Json SummaryJson::getVlans() const {
     Json vlans = Json::array();
     for (auto const& [id, vlan] : _document.getVlans()) {
-        Json json{{"vlan", id}, {"tagBased", vlan.tagBased}};
+        Json json = vlanIds(id, board::attribute(vlan.element, "id"));
+        json["tagBased"] = vlan.tagBased;
         addMembers(json, vlan.members, vlan.tagBased);
         vlans.push_back(json);
     }
@@ -140,7 +143,11 @@ Json SummaryJson::getTrunks() const {
 Json SummaryJson::getGroups() const {
     Json groups = Json::array();
     for (board::BoardReading::Group const& group : _document.getGroups()) {
-        Json json{{"address", group.address}, {"vlan", group.vlanId}};
+        Json json{{"address", group.address}};
+        auto const vlan = _document.getVlans().find(group.vlanId);
+        json.update(vlanIds(group.vlanId, vlan == _document.getVlans().end()
+                                              ? std::nullopt
+                                              : board::attribute(vlan->second.element, "id")));
         addMembers(json, group.members, false);
         groups.push_back(json);
     }

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "board/Element.hpp"
+#include "switchctl/VlanIds.hpp"
 
 namespace switchctl::draw {
 
@@ -62,7 +63,9 @@ Json BoardJson::of(Reading const& board, std::string const& file) {
     }
     Json vlans = Json::array();
     for (auto const& [id, vlan] : board.getVlans()) {
-        vlans.push_back({{"vlan", id}, {"tagBased", vlan.tagBased}, {"members", membersOf(vlan)}});
+        Json entry = vlanIds(id, board::attribute(vlan.element, "id"));
+        entry.update({{"tagBased", vlan.tagBased}, {"members", membersOf(vlan)}});
+        vlans.push_back(entry);
     }
     return {{"file", file}, {"switches", switches}, {"vlans", vlans}};
 }

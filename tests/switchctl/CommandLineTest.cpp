@@ -97,6 +97,19 @@ TEST(CommandLineTest, UsageErrorsBeginWithTheProgramsNameAndTellWhereHelpIs) {
     EXPECT_THAT(ChildProcess::runSwitchctl({}).errors, StartsWith("switchctl: "));
 }
 
+// The document writes ids in hexadecimal digits.
+TEST(CommandLineTest, JsonHasIdsOfVlansAsNumbersInHexadecimalAndAsWritten) {
+    for (Words const& words :
+         std::vector<Words>{{"draw", EXAMPLES_FOLDER "/access-point.xml", "--json"},
+                            {"bring-up", EXAMPLES_FOLDER "/access-point.xml", "--simulate", "--json"}}) {
+        nlohmann::json const vlan =
+            nlohmann::json::parse(ChildProcess::runSwitchctl(words).out).at("vlans").back();
+        EXPECT_EQ(vlan.value("vlan", 0), 20);
+        EXPECT_EQ(vlan.value("hexadecimal", ""), "0x14");
+        EXPECT_EQ(vlan.value("written", ""), "14");
+    }
+}
+
 TEST(CommandLineTest, JsonHasOneSpellingAndAShortOne) {
     TemporaryFile const trace(
         ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "-"}).out);
