@@ -7,7 +7,7 @@ std::vector<Check> const& allChecks() {
         std::vector<Check> all;
         for (auto const topic : {schemaChecks, numberChecks, switchChecks, ageTimeChecks, portChecks,
                                  vitessePortChecks, trunkChecks, vlanChecks, memberChecks, taggingChecks,
-                                 pathChecks, groupChecks, groupTableChecks}) {
+                                 pathChecks, groupChecks, groupTableChecks, conditionChecks}) {
             std::vector<Check> const some = topic();
             all.insert(all.end(), some.begin(), some.end());
         }

@@ -11,6 +11,8 @@
 
 namespace switchctl::check {
 
+using namespace std::string_literals;
+
 namespace {
 
 using Port = board::BoardReading::Port;
@@ -152,14 +154,16 @@ void statusWithoutEffect(board::BoardReading const& board, Report const& report)
             }
         }
         if (!ports.empty()) {
-            report(
-                owner.element,
-                "The portStatus of port" + std::string(ports.size() == 1 ? " " : "s ") +
-                    board::listed(ports) +
-                    " is recorded and never written to the chip: the library sets the links of smac, hmac "
-                    "and "
-                    "switchInterlink ports only.",
-                "Have the host set the ports (ManagedSwitchPort::setPort), or keep them out of every VLAN.");
+            report(owner.element,
+                   "The portStatus of port" + std::string(ports.size() == 1 ? " " : "s ") +
+                       board::listed(ports) +
+                       " is recorded and never written to the chip: the library sets the links of smac, hmac "
+                       "and switchInterlink ports only." +
+                       owner.byChip(""s,
+                                    " Nor would listening or learning hold in a VLAN if the host set it: "
+                                    "VLANs have states of their own, always forwarding."s),
+                   "Have the host disable the ports (ManagedSwitchPort::setPort), or keep them out of every "
+                   "VLAN.");
         }
     }
 }

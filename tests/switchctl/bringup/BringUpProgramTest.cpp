@@ -28,7 +28,7 @@ std::string withoutEffort(std::string const& text) {
 }
 
 std::string const minimalSummary =
-    "check: 0 errors, 2 warnings, 1 note; \"switchctl check " + minimal +
+    "check: 0 errors, 2 warnings, 3 notes; \"switchctl check " + minimal +
     "\" shows them\n"
     "switches: 1 of 1 found\n"
     "  switch 0  88e6096   found, 4 ports\n"

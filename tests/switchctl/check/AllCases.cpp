@@ -4,8 +4,8 @@
 
 std::vector<CheckCase> allCases() {
     std::vector<CheckCase> all;
-    for (auto const topic :
-         {switchCases, portCases, trunkCases, vlanCases, memberCases, taggingCases, groupCases}) {
+    for (auto const topic : {switchCases, portCases, trunkCases, vlanCases, memberCases, taggingCases,
+                             groupCases, conditionCases}) {
         std::vector<CheckCase> const some = topic();
         all.insert(all.end(), some.begin(), some.end());
     }

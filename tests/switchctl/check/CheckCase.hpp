@@ -17,3 +17,4 @@ std::vector<CheckCase> vlanCases();
 std::vector<CheckCase> memberCases();
 std::vector<CheckCase> taggingCases();
 std::vector<CheckCase> groupCases();
+std::vector<CheckCase> conditionCases();

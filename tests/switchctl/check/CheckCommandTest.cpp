@@ -26,6 +26,7 @@ using testing::StartsWith;
 
 namespace {
 
+/// Has the notes that every board with an 88E6096 has.
 std::string good() {
     return "<board><switches><switch id='0' switchModel='88e6096'>" + port("0", "cpu") + ports(1, 10) +
            "</switch></switches>" +
@@ -68,9 +69,11 @@ protected:
     std::string path;
 };
 
-TEST_F(CheckCommandTest, AGoodDocumentHasNoFindings) {
+TEST_F(CheckCommandTest, ADocumentWithoutMistakesHasTheNotesOfItsChip) {
     EXPECT_EQ(check(good()), chips::ExitStatus::success);
-    EXPECT_EQ(out.str(), path + ": 0 errors, 0 warnings, 0 notes\n");
+    EXPECT_THAT(out.str(), HasSubstr("[88e6096-silent-while-restarting]"));
+    EXPECT_THAT(out.str(), HasSubstr("[88e6096-ports-by-strap]"));
+    EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 0 warnings, 2 notes\n"));
     EXPECT_EQ(errors.str(), "");
 }
 
@@ -78,13 +81,13 @@ TEST_F(CheckCommandTest, NotesAreNoReasonToFail) {
     std::string text = good();
     text.replace(text.find("<switch "), 8, "<switch atuAgeTime='40' ");
     EXPECT_EQ(check(text), chips::ExitStatus::success);
-    EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 0 warnings, 1 note\n"));
+    EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 0 warnings, 3 notes\n"));
 }
 
 TEST_F(CheckCommandTest, WarningsHaveAStatusOfTheirOwn) {
     EXPECT_EQ(check(good().substr(0, good().size() - 8) + portBased("6", "") + "</board>"),
               chips::ExitStatus::documentWarnings);
-    EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 1 warning, 0 notes\n"));
+    EXPECT_THAT(out.str(), EndsWith(path + ": 0 errors, 1 warning, 2 notes\n"));
     EXPECT_EQ(static_cast<int>(chips::ExitStatus::documentWarnings), 10);
 }
 
@@ -145,8 +148,10 @@ TEST_F(CheckCommandTest, PrintsJson) {
     EXPECT_THAT(std::string(finding["advice"]), StartsWith("Write typeOfVlan="));
 }
 
-TEST_F(CheckCommandTest, PrintsJsonOfADocumentWithoutFindings) {
-    EXPECT_EQ(checkAsJson(good(), chips::ExitStatus::success)["findings"], json::array());
+TEST_F(CheckCommandTest, PrintsJsonOfADocumentWithoutMistakes) {
+    json const result = checkAsJson(good(), chips::ExitStatus::success);
+    EXPECT_EQ(result["notes"], 2);
+    EXPECT_EQ(result["findings"].size(), 2U);
 }
 
 TEST_F(CheckCommandTest, RefusesWhatIsNotWellFormedWithFileLineAndReason) {

@@ -66,15 +66,17 @@ TEST(ExampleDocumentsTest, TheServiceSocketOfThreeSwitchesIsInNoTagBasedVlan) {
 
 TEST(ExampleDocumentsTest, TheVideoSwitchNeedsItsHost) {
     EXPECT_EQ(warningsOf("video-switch.xml"),
-              (Warnings{"54 vsc7390-vlan-opens-no-path", "92 vsc7390-port-based-overwritten"}));
+              (Warnings{"12 vsc7390-open-while-restarting", "54 vsc7390-vlan-opens-no-path",
+                        "92 vsc7390-port-based-overwritten"}));
 }
 
 TEST(ExampleDocumentsTest, TheMixedBoardIsOdd) {
     EXPECT_THAT(warningsOf("mixed.xml"),
-                UnorderedElementsAre("20 vsc7390-beside-other-ports", "22 port-in-no-vlan",
-                                     "23 port-in-no-vlan", "48 port-in-no-vlan", "66 port-in-no-vlan",
-                                     "82 port-in-no-vlan", "89 vsc7390-vlan-opens-no-path",
-                                     "98 vsc7390-vlan-opens-no-path", "109 vsc7390-vlan-opens-no-path"));
+                UnorderedElementsAre("20 vsc7390-beside-other-ports", "20 vsc7390-open-while-restarting",
+                                     "22 port-in-no-vlan", "23 port-in-no-vlan", "48 port-in-no-vlan",
+                                     "66 port-in-no-vlan", "82 port-in-no-vlan",
+                                     "89 vsc7390-vlan-opens-no-path", "98 vsc7390-vlan-opens-no-path",
+                                     "109 vsc7390-vlan-opens-no-path"));
 }
 
 } // namespace
