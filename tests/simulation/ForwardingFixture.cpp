@@ -30,22 +30,6 @@ void ForwardingFixture::restart(Options const& options) {
     }
 }
 
-ForwardingFixture::Frame ForwardingFixture::untagged(Frame::Address to, Frame::Address from) {
-    return Frame::make(to, from, 0x0800);
-}
-
-ForwardingFixture::Frame ForwardingFixture::tagged(unsigned vid, unsigned priority, Frame::Address to,
-                                                   Frame::Address from) {
-    return untagged(to, from).withTag({vid, priority, false});
-}
-
-ForwardingFixture::Frame ForwardingFixture::sized(std::size_t octets, Frame::Fcs fcs, bool isTagged) {
-    Frame const whole = isTagged ? tagged(1) : untagged();
-    Frame::Bytes bytes = whole.getBytes();
-    bytes.resize(octets - 4);
-    return Frame(bytes, fcs);
-}
-
 ForwardingFixture::Decision ForwardingFixture::receive(unsigned port, Frame const& frame) {
     return chip().getForwarding()->receive(port, frame);
 }

@@ -7,32 +7,20 @@
 
 #include "simulation/network/ChipForwarding.hpp"
 #include "tests/simulation/BoardFixture.hpp"
+#include "tests/simulation/Frames.hpp"
 
 namespace simulation_test {
 
-/// An 88E6096 whose ports all have link, registers as after reset. Frames have 64 bytes unless a test says
-/// otherwise.
-class ForwardingFixture : public BoardFixture {
+/// An 88E6096 whose ports all have link, registers as after reset.
+class ForwardingFixture : public BoardFixture, protected Frames {
 protected:
-    using Frame = simulation::EthernetFrame;
     using Decision = simulation::Decision;
     using Options = simulation::Marvell88E6096Options;
-
-    static constexpr Frame::Address stationA = 0x020000000001;
-    static constexpr Frame::Address stationB = 0x020000000002;
-    static constexpr Frame::Address group = 0x03000000000A;
-    static constexpr Frame::Address broadcast = 0xFFFFFFFFFFFF;
 
     ForwardingFixture();
 
     /// A new board, all links up.
     void restart(Options const& options = {});
-
-    static Frame untagged(Frame::Address to = stationB, Frame::Address from = stationA);
-    static Frame tagged(unsigned vid, unsigned priority = 0, Frame::Address to = stationB,
-                        Frame::Address from = stationA);
-    /// \param octets on the wire, FCS included.
-    static Frame sized(std::size_t octets, Frame::Fcs fcs = Frame::Fcs::good, bool isTagged = false);
 
     Decision receive(unsigned port, Frame const& frame);
     Decision decide(unsigned port, Frame const& frame);

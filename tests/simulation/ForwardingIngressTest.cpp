@@ -72,7 +72,7 @@ TEST_F(ForwardingIngressTest, M2LengthsAndFcs) {
          }) {
         restart();
         write(global1, 0x04, row.isLong ? 0x0400 : 0);
-        auto const decision = receive(2, sized(row.octets, row.fcs, row.isTagged));
+        auto const decision = receive(2, sized(row.octets, row.fcs, row.isTagged ? tagged(1) : untagged()));
         EXPECT_EQ(decision.isDropped(), !row.passes) << row.octets;
         EXPECT_EQ(counter(2, row.counter), 1U) << row.octets;
         EXPECT_EQ(counter(2, row.passes ? 0x00 : 0x02), row.octets);

@@ -14,19 +14,19 @@ TEST_F(Vsc7390EgressTest, V9FloodMasks) {
     writeAnalyser(0x0E, 0x1);
     writeAnalyser(0x0F, 0x2);
     writeAnalyser(0x04, 0x4);
-    EXPECT_EQ(portsOf(frameTo(other)), 0x1U);
-    EXPECT_EQ(portsOf(frameTo(multicast)), 0x2U);
-    EXPECT_EQ(portsOf(frameTo(broadcast)), 0x2U);
-    EXPECT_EQ(portsOf(frameTo(0x01005E000000)), 0x4U);
-    EXPECT_EQ(portsOf(frameTo(0x01005E7FFFFF)), 0x4U);
-    EXPECT_EQ(portsOf(frameTo(0x01005E800000)), 0x2U);
+    EXPECT_EQ(portsOf(untagged()), 0x1U);
+    EXPECT_EQ(portsOf(untagged(group)), 0x2U);
+    EXPECT_EQ(portsOf(untagged(broadcast)), 0x2U);
+    EXPECT_EQ(portsOf(untagged(0x01005E000000)), 0x4U);
+    EXPECT_EQ(portsOf(untagged(0x01005E7FFFFF)), 0x4U);
+    EXPECT_EQ(portsOf(untagged(0x01005E800000)), 0x2U);
     writeAnalyser(0x0E, 0);
-    EXPECT_EQ(end(frameTo(other)), "V9");
+    EXPECT_EQ(end(untagged()), "V9");
     Options options;
     options.broadcastFlood = Options::BroadcastFlood::unicastMask;
     start(options);
     writeAnalyser(0x0E, 0x1);
-    EXPECT_EQ(portsOf(frameTo(broadcast)), 0x1U);
+    EXPECT_EQ(portsOf(untagged(broadcast)), 0x1U);
 }
 
 TEST_F(Vsc7390EgressTest, V9EntriesOfTheMacTable) {
@@ -39,7 +39,7 @@ TEST_F(Vsc7390EgressTest, V9EntriesOfTheMacTable) {
     for (Case const& item : {Case{0x400, 0x05, false}, Case{0x2400, 0, false}, Case{0x4400, 0x05, true},
                              Case{0x6400, 0, true}}) {
         commandMac(item.flags | 5 << 3 | 1, 0x00010200, 0x00000002);
-        Decision const decision = decide(frameTo(other));
+        Decision const decision = decide(untagged());
         EXPECT_EQ(decision.getPorts(), item.ports) << item.flags;
         EXPECT_EQ(decision.toProcessor, item.toProcessor) << item.flags;
         EXPECT_EQ(decision.dropReason.empty(), item.ports != 0 || item.toProcessor) << item.flags;
@@ -48,18 +48,18 @@ TEST_F(Vsc7390EgressTest, V9EntriesOfTheMacTable) {
 
 TEST_F(Vsc7390EgressTest, V9Groups) {
     writeMac(0x00CA, 0x00010000, 0x13010102, 0x1E07);
-    EXPECT_EQ(portsOf(frameTo(group)), 0x13U);
-    EXPECT_EQ(portsOf(tagged(frameTo(group), 65)), 0x37U) << "the same row, another VLAN";
-    EXPECT_EQ(portsOf(frameTo(group + 1)), 0x37U) << "another group";
+    EXPECT_EQ(portsOf(untagged(ipGroup)), 0x13U);
+    EXPECT_EQ(portsOf(tagged(untagged(ipGroup), 65)), 0x37U) << "the same row, another VLAN";
+    EXPECT_EQ(portsOf(untagged(ipGroup + 1)), 0x37U) << "another group";
     writeMac(0x00CA, 0x00010000, 0x00010102, 0x1E07);
-    EXPECT_EQ(end(frameTo(group)), "V9");
+    EXPECT_EQ(end(untagged(ipGroup)), "V9");
     writeMac(0x00CA, 0x00010000, 0x13010102, 0x1607 | 0x200);
-    EXPECT_EQ(portsOf(frameTo(group)), 0x37U) << "not aged, and so none";
+    EXPECT_EQ(portsOf(untagged(ipGroup)), 0x37U) << "not aged, and so none";
 }
 
 TEST_F(Vsc7390EgressTest, V10Masks) {
-    EthernetFrame const frame = tagged(frameTo(group), 5);
-    ASSERT_EQ(chip().getRow(group, 5), 0x08AU);
+    Frame const frame = tagged(untagged(ipGroup), 5);
+    ASSERT_EQ(chip().getRow(ipGroup, 5), 0x08AU);
     writeVlan(5, 0x0000000C);
     EXPECT_EQ(portsOf(frame), 0x03U);
     writeMac(0x008A, 0x00050000, 0x37010102, 0x0E07);
@@ -80,12 +80,12 @@ TEST_F(Vsc7390EgressTest, V10Masks) {
     writeMac(0x008A, 0x00050000, 0x37010102, 0x1E07);
     writeAnalyser(0x83, 0x01);
     EXPECT_EQ(portsOf(frame), 0x37U);
-    EXPECT_EQ(portsOf(tagged(frameTo(other), 5)), 0x01U);
+    EXPECT_EQ(portsOf(tagged(5)), 0x01U);
 }
 
 TEST_F(Vsc7390EgressTest, V10OnlyTheSourceMaskKeepsAFrameFromItsPort) {
     writeAnalyser(0x83, 0x01FFFFFF);
-    EXPECT_EQ(portsOf(frameTo(other)), 0x3FU);
+    EXPECT_EQ(portsOf(untagged()), 0x3FU);
 }
 
 TEST_F(Vsc7390EgressTest, V10AFlowHasOneMemberOfATrunk) {
@@ -95,7 +95,7 @@ TEST_F(Vsc7390EgressTest, V10AFlowHasOneMemberOfATrunk) {
     writeAnalyser(0x20, 4);
     unsigned seen = 0;
     for (std::uint64_t sender = 0x020000000010; sender < 0x020000000020; ++sender) {
-        std::uint32_t const ports = portsOf(EthernetFrame::make(other, sender, 0x0800));
+        std::uint32_t const ports = portsOf(untagged(stationB, sender));
         EXPECT_TRUE(ports == 1 || ports == 2 || ports == 4) << ports;
         seen |= ports;
     }
@@ -104,7 +104,7 @@ TEST_F(Vsc7390EgressTest, V10AFlowHasOneMemberOfATrunk) {
     options.aggregationCode = Options::AggregationCode::zero;
     start(options);
     writeAnalyser(0x30, 0x4);
-    EXPECT_EQ(portsOf(frameTo(other)), 0x4U);
+    EXPECT_EQ(portsOf(untagged()), 0x4U);
 }
 
 // Which member gets a flow is nobody's business, but any nibble of the addresses can make another flow of it.
@@ -113,12 +113,11 @@ TEST_F(Vsc7390EgressTest, V10EveryNibbleTellsFlowsApart) {
         for (unsigned code = 0; code < 16; ++code) {
             writeAnalyser(0x30 + code, 1U << (code >> bit & 1));
         }
-        std::uint32_t const usual = portsOf(frameTo(other));
+        std::uint32_t const usual = portsOf(untagged());
         for (unsigned nibble = 0; nibble < 12; ++nibble) {
             std::uint64_t const flip = std::uint64_t{1} << (4 * nibble + bit);
-            EXPECT_EQ(portsOf(frameTo(other ^ flip)), 3 - usual) << bit << ' ' << nibble;
-            EXPECT_EQ(portsOf(EthernetFrame::make(other, station ^ flip, 0x0800)), 3 - usual)
-                << bit << ' ' << nibble;
+            EXPECT_EQ(portsOf(untagged(stationB ^ flip)), 3 - usual) << bit << ' ' << nibble;
+            EXPECT_EQ(portsOf(untagged(stationB, stationA ^ flip)), 3 - usual) << bit << ' ' << nibble;
         }
     }
 }
@@ -126,16 +125,16 @@ TEST_F(Vsc7390EgressTest, V10EveryNibbleTellsFlowsApart) {
 TEST_F(Vsc7390EgressTest, V10MirrorsAreRefused) {
     for (unsigned bit : {0x04000000U, 0x08000000U}) {
         writeAnalyser(0x83, 0x01FFFFF7 | bit);
-        Decision const decision = receive(frameTo(other));
+        Decision const decision = receive(untagged());
         EXPECT_EQ(decision.notModelled, "frames of port 3 are copied");
         EXPECT_TRUE(decision.isDropped());
         EXPECT_FALSE(decision.toProcessor);
-        EXPECT_EQ(portsOf(frameTo(other), 4), 0x2FU);
+        EXPECT_EQ(portsOf(untagged(), 4), 0x2FU);
     }
     writeAnalyser(0x83, 0x01FFFFF7 | 0xF2000000);
-    EXPECT_EQ(portsOf(frameTo(other)), 0x37U) << "bits without a meaning";
+    EXPECT_EQ(portsOf(untagged()), 0x37U) << "bits without a meaning";
     writeVlan(5, 0x27FFFFFC);
-    EXPECT_EQ(decide(tagged(frameTo(other), 5)).notModelled, "VLAN 5 is mirrored");
+    EXPECT_EQ(decide(tagged(5)).notModelled, "VLAN 5 is mirrored");
     EXPECT_TRUE(chip().getMacTable().empty());
 }
 
@@ -143,16 +142,16 @@ TEST_F(Vsc7390EgressTest, V11TheSenderIsOn) {
     writeAnalyser(0x0E, 0x11);
     for (unsigned config : {on & ~0x10000000U, on | 0x20000000U, on | 0x10U}) {
         writePort(4, 0x00, config);
-        EXPECT_EQ(portsOf(frameTo(other)), 0x01U) << config;
+        EXPECT_EQ(portsOf(untagged()), 0x01U) << config;
     }
     for (unsigned config : {on, on | 0x20U, on & ~0x00010000U}) {
         writePort(4, 0x00, config);
-        EXPECT_EQ(portsOf(frameTo(other)), 0x11U) << config;
+        EXPECT_EQ(portsOf(untagged()), 0x11U) << config;
     }
     writeAnalyser(0x0E, 0x800000);
-    EXPECT_EQ(end(frameTo(other)), "V11");
+    EXPECT_EQ(end(untagged()), "V11");
     writeAnalyser(0x0E, 0x1000000);
-    Decision const decision = decide(frameTo(other));
+    Decision const decision = decide(untagged());
     EXPECT_TRUE(decision.toProcessor);
     EXPECT_FALSE(decision.isDropped());
     EXPECT_EQ(decision.dropReason, "");
@@ -167,7 +166,7 @@ TEST_F(Vsc7390EgressTest, V12Forms) {
         std::vector<unsigned> vids;
     };
     writePort(3, 0x7A, 7);
-    EthernetFrame const plain = frameTo(other);
+    Frame const plain = untagged();
     for (Case const& item :
          {Case{0x00, 0x00, true, Form::untagged, {}}, Case{0x00, 0x01, true, Form::tagged, {7}},
           Case{0x80, 0x00, true, Form::asReceived, {7}}, Case{0x80, 0x01, true, Form::tagAdded, {7, 7}},
@@ -179,7 +178,7 @@ TEST_F(Vsc7390EgressTest, V12Forms) {
         Decision const decision = decide(item.isTagged ? tagged(plain, 7) : plain);
         ASSERT_NE(decision.find(4), nullptr);
         EXPECT_EQ(decision.find(4)->form, item.form) << item.misc << ' ' << item.update;
-        EthernetFrame expected = plain;
+        Frame expected = plain;
         for (unsigned vid : item.vids) {
             expected = tagged(expected, vid);
         }
@@ -190,24 +189,24 @@ TEST_F(Vsc7390EgressTest, V12Forms) {
 TEST_F(Vsc7390EgressTest, V12Priorities) {
     writePort(3, 0x7A, 0x8000 | 6 << 12 | 7);
     writePort(4, 0x24, 0x01);
-    EthernetFrame const plain = frameTo(other);
-    auto const sent = [this](EthernetFrame const& frame) { return *decide(frame).find(4)->frame.getTag(); };
-    EXPECT_EQ(sent(plain), (EthernetFrame::Tag{7, 6, true}));
-    EXPECT_EQ(sent(tagged(plain, 9, 3)), (EthernetFrame::Tag{9, 3, false}));
-    EXPECT_EQ(sent(tagged(plain, 0, 3)), (EthernetFrame::Tag{7, 3, false}));
+    Frame const plain = untagged();
+    auto const sent = [this](Frame const& frame) { return *decide(frame).find(4)->frame.getTag(); };
+    EXPECT_EQ(sent(plain), (Frame::Tag{7, 6, true}));
+    EXPECT_EQ(sent(tagged(plain, 9, 3)), (Frame::Tag{9, 3, false}));
+    EXPECT_EQ(sent(tagged(plain, 0, 3)), (Frame::Tag{7, 3, false}));
     writePort(3, 0x79, 0x100);
-    EXPECT_EQ(sent(tagged(plain, 9, 3)), (EthernetFrame::Tag{7, 6, true})) << "the tag is ignored";
+    EXPECT_EQ(sent(tagged(plain, 9, 3)), (Frame::Tag{7, 6, true})) << "the tag is ignored";
 }
 
 TEST_F(Vsc7390EgressTest, V12ChangedPrioritiesAreRefused) {
     for (unsigned update : {0x00020000U, 0x00040000U}) {
         writePort(4, 0x24, update);
-        EXPECT_EQ(decide(frameTo(other)).notModelled, "port 4 rewrites priorities");
+        EXPECT_EQ(decide(untagged()).notModelled, "port 4 rewrites priorities");
         writeAnalyser(0x0E, 0x07);
-        EXPECT_EQ(portsOf(frameTo(other)), 0x07U) << "it does not go there";
+        EXPECT_EQ(portsOf(untagged()), 0x07U) << "it does not go there";
         writeAnalyser(0x0E, 0x37);
     }
-    EXPECT_TRUE(decide(frameTo(other)).isRefused());
+    EXPECT_TRUE(decide(untagged()).isRefused());
 }
 
 } // namespace

@@ -5,35 +5,19 @@
 #include <vector>
 
 #include "simulation/network/ChipForwarding.hpp"
+#include "tests/simulation/Frames.hpp"
 #include "tests/simulation/Vsc7390Fixture.hpp"
 
 namespace simulation_test {
 
 /// Frames for a VSC7390 whose ports 0 to 5 are on; 3 gets the frames. All masks are as after a reset.
-class Vsc7390ForwardingFixture : public Vsc7390Fixture {
+class Vsc7390ForwardingFixture : public Vsc7390Fixture, protected Frames {
 protected:
     using Decision = simulation::Decision;
-    using EthernetFrame = simulation::EthernetFrame;
     using Form = Decision::Form;
-
-    static constexpr std::uint64_t station = 0x020000000001;
-    static constexpr std::uint64_t other = 0x020000000002;
-    static constexpr std::uint64_t multicast = 0x030000000009;
-    /// 239.129.1.2; in VLAN 1 its row is 0x0CA.
-    static constexpr std::uint64_t group = 0x01005E010102;
-    static constexpr std::uint64_t broadcast = 0xFFFFFFFFFFFF;
 
     /// Sender and receiver on, full duplex, 1000 Mbit/s.
     static constexpr unsigned on = 0x10050001;
-
-    /// A frame of 100 bytes.
-    static EthernetFrame frameTo(std::uint64_t destination) {
-        return EthernetFrame::make(destination, station, 0x0800, EthernetFrame::Bytes(100 - 18, 0x55));
-    }
-
-    static EthernetFrame tagged(EthernetFrame const& frame, unsigned vid, unsigned priority = 0) {
-        return frame.withTagPushed({vid, priority, false});
-    }
 
     Vsc7390ForwardingFixture() { start(); }
 
@@ -44,17 +28,15 @@ protected:
         }
     }
 
-    Decision decide(EthernetFrame const& frame, unsigned port = 3) {
+    Decision decide(Frame const& frame, unsigned port = 3) {
         return chip().getForwarding()->decide(port, frame);
     }
-    Decision receive(EthernetFrame const& frame, unsigned port = 3) {
+    Decision receive(Frame const& frame, unsigned port = 3) {
         return chip().getForwarding()->receive(port, frame);
     }
-    std::uint32_t portsOf(EthernetFrame const& frame, unsigned port = 3) {
-        return decide(frame, port).getPorts();
-    }
+    std::uint32_t portsOf(Frame const& frame, unsigned port = 3) { return decide(frame, port).getPorts(); }
     /// The rule that ended a frame's way to no port.
-    std::string end(EthernetFrame const& frame, unsigned port = 3) {
+    std::string end(Frame const& frame, unsigned port = 3) {
         Decision const decision = decide(frame, port);
         EXPECT_EQ(decision.getPorts(), 0U);
         EXPECT_FALSE(decision.dropReason.empty());

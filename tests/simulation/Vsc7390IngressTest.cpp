@@ -14,28 +14,28 @@ class Vsc7390IngressTest : public Vsc7390ForwardingFixture {};
 TEST_F(Vsc7390IngressTest, V1TheReceiverIsOn) {
     for (unsigned config : {on & ~0x00010000U, on | 0x20000000U, on | 0x20U}) {
         writePort(3, 0x00, config);
-        EXPECT_EQ(end(frameTo(broadcast)), "V1") << config;
+        EXPECT_EQ(end(untagged(broadcast)), "V1") << config;
     }
     for (unsigned config : {on, on | 0x10U, on & ~0x10000000U}) {
         writePort(3, 0x00, config);
-        EXPECT_EQ(portsOf(frameTo(broadcast)), 0x37U) << config;
+        EXPECT_EQ(portsOf(untagged(broadcast)), 0x37U) << config;
     }
 }
 
 TEST_F(Vsc7390IngressTest, V1APulledLinkEndsThePath) {
     chip().unplugLink(3);
-    EXPECT_EQ(end(frameTo(broadcast)), "V1");
+    EXPECT_EQ(end(untagged(broadcast)), "V1");
     EXPECT_FALSE(chip().getForwarding()->hasLink(3));
     chip().plugLink(3);
     chip().unplugLink(4);
-    EXPECT_EQ(portsOf(frameTo(broadcast)), 0x27U);
+    EXPECT_EQ(portsOf(untagged(broadcast)), 0x27U);
     Options options;
     options.untoldLink = Options::UntoldLink::down;
     start(options);
-    EXPECT_EQ(end(frameTo(broadcast)), "V1");
+    EXPECT_EQ(end(untagged(broadcast)), "V1");
     chip().plugLink(3);
     chip().plugLink(5);
-    EXPECT_EQ(portsOf(frameTo(broadcast)), 0x20U);
+    EXPECT_EQ(portsOf(untagged(broadcast)), 0x20U);
 }
 
 TEST_F(Vsc7390IngressTest, V2LengthAndFcs) {
@@ -52,7 +52,7 @@ TEST_F(Vsc7390IngressTest, V2LengthAndFcs) {
           Case{on | 0x4000, 2, 1523, false}, Case{on | 0xC000, 2, 1526, true},
           Case{on | 0xC000, 2, 1527, false}, Case{on | 0xC000, 1, 1523, false}}) {
         writePort(3, 0x00, item.config);
-        EthernetFrame frame(EthernetFrame::Bytes(item.length - 4 - 4 * item.tags, 0x02));
+        Frame frame(Frame::Bytes(item.length - 4 - 4 * item.tags, 0x02));
         for (unsigned tag = 0; tag < item.tags; ++tag) {
             frame = tagged(frame, 1);
         }
@@ -60,16 +60,16 @@ TEST_F(Vsc7390IngressTest, V2LengthAndFcs) {
         EXPECT_EQ(decide(frame).rules.back(), item.passes ? "V12" : "V2")
             << item.config << ' ' << item.tags << ' ' << item.length;
     }
-    EXPECT_EQ(end(EthernetFrame(frameTo(other).getBytes(), EthernetFrame::Fcs::bad)), "V2");
-    writePort(3, 0x10, 99);
-    EXPECT_EQ(end(frameTo(other)), "V2");
-    writePort(3, 0x10, 100);
-    EXPECT_EQ(portsOf(frameTo(other)), 0x37U);
+    EXPECT_EQ(end(Frame(untagged().getBytes(), Frame::Fcs::bad)), "V2");
+    writePort(3, 0x10, 63);
+    EXPECT_EQ(end(untagged()), "V2");
+    writePort(3, 0x10, 64);
+    EXPECT_EQ(portsOf(untagged()), 0x37U);
 }
 
 TEST_F(Vsc7390IngressTest, V3ControlAndBridgeFrames) {
-    EthernetFrame const pause = EthernetFrame::make(0x0180C2000001, station, 0x8808);
-    EthernetFrame const control = EthernetFrame::make(other, station, 0x8808);
+    Frame const pause = Frame::make(0x0180C2000001, stationA, 0x8808);
+    Frame const control = Frame::make(stationB, stationA, 0x8808);
     EXPECT_EQ(end(pause), "V3");
     EXPECT_EQ(end(control), "V3");
     writePort(3, 0x6E, 0x10);
@@ -78,26 +78,26 @@ TEST_F(Vsc7390IngressTest, V3ControlAndBridgeFrames) {
     writePort(3, 0x6E, 0x08);
     EXPECT_EQ(portsOf(pause), 0x37U);
     EXPECT_EQ(end(control), "V3");
-    EXPECT_EQ(end(frameTo(0x0180C2000000)), "V3");
-    EXPECT_EQ(end(frameTo(0x0180C200000F)), "V3");
-    EXPECT_EQ(portsOf(frameTo(0x0180C2000010)), 0x37U);
-    EXPECT_EQ(portsOf(frameTo(0x0180C1FFFFFF)), 0x37U);
-    EXPECT_EQ(portsOf(frameTo(0x0180C2000020)), 0x37U) << "registration of groups";
+    EXPECT_EQ(end(untagged(0x0180C2000000)), "V3");
+    EXPECT_EQ(end(untagged(0x0180C200000F)), "V3");
+    EXPECT_EQ(portsOf(untagged(0x0180C2000010)), 0x37U);
+    EXPECT_EQ(portsOf(untagged(0x0180C1FFFFFF)), 0x37U);
+    EXPECT_EQ(portsOf(untagged(0x0180C2000020)), 0x37U) << "registration of groups";
     Options options;
     options.bridgeFrames = Options::BridgeFrames::likeOthers;
     start(options);
-    EXPECT_EQ(portsOf(frameTo(0x0180C2000000)), 0x37U);
+    EXPECT_EQ(portsOf(untagged(0x0180C2000000)), 0x37U);
     EXPECT_EQ(end(pause), "V3");
 }
 
 TEST_F(Vsc7390IngressTest, V4ClassifierDrops) {
-    EthernetFrame const fromGroup = EthernetFrame::make(other, multicast, 0x0800);
-    EthernetFrame const fromNull = EthernetFrame::make(other, 0, 0x0800);
-    EthernetFrame const toNull = EthernetFrame::make(0, station, 0x0800);
-    EthernetFrame const plain = frameTo(other);
+    Frame const fromGroup = untagged(stationB, group);
+    Frame const fromNull = untagged(stationB, 0);
+    Frame const toNull = untagged(0, stationA);
+    Frame const plain = untagged();
     struct Case {
         unsigned drop;
-        EthernetFrame const& frame;
+        Frame const& frame;
     };
     for (Case const& item : {Case{0x01, fromNull}, Case{0x01, toNull}, Case{0x02, tagged(plain, 1)},
                              Case{0x04, plain}, Case{0x04, tagged(plain, 0)}, Case{0x40, fromGroup}}) {
@@ -125,8 +125,8 @@ TEST_F(Vsc7390IngressTest, V5Classification) {
                              Case{0x100, -1, 7, Form::untagged}, Case{0x100, 9, 7, Form::untagged},
                              Case{0x180, 9, 7, Form::asReceived}}) {
         writePort(3, 0x79, item.misc);
-        EthernetFrame const plain = frameTo(other);
-        EthernetFrame const frame = item.vid < 0 ? plain : tagged(plain, static_cast<unsigned>(item.vid));
+        Frame const plain = untagged();
+        Frame const frame = item.vid < 0 ? plain : tagged(plain, static_cast<unsigned>(item.vid));
         Decision const decision = decide(frame);
         EXPECT_EQ(decision.vid, item.expectedVid) << item.misc << ' ' << item.vid;
         ASSERT_NE(decision.find(0), nullptr);
@@ -137,22 +137,22 @@ TEST_F(Vsc7390IngressTest, V5Classification) {
     options.ignoredTag = Options::IgnoredTag::stays;
     start(options);
     writePort(3, 0x79, 0x100);
-    EXPECT_EQ(decide(tagged(frameTo(other), 9)).find(0)->frame, tagged(frameTo(other), 9));
-    EXPECT_EQ(decide(tagged(frameTo(other), 9), 4).find(0)->frame, frameTo(other)) << "not ignored";
+    EXPECT_EQ(decide(tagged(9)).find(0)->frame, tagged(9));
+    EXPECT_EQ(decide(tagged(9), 4).find(0)->frame, untagged()) << "not ignored";
 }
 
 TEST_F(Vsc7390IngressTest, V6ReceiveMask) {
     writeAnalyser(0x10, 0x01FFFFF7);
-    Decision const decision = receive(frameTo(other));
+    Decision const decision = receive(untagged());
     EXPECT_EQ(decision.rules.back(), "V6");
     EXPECT_FALSE(decision.learnt);
     EXPECT_TRUE(chip().getMacTable().empty());
-    EXPECT_EQ(portsOf(frameTo(other), 4), 0x2FU);
+    EXPECT_EQ(portsOf(untagged(), 4), 0x2FU);
     Options options;
     options.closedPort = Options::ClosedPort::learns;
     start(options);
     writeAnalyser(0x10, 0x01FFFFF7);
-    EXPECT_EQ(receive(frameTo(other)).getPorts(), 0U);
+    EXPECT_EQ(receive(untagged()).getPorts(), 0U);
     EXPECT_EQ(chip().getMacTable().size(), 1U);
 }
 
@@ -166,7 +166,7 @@ TEST_F(Vsc7390IngressTest, V7IngressCheck) {
                              Case{0x0000002C, 0x8, 0x3}, Case{0x0000000C, 0x17, 0x3}}) {
         writeVlan(5, item.vlan);
         writeAnalyser(0x05, item.mask);
-        Decision const decision = decide(tagged(frameTo(other), 5));
+        Decision const decision = decide(tagged(5));
         EXPECT_EQ(decision.getPorts(), item.expected) << item.vlan << ' ' << item.mask;
         if (item.expected == 0) {
             EXPECT_EQ(decision.dropReason, "port 3 is not a member of VLAN 5");
@@ -178,17 +178,17 @@ TEST_F(Vsc7390IngressTest, V7IngressCheck) {
 TEST_F(Vsc7390IngressTest, V8Learning) {
     struct Case {
         std::function<void()> setUp;
-        EthernetFrame frame;
+        Frame frame;
         bool learns;
     };
-    EthernetFrame const frame = tagged(frameTo(other), 5);
+    Frame const frame = tagged(5);
     std::vector<Case> const cases = {
         {[] {}, frame, true},
         {[this] { writeAnalyser(0x0D, 0x01FFFFF7); }, frame, false},
         {[this] { writeAnalyser(0x0D, 0x8); }, frame, true},
         {[this] { writeVlan(5, 0x47FFFFFC); }, frame, false},
         {[this] { writeVlan(6, 0x47FFFFFC); }, frame, true},
-        {[] {}, tagged(EthernetFrame::make(other, multicast, 0x0800), 5), false},
+        {[] {}, tagged(untagged(stationB, group), 5), false},
         {[this] { writeVlan(5, 0x1000000C); }, frame, true},
         {[this] {
              writeVlan(5, 0x1000000C);
@@ -213,21 +213,21 @@ TEST_F(Vsc7390IngressTest, V8Learning) {
 }
 
 TEST_F(Vsc7390IngressTest, V8WhatIsLearntLeadsBackAndMoves) {
-    receive(frameTo(other));
-    EXPECT_EQ(portsOf(EthernetFrame::make(station, other, 0x0800), 0), 0x08U);
-    EXPECT_EQ(portsOf(tagged(EthernetFrame::make(station, other, 0x0800), 5), 0), 0x3EU) << "another VLAN";
-    receive(frameTo(other), 4);
-    EXPECT_EQ(portsOf(EthernetFrame::make(station, other, 0x0800), 0), 0x10U);
+    receive(untagged());
+    EXPECT_EQ(portsOf(untagged(stationA, stationB), 0), 0x08U);
+    EXPECT_EQ(portsOf(tagged(untagged(stationA, stationB), 5), 0), 0x3EU) << "another VLAN";
+    receive(untagged(), 4);
+    EXPECT_EQ(portsOf(untagged(stationA, stationB), 0), 0x10U);
     EXPECT_EQ(chip().getMacTable().size(), 1U);
     commandMac(3);
     EXPECT_TRUE(chip().getMacTable().begin()->second.aged);
-    receive(frameTo(other), 4);
+    receive(untagged(), 4);
     EXPECT_FALSE(chip().getMacTable().begin()->second.aged) << "seen again";
 }
 
 TEST_F(Vsc7390IngressTest, V8ALockedEntryStays) {
     commandMac(0x600 | 5 << 3 | 1, 0x00010200, 0x00000001);
-    Decision const decision = receive(frameTo(other));
+    Decision const decision = receive(untagged());
     EXPECT_FALSE(decision.learnt);
     EXPECT_EQ(decision.getPorts(), 0x37U);
     EXPECT_EQ(chip().getMacTable().begin()->second.destination, 5U);
