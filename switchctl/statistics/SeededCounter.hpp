@@ -9,7 +9,7 @@
 
 namespace switchctl::statistics {
 
-/// A counter of a simulated board that is to hold something, as models count nothing by themselves:
+/// A counter of a simulated board that is to hold something, as nobody sends it frames:
 /// SWITCH.PORT/COUNTER=VALUE or SWITCH.PORT/COUNTER=VALUE+STEP, by the counter's name.
 class SeededCounter {
 public:
