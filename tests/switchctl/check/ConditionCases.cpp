@@ -11,7 +11,7 @@ std::string markedVitesse(std::string const& more = "") {
     return "<switch id='3' switchModel='vsc7390'>" + std::string(here) + ports(0, 23) + more + "</switch>\n";
 }
 
-std::string trunk() {
+std::string trunkOfTwo() {
     return "<trunk id='1'><port id='1'/><port id='2'/></trunk>";
 }
 
@@ -43,9 +43,9 @@ std::vector<CheckCase> conditionCases() {
         {"vsc7390-open-while-restarting", boardOf(markedVitesse(), tagBased("5", member("3", "1"))),
          boardOf(vitesse("3") + marvell("0"), twoVlans("0") + portBased("9", member("3", "1")))},
         {"vsc7390-open-while-restarting",
-         boardOf(markedVitesse(trunk()), portBased("6", member("3", "1") + member("3", "2"))),
-         boardOf(vitesse("3", trunk()), portBased("6", member("3", "1") + member("3", "3")) +
-                                            portBased("7", member("3", "2") + member("3", "3")))},
+         boardOf(markedVitesse(trunkOfTwo()), portBased("6", member("3", "1") + member("3", "2"))),
+         boardOf(vitesse("3", trunkOfTwo()), portBased("6", member("3", "1") + member("3", "3")) +
+                                                 portBased("7", member("3", "2") + member("3", "3")))},
         {"vsc7390-never-forgets", boardOf(markedVitesse()), boardOf(marvell("0"), twoVlans("0"))},
     };
 }
