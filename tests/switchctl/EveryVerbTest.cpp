@@ -25,13 +25,9 @@ using testing::StartsWith;
 
 namespace {
 
-#ifdef SLOW_BUILD
-constexpr unsigned mdioSwitches = 3;
-#else
 constexpr unsigned mdioSwitches = 32;
-#endif
 
-/// Switches of all ids, where programs are fast: an 88E6096 has a place for 32 on the MDIO bus, and beside
+/// Switches of all ids: an 88E6096 has a place for 32 on the MDIO bus, and beside
 /// them there is one VSC7390. All ports of all, and 30 VLANs.
 std::string largestBoard() {
     std::ostringstream text;
@@ -265,6 +261,7 @@ TEST_P(EveryVerbTest, ATraceIsReplayedToItsEnd) {
     EXPECT_GT(result["accesses"], 0);
 }
 
+#ifndef SLOW_BUILD
 // Its accesses to the bus are soon all the same as some to other chips before.
 TEST(LargestBoardTest, AStartUpThatRepeatsItselfMakesProgress) {
     TemporaryFile const board(largestBoard());
@@ -272,15 +269,16 @@ TEST(LargestBoardTest, AStartUpThatRepeatsItselfMakesProgress) {
         ChildProcess::runSwitchctl({"bring-up", board.path(), "--simulate", "--timeout", "1", "--no-verify"});
     EXPECT_EQ(child.status, 0) << child.errors;
 }
+#endif
 
 std::vector<Board> boards() {
     std::vector<Board> some{{"minimal", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
                             {"video-switch", "2/analyser/VLANMASK=5", 10, 0},
                             {"careless", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
-                            {"largest", "2/port1/DefaultVLAN:DefaultVID=77", 10, 0},
                             {"warm-restart", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0}};
 #ifndef SLOW_BUILD
-    some.insert(some.end(), {{"access-point", "0/port1/DefaultVLAN:DefaultVID=77", 0, 0},
+    some.insert(some.end(), {{"largest", "2/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                             {"access-point", "0/port1/DefaultVLAN:DefaultVID=77", 0, 0},
                              {"three-switches", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
                              {"mixed", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0}});
 #endif
