@@ -5,10 +5,13 @@
 
 #include "board/ModelBringUp.hpp"
 #include "board/intent/Intent.hpp"
+#include "board/paths/Cables.hpp"
 #include "board/paths/PathComparison.hpp"
+#include "board/paths/StationComparison.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/paths/PathsReport.hpp"
+#include "switchctl/paths/StationsReport.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
@@ -28,11 +31,10 @@ RegisterPaths::Chips chipsOf(simulation::SimulatedBoard& board) {
 }
 
 ExitStatus statusOf(PathsReport const& report) {
-    if (report.count(PathsReport::Severity::error) != 0) {
+    if (report.count(Severity::error) != 0) {
         return ExitStatus::badDocument;
     }
-    return report.count(PathsReport::Severity::warning) != 0 ? ExitStatus::documentWarnings
-                                                             : ExitStatus::success;
+    return report.count(Severity::warning) != 0 ? ExitStatus::documentWarnings : ExitStatus::success;
 }
 
 std::string complaintAboutPort(std::string const& text) {
@@ -58,6 +60,15 @@ PathComparison::Selection selectionOf(RegisterPaths const& registers, std::vecto
     return selection;
 }
 
+std::vector<board::StationComparison::Line>
+stationsOf(board::Intent const& intent, RegisterPaths const& registers, board::AskedFrames const& frames,
+           board::Cables const& cables, PathComparison::Selection const& selection) {
+    if (cables.isEmpty()) {
+        return {};
+    }
+    return board::StationComparison(intent, registers, frames, cables, selection).getLines();
+}
+
 } // namespace
 
 PathsCommand::PathsCommand() : Command("paths", "Show who reaches whom, and who should not") {}
@@ -68,6 +79,11 @@ void PathsCommand::declare(Arguments& arguments) {
         .type("SWITCH.PORT")
         .values(2)
         .check(complaintAboutPort);
+    arguments
+        .option("--cable", _cables,
+                "A cable between two ports, of which the document says nothing. May be repeated")
+        .type("SWITCH.PORT=SWITCH.PORT")
+        .oneEach();
     addJson(arguments);
 }
 
@@ -75,11 +91,14 @@ std::string PathsCommand::getHelp() const {
     return "Each port is asked where frames go that it gets: untagged, with VID 0, VID 1, those of the\n"
            "document and one that it does not name, to an unknown station, to all and to each group. The\n"
            "answer comes from the registers of chip models that the document was brought up on, with all\n"
-           "links plugged in, and is compared with what the document alone asks for.\n"
+           "links plugged in, and is compared with what the document alone asks for. With cables, frames "
+           "are\n"
+           "also followed from station to station.\n"
            "\n"
            "Examples:\n"
            "  switchctl paths board.xml\n"
            "  switchctl paths board.xml --between 0.1 0.10\n"
+           "  switchctl paths board.xml --cable 0.10=3.20 --cable 1.10=3.21\n"
            "  switchctl paths board.xml --json | jq '.differences[] | select(.kind == \"leak\")'\n"
            "\n";
 }
@@ -104,8 +123,11 @@ ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const 
     board::Intent const intent(board);
     RegisterPaths const registers(chipsOf(bringUp.getBoard()));
     board::AskedFrames const frames(board, bringUp.getDocument());
-    PathComparison const comparison(intent, registers, frames, selectionOf(registers, _between));
-    PathsReport const report(_path, intent, comparison);
+    board::Cables const cables(_cables, board);
+    PathComparison::Selection const selection = selectionOf(registers, _between);
+    PathComparison const comparison(intent, registers, frames, selection);
+    StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
+    PathsReport const report(_path, intent, comparison, stations);
     progress.reset();
     if (isJson()) {
         print(out, report.toJson());

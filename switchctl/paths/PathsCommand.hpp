@@ -22,6 +22,7 @@ protected:
 private:
     std::string _path;
     std::vector<std::string> _between;
+    std::vector<std::string> _cables;
 };
 
 } // namespace switchctl::paths

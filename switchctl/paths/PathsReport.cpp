@@ -9,7 +9,7 @@
 
 #include "board/Wording.hpp"
 #include "board/paths/ForwardingRules.hpp"
-#include "switchctl/terminal/Colours.hpp"
+#include "switchctl/paths/PathsWording.hpp"
 
 namespace switchctl::paths {
 
@@ -44,37 +44,6 @@ std::vector<std::string> addressesOf(unsigned switchId, PortSet ports) {
     return addresses;
 }
 
-/// "untagged, tagged 0 1 5-9".
-std::string tagsText(std::vector<FrameKind::Tags> const& frames) {
-    std::string text;
-    std::string vids;
-    for (std::size_t index = 0; index < frames.size();) {
-        if (frames[index].count == 0) {
-            text = "untagged";
-            ++index;
-            continue;
-        }
-        std::size_t last = index;
-        while (last + 1 < frames.size() && frames[last + 1].vid == frames[last].vid + 1) {
-            ++last;
-        }
-        constexpr std::size_t shortestRange = 2;
-        last = last - index < shortestRange ? index : last;
-        vids += fmt::format(" {}", frames[index].vid);
-        vids += last == index ? "" : fmt::format("-{}", frames[last].vid);
-        index = last + 1;
-    }
-    return text + (vids.empty() ? "" : (text.empty() ? "tagged" : ", tagged") + vids);
-}
-
-constexpr char const* severityNames[] = {"note", "warning", "error"};
-constexpr Colours::Colour severityColours[] = {Colours::Colour::cyan, Colours::Colour::yellow,
-                                               Colours::Colour::red};
-
-char const* nameOf(PathsReport::Severity severity) {
-    return severityNames[static_cast<std::size_t>(severity)];
-}
-
 /// The numbers of rules, which are in their order: "M1 to M7" for "M1 M2 M3 M4 M5 M6 M7".
 std::string rangeOf(std::string const& rules) {
     std::size_t const first = rules.find(' ');
@@ -86,22 +55,19 @@ char const* verbOf(PathLine::Kind kind) {
     return kind == PathLine::Kind::missing ? "do not reach" : "reach";
 }
 
-std::string counted(std::size_t number, char const* thing) {
-    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
-}
-
 } // namespace
 
 PathsReport::PathsReport(std::string file, board::Intent const& intent,
-                         board::PathComparison const& comparison)
+                         board::PathComparison const& comparison, StationsReport const& stations)
     : _file(std::move(file)),
       _intent(intent),
       _frames(comparison.getFrames()),
       _comparison(comparison),
+      _stations(stations),
       _paths(comparison.getPaths()),
       _differences(comparison.getDifferences()) {}
 
-PathsReport::Severity PathsReport::severityOf(PathLine const& line) {
+Severity PathsReport::severityOf(PathLine const& line) {
     bool const isClosedPort =
         line.key.reason == Reason::senderNotForwarding || line.key.reason == Reason::receiverNotForwarding;
     if (line.key.kind == PathLine::Kind::ambiguous) {
@@ -116,24 +82,12 @@ std::size_t PathsReport::count(Severity severity) const {
     auto const found = std::count_if(_differences.begin(), _differences.end(),
                                      [&](PathLine const& line) { return severityOf(line) == severity; });
     bool const isError = severity == Severity::error;
-    return static_cast<std::size_t>(found) + (isError ? _intent.getBoard().getContradictions().size() : 0);
+    return static_cast<std::size_t>(found) + _stations.count(severity) +
+           (isError ? _intent.getBoard().getContradictions().size() : 0);
 }
 
 std::string PathsReport::portsOf(PathLine const& line, PortSet ports) {
     return fmt::format("{}", fmt::join(addressesOf(line.key.switchId, ports), " "));
-}
-
-std::string PathsReport::framesOf(PathLine const& line) const {
-    std::string const tags = tagsText(line.frames);
-    auto const& all = _frames.getDestinations();
-    if (line.destinations.size() == all.size()) {
-        return tags;
-    }
-    std::vector<std::string> names;
-    for (std::size_t const index : line.destinations) {
-        names.push_back(all[index].name);
-    }
-    return tags + ", " + board::listed(names);
 }
 
 // What the document says that decides: the line of a port, else that of its switch.
@@ -175,8 +129,8 @@ void PathsReport::printBlock(std::ostream& out, std::string const& title,
     for (PathLine const& line : _paths) {
         if (line.key.vlan == vlan) {
             isEmpty = false;
-            out << fmt::format("  {} ({})\n      reach {}\n", portsOf(line, line.from), framesOf(line),
-                               reachOf(line));
+            out << fmt::format("  {} ({})\n      reach {}\n", portsOf(line, line.from),
+                               framesText(_frames, line.frames, line.destinations), reachOf(line));
         }
     }
     if (isEmpty) {
@@ -185,12 +139,10 @@ void PathsReport::printBlock(std::ostream& out, std::string const& title,
 }
 
 void PathsReport::printDifference(std::ostream& out, PathLine const& line) const {
-    Colours const colours(out);
-    Severity const severity = severityOf(line);
     simulation::Decision const example = _comparison.getExample(line);
-    out << fmt::format("{}:{}: {}: {} ({}) [{}]\n", _file, lineOf(line),
-                       colours.paint(severityColours[static_cast<std::size_t>(severity)], nameOf(severity)),
-                       portsOf(line, line.from), framesOf(line), PathLine::name(line.key.kind))
+    out << fmt::format("{}:{}: {}: {} ({}) [{}]\n", _file, lineOf(line), paint(out, severityOf(line)),
+                       portsOf(line, line.from), framesText(_frames, line.frames, line.destinations),
+                       PathLine::name(line.key.kind))
         << fmt::format("    {} {}{}\n    {}.\n    By {}{}.\n", verbOf(line.key.kind), reachOf(line),
                        line.key.wanted ? ", which must be " + line.key.wanted->describe() : "",
                        explanationOf(line), rangeOf(line.key.rules),
@@ -218,6 +170,7 @@ void PathsReport::print(std::ostream& out) const {
     for (auto const& [id, vlan] : _intent.getBoard().getVlans()) {
         printBlock(out, board::vlanName(id, vlan.written), id);
     }
+    _stations.printPaths(out);
     for (auto const& contradiction : _intent.getBoard().getContradictions()) {
         out << fmt::format("{}:{}: error: [contradiction]\n    {}\n", _file, contradiction.line,
                            contradiction.text);
@@ -225,6 +178,7 @@ void PathsReport::print(std::ostream& out) const {
     for (PathLine const& line : _differences) {
         printDifference(out, line);
     }
+    _stations.printDifferences(out, _file);
     for (std::string const& line : _comparison.getNotModelled()) {
         out << "not modelled: " << line << '\n';
     }
@@ -235,22 +189,14 @@ void PathsReport::print(std::ostream& out) const {
 }
 
 Json PathsReport::lineToJson(PathLine const& line) const {
-    Json frames = Json::array();
-    for (FrameKind::Tags const& tags : line.frames) {
-        frames.push_back(tags.count == 0 ? Json() : Json(tags.vid));
-    }
-    Json destinations = Json::array();
-    for (std::size_t const index : line.destinations) {
-        destinations.push_back(_frames.getDestinations()[index].name);
-    }
     Json to = Json::array();
     for (PathLine::Reach const& reach : line.reach) {
         to.push_back({{"ports", addressesOf(line.key.switchId, reach.to)}, {"form", reach.form.describe()}});
     }
     return {{"switch", line.key.switchId},
             {"from", addressesOf(line.key.switchId, line.from)},
-            {"frames", frames},
-            {"destinations", destinations},
+            {"frames", framesToJson(line.frames)},
+            {"destinations", destinationsToJson(_frames, line.destinations)},
             {"to", to}};
 }
 
@@ -286,16 +232,18 @@ Json PathsReport::toJson() const {
     for (auto const& contradiction : _intent.getBoard().getContradictions()) {
         contradictions.push_back({{"line", contradiction.line}, {"text", contradiction.text}});
     }
-    return {{"file", _file},
-            {"errors", count(Severity::error)},
-            {"warnings", count(Severity::warning)},
-            {"notes", count(Severity::note)},
-            {"framesAsked", _comparison.getQuestions()},
-            {"unknownVid", _frames.getUnknownVid()},
-            {"paths", paths},
-            {"differences", differences},
-            {"contradictions", contradictions},
-            {"notModelled", _comparison.getNotModelled()}};
+    Json json{{"file", _file},
+              {"errors", count(Severity::error)},
+              {"warnings", count(Severity::warning)},
+              {"notes", count(Severity::note)},
+              {"framesAsked", _comparison.getQuestions()},
+              {"unknownVid", _frames.getUnknownVid()},
+              {"paths", paths},
+              {"differences", differences},
+              {"contradictions", contradictions},
+              {"notModelled", _comparison.getNotModelled()}};
+    _stations.addTo(json);
+    return json;
 }
 
 } // namespace switchctl::paths

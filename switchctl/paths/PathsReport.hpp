@@ -8,16 +8,17 @@
 #include "board/intent/Intent.hpp"
 #include "board/paths/PathComparison.hpp"
 #include "board/paths/PathLine.hpp"
+#include "switchctl/paths/PathsWording.hpp"
+#include "switchctl/paths/StationsReport.hpp"
 
 namespace switchctl::paths {
 
 /// Who reaches whom, and where that is not what the document asks for, for people and for programs.
 class PathsReport {
 public:
-    enum class Severity { note, warning, error };
-
     /// All of them must outlive the object.
-    PathsReport(std::string file, board::Intent const& intent, board::PathComparison const& comparison);
+    PathsReport(std::string file, board::Intent const& intent, board::PathComparison const& comparison,
+                StationsReport const& stations);
 
     void print(std::ostream& out) const;
     nlohmann::ordered_json toJson() const;
@@ -32,7 +33,6 @@ private:
     nlohmann::ordered_json lineToJson(board::PathLine const& line) const;
 
     static std::string portsOf(board::PathLine const& line, board::PortSet ports);
-    std::string framesOf(board::PathLine const& line) const;
     static std::string reachOf(board::PathLine const& line);
     static std::string explanationOf(board::PathLine const& line);
     int lineOf(board::PathLine const& line) const;
@@ -42,6 +42,7 @@ private:
     board::Intent const& _intent;
     board::AskedFrames const& _frames;
     board::PathComparison const& _comparison;
+    StationsReport const& _stations;
     std::vector<board::PathLine> const _paths;
     std::vector<board::PathLine> const _differences;
 };

@@ -158,3 +158,23 @@ TEST(PathsCommandTest, JsonHasAllOfALine) {
     EXPECT_EQ(missing["unsure"][0]["rule"], "M1");
     EXPECT_EQ(missing["unsure"][0]["mark"], "assumed");
 }
+
+TEST(PathsCommandTest, OverCables) {
+    CommandRun const paths = run({exampleOf("mixed"), "--cable", "0.10=3.20", "--cable", "1.10=3.22"});
+    EXPECT_THAT(paths.out, HasSubstr("\nover the cables 0.10=3.20 1.10=3.22\n  nobody reaches anybody\n"));
+    EXPECT_THAT(paths.out,
+                HasSubstr(": warning: cable 1.10=3.22: 1.10 is in VLAN 6 (0x6, written \"6\"), 3.22 is not "
+                          "[mismatch]\n"));
+    EXPECT_THAT(paths.out, HasSubstr(": warning: 3.0 (tagged 5) [missing]\n    do not reach over cables, but "
+                                     "must, 0.1 0.2 untagged\n"));
+    CommandRun const ring = run({exampleOf("three-switches"), "--cable", "0.8=1.9"});
+    EXPECT_THAT(ring.out, HasSubstr("  0.0 (tagged 2)\n      reach 1.1 1.2 untagged\n"));
+}
+
+TEST(PathsCommandTest, ACableThatMakesALoopIsAnError) {
+    CommandRun const paths = run({exampleOf("minimal"), "--cable", "0.8=0.9", "--between", "0.0", "0.1"});
+    EXPECT_EQ(paths.status, ExitStatus::badDocument);
+    EXPECT_THAT(paths.out,
+                HasSubstr(": error: 0.0 0.1 (tagged 5) [loop]\n    go round for ever, in at 0.9\n"));
+    EXPECT_EQ(run({exampleOf("minimal"), "--cable", "0.8"}).status, ExitStatus::usage);
+}
