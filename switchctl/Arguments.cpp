@@ -1,7 +1,9 @@
 #include "switchctl/Arguments.hpp"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <dtl/dtl.hpp>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -16,7 +18,9 @@ std::string nearestTo(std::string const& word, std::vector<CLI::App*> const& com
         std::string const name = command->get_name();
         dtl::Diff<char, std::string> difference(word, name);
         difference.compose();
-        long long const distance = difference.getEditDistance();
+        // Who shortens a word keeps its beginning.
+        auto const end = std::mismatch(word.begin(), word.end(), name.begin(), name.end()).first;
+        long long const distance = difference.getEditDistance() - std::distance(word.begin(), end);
         if (distance < shortest) {
             shortest = distance;
             nearest = name;
@@ -65,7 +69,8 @@ private:
     void skipValue(std::vector<std::string>::const_iterator& word,
                    std::vector<std::string>::const_iterator end) const {
         auto const* const option = command->get_option_no_throw(*word);
-        if (option != nullptr && option->get_expected_min() != 0 && word + 1 != end) {
+        int const values = option == nullptr ? 0 : option->get_expected_min();
+        for (int value = 0; value < values && word + 1 != end; ++value) {
             ++word;
         }
     }
@@ -102,6 +107,11 @@ Arguments::Option& Arguments::Option::check(std::function<std::string(std::strin
 
 Arguments::Option& Arguments::Option::oneEach() {
     _option->allow_extra_args(false);
+    return *this;
+}
+
+Arguments::Option& Arguments::Option::values(unsigned count) {
+    _option->expected(static_cast<int>(count));
     return *this;
 }
 

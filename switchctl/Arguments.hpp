@@ -41,6 +41,8 @@ public:
         Option& check(std::function<std::string(std::string const&)> const& complaint);
         /// Of an option that may be repeated: each value comes with the option's name.
         Option& oneEach();
+        /// So many values stand behind the option's name.
+        Option& values(unsigned count);
         /// The help tells what the variable holds now.
         Option& showDefault();
         Option& needs(Option const& other);

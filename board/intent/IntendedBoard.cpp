@@ -78,6 +78,7 @@ void IntendedBoard::readSwitch(xmlNodePtr element) {
     static std::set<std::string> const models{"88e6096", "vsc7390"};
     Switch entry;
     entry.id = static_cast<unsigned>(numberOr(element, "id", 0));
+    entry.line = lineOf(element);
     entry.model = attribute(element, "switchModel").value_or("");
     entry.filtersGroups = entry.model == "vsc7390";
     if (models.count(entry.model) == 0 || _switches.count(entry.id) != 0) {

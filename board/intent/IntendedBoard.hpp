@@ -51,6 +51,8 @@ public:
 
     struct Switch {
         unsigned id = 0;
+        /// Of the element.
+        int line = 0;
         /// The text of switchModel.
         std::string model;
         /// Sends a group to the ports that are listed for it only.

@@ -85,7 +85,8 @@ void Intent::restrictGroup(Answer& answer, Switch const& owner, FrameKind const&
         PortSet const listed = members == group.members.end() ? 0 : members->second;
         PortSet const others = answer.allowed() & ~listed;
         answer.must &= listed;
-        answer.may = owner.filtersGroups ? answer.may & listed : answer.may | others;
+        answer.unfiltered = owner.filtersGroups ? 0 : others;
+        answer.may = (answer.may & listed) | answer.unfiltered;
         return;
     }
 }
@@ -99,7 +100,7 @@ Intent::Reason Intent::explain(unsigned switchId, unsigned port, FrameKind const
         return answer.vlan ? Reason::inVlan : Reason::inPortVlan;
     }
     if ((answer.may & only(to)) != 0) {
-        return Reason::undecided;
+        return (answer.unfiltered & only(to)) != 0 ? Reason::groupNotFiltered : Reason::undecided;
     }
     if ((owner.open & only(port)) == 0) {
         return from.isListed ? Reason::senderNotForwarding : Reason::senderNotListed;
@@ -129,7 +130,9 @@ char const* Intent::describe(Reason reason) {
     case Reason::inPortVlan:
         return "a port-based VLAN has both";
     case Reason::undecided:
-        return "VLANs by tags and by ports say two things, or the driver filters no groups";
+        return "VLANs by tags and by ports say two things";
+    case Reason::groupNotFiltered:
+        return "the chip's driver filters no groups";
     case Reason::senderNotListed:
         return "the document does not list the sender";
     case Reason::senderNotForwarding:

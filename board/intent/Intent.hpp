@@ -20,6 +20,8 @@ public:
         std::optional<unsigned> vlan;
         PortSet must = 0;
         PortSet may = 0;
+        /// Those of `may` that are not listed for the group.
+        PortSet unfiltered = 0;
         /// \name Ports of the two whose frame leaves without a tag, or with that of the VLAN
         /// All others send it as it came.
         /// @{
@@ -38,6 +40,8 @@ public:
         inPortVlan,
         /// Two kinds of VLANs say two things.
         undecided,
+        /// Is not listed for the group, on a chip whose driver filters none.
+        groupNotFiltered,
         senderNotListed,
         senderNotForwarding,
         receiverNotListed,

@@ -117,6 +117,7 @@ INSTANTIATE_TEST_SUITE_P(
         Verb{{"bring-up", "BOARD", "--simulate"},
              ExitStatus::switchMissing,
              "switch 1  abacus    missing: no such driver"},
+        Verb{{"paths", "BOARD"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"plan", "BOARD"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"audit", "BOARD", "--simulate"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"statistics", "BOARD", "--simulate"},

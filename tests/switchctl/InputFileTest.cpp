@@ -60,6 +60,7 @@ TEST(InputFileTest, EveryVerbRefusesAnInputWithoutAnEnd) {
     for (auto const& arguments : std::vector<std::vector<std::string>>{
              {"check", "/dev/zero"},
              {"bring-up", "/dev/zero", "--simulate"},
+             {"paths", "/dev/zero"},
              {"plan", "/dev/zero"},
              {"plan", minimal, "/dev/zero"},
              {"draw", "/dev/zero", "--format", "dot"},

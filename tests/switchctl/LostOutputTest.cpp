@@ -47,6 +47,7 @@ protected:
         {"check", "--list"},
         {"check", "--schema"},
         {"draw", minimal, "--format", "dot"},
+        {"paths", minimal},
         {"plan", minimal},
         {"audit", minimal, "--simulate"},
         {"statistics", minimal, "--simulate"},

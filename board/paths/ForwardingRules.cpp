@@ -1,0 +1,78 @@
+#include "board/paths/ForwardingRules.hpp"
+
+#include <sstream>
+#include <stdexcept>
+
+namespace board {
+
+namespace {
+
+using Mark = ForwardingRules::Mark;
+
+constexpr ForwardingRules::Rule forwardingRules[] = {
+    {"M1", Mark::assumed, "a link that is plugged in and not forced is up"},
+    {"M2", Mark::likely, "which lengths of frames a port takes"},
+    {"M3", Mark::sure, "a disabled port takes nothing"},
+    {"M4", Mark::sure, "the port's frame mode"},
+    {"M5", Mark::assumed, "a tag with VID 0 counts as none"},
+    {"M6", Mark::sure, "frames of bridges' protocols to the processor"},
+    {"M7", Mark::likely,
+     "DefaultVID is forced in 802.1Q modes only; a port without 802.1Q mode reaches secure ports"},
+    {"M8", Mark::assumed,
+     "a port state 0 goes before the VLAN's, and a VLAN without states has the ports' own"},
+    {"M9", Mark::likely, "which addresses are learned"},
+    {"M10", Mark::likely, "a port whose state is below forwarding passes nothing on"},
+    {"M11", Mark::sure, "the address table, and whom unknown addresses are flooded to"},
+    {"M12", Mark::likely, "VLANTable, the VLAN's members and the trunk mask each take ports away"},
+    {"M13", Mark::likely, "a port sends with link and in the state forwarding only"},
+    {"M14", Mark::sure, "tags at the sending port"},
+    {"V1", Mark::sure, "the receiver is on"},
+    {"V2", Mark::likely, "which lengths of frames a port takes"},
+    {"V3", Mark::likely, "frames of bridges' protocols go nowhere"},
+    {"V4", Mark::sure, "frames that the port drops for their tag or source"},
+    {"V5", Mark::assumed, "a port's VID is 1 until it is written, and an ignored tag is removed"},
+    {"V6", Mark::sure, "the receive mask"},
+    {"V7", Mark::likely, "entries of the VLAN table that were never written hold all ports"},
+    {"V8", Mark::likely, "which addresses are learned"},
+    {"V9", Mark::assumed, "broadcasts go where groups do, and which entries of the MAC table are groups"},
+    {"V10", Mark::likely, "VLAN, source and aggregation mask each take ports away"},
+    {"V11", Mark::sure, "the transmitter is on"},
+    {"V12", Mark::likely, "tags at the sending port"},
+};
+
+} // namespace
+
+ForwardingRules::Rule const& ForwardingRules::get(std::string_view number) {
+    for (Rule const& rule : forwardingRules) {
+        if (rule.number == number) {
+            return rule;
+        }
+    }
+    throw std::out_of_range("no forwarding rule " + std::string(number));
+}
+
+char const* ForwardingRules::name(Mark mark) {
+    switch (mark) {
+    case Mark::sure:
+        return "sure";
+    case Mark::likely:
+        return "likely";
+    case Mark::assumed:
+        return "assumed";
+    }
+    return "";
+}
+
+std::vector<ForwardingRules::Rule const*> ForwardingRules::unsureOf(std::string const& numbers) {
+    std::vector<Rule const*> unsure;
+    std::istringstream stream(numbers);
+    for (std::string number; stream >> number;) {
+        Rule const& rule = get(number);
+        if (rule.mark != Mark::sure) {
+            unsure.push_back(&rule);
+        }
+    }
+    return unsure;
+}
+
+} // namespace board

@@ -1,0 +1,140 @@
+#include "switchctl/paths/PathsCommand.hpp"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "board/ModelBringUp.hpp"
+#include "board/intent/Intent.hpp"
+#include "board/paths/Cables.hpp"
+#include "board/paths/PathComparison.hpp"
+#include "board/paths/StationComparison.hpp"
+#include "chips/PortAddress.hpp"
+#include "reference_host/XmlDocument.hpp"
+#include "switchctl/paths/PathsReport.hpp"
+#include "switchctl/paths/StationsReport.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
+
+namespace switchctl::paths {
+
+namespace {
+
+using board::PathComparison;
+using board::RegisterPaths;
+
+RegisterPaths::Chips chipsOf(simulation::SimulatedBoard& board) {
+    RegisterPaths::Chips chips;
+    for (unsigned const id : board.getSwitchIds()) {
+        chips.emplace(id, &board.getChip(id));
+    }
+    return chips;
+}
+
+ExitStatus statusOf(PathsReport const& report) {
+    if (report.count(Severity::error) != 0) {
+        return ExitStatus::badDocument;
+    }
+    return report.count(Severity::warning) != 0 ? ExitStatus::documentWarnings : ExitStatus::success;
+}
+
+std::string complaintAboutPort(std::string const& text) {
+    return chips::PortAddress::fromText(text) ? "" : "\"" + text + "\" is not of the form SWITCH.PORT";
+}
+
+/// All ports of all chips, or the ports that are named.
+PathComparison::Selection selectionOf(RegisterPaths const& registers, std::vector<std::string> const& named) {
+    PathComparison::Selection selection;
+    if (named.empty()) {
+        for (auto const& [id, chip] : registers.getChips()) {
+            selection.emplace(id, ~board::PortSet{0});
+        }
+    }
+    for (std::string const& text : named) {
+        auto const port = *chips::PortAddress::fromText(text);
+        auto const chip = registers.getChips().find(port.switchId);
+        if (chip == registers.getChips().end() || port.portId >= chip->second->getNumberOfPorts()) {
+            throw ToolError(ExitStatus::usage, "the board has no port " + text);
+        }
+        selection[port.switchId] |= board::PortSet{1} << port.portId;
+    }
+    return selection;
+}
+
+std::vector<board::StationComparison::Line>
+stationsOf(board::Intent const& intent, RegisterPaths const& registers, board::AskedFrames const& frames,
+           board::Cables const& cables, PathComparison::Selection const& selection) {
+    if (cables.isEmpty()) {
+        return {};
+    }
+    return board::StationComparison(intent, registers, frames, cables, selection).getLines();
+}
+
+} // namespace
+
+PathsCommand::PathsCommand() : Command("paths", "Show who reaches whom, and who should not") {}
+
+void PathsCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
+    arguments.option("--between", _between, "Between these two ports only")
+        .type("SWITCH.PORT")
+        .values(2)
+        .check(complaintAboutPort);
+    arguments
+        .option("--cable", _cables,
+                "A cable between two ports, of which the document says nothing. May be repeated")
+        .type("SWITCH.PORT=SWITCH.PORT")
+        .oneEach();
+    addJson(arguments);
+}
+
+std::string PathsCommand::getHelp() const {
+    return "Each port is asked where frames go that it gets: untagged, with VID 0, VID 1, those of the\n"
+           "document and one that it does not name, to an unknown station, to all and to each group. The\n"
+           "answer comes from the registers of chip models that the document was brought up on, with all\n"
+           "links plugged in, and is compared with what the document alone asks for. With cables, frames "
+           "are\n"
+           "also followed from station to station.\n"
+           "\n"
+           "Examples:\n"
+           "  switchctl paths board.xml\n"
+           "  switchctl paths board.xml --between 0.1 0.10\n"
+           "  switchctl paths board.xml --cable 0.10=3.20 --cable 1.10=3.21\n"
+           "  switchctl paths board.xml --json | jq '.differences[] | select(.kind == \"leak\")'\n"
+           "\n";
+}
+
+std::vector<Command::StatusLine> PathsCommand::getStatuses() const {
+    return {{ExitStatus::success, "frames go where the document wants them"},
+            {ExitStatus::usage, "the command line is wrong, or the board has no such port"},
+            {ExitStatus::badDocument,
+             "frames go where they must not or with wrong tags, the document contradicts itself, or it "
+             "cannot be read or is not well-formed"},
+            ExitStatus::startUpFailed,
+            {ExitStatus::documentWarnings,
+             "frames do not go where they must, or go where a port is not forwarding"}};
+}
+
+ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const {
+    OutputDiversion const diversion(errors);
+    std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
+    auto const document = reference_host::XmlDocument::fromFile(_path);
+    board::ModelBringUp bringUp(*document, _path);
+    board::IntendedBoard const board(*document);
+    board::Intent const intent(board);
+    RegisterPaths const registers(chipsOf(bringUp.getBoard()));
+    board::AskedFrames const frames(board, bringUp.getDocument());
+    board::Cables const cables(_cables, board);
+    PathComparison::Selection const selection = selectionOf(registers, _between);
+    PathComparison const comparison(intent, registers, frames, selection);
+    StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
+    PathsReport const report(_path, intent, comparison, stations);
+    progress.reset();
+    if (isJson()) {
+        print(out, report.toJson());
+    } else {
+        report.print(out);
+    }
+    return statusOf(report);
+}
+
+} // namespace switchctl::paths

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "switchctl/Command.hpp"
+
+namespace switchctl::paths {
+
+/// `switchctl paths`: who reaches whom after a bring-up, and where that is not what the document asks for.
+class PathsCommand : public Command {
+public:
+    PathsCommand();
+
+protected:
+    void declare(Arguments& arguments) override;
+    std::string getHelp() const override;
+    std::vector<StatusLine> getStatuses() const override;
+    ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
+
+private:
+    std::string _path;
+    std::vector<std::string> _between;
+    std::vector<std::string> _cables;
+};
+
+} // namespace switchctl::paths

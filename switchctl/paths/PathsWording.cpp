@@ -1,0 +1,97 @@
+#include "switchctl/paths/PathsWording.hpp"
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "board/Wording.hpp"
+#include "switchctl/terminal/Colours.hpp"
+
+namespace switchctl::paths {
+
+using board::FrameKind;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+/// VIDs that follow one another are a range.
+std::string vidsText(std::vector<FrameKind::Tags> const& frames) {
+    constexpr std::size_t shortestRange = 3;
+    std::string text;
+    for (std::size_t first = 0; first < frames.size();) {
+        std::size_t end = first + 1;
+        while (end < frames.size() && frames[end].vid == frames[end - 1].vid + 1) {
+            ++end;
+        }
+        end = end - first < shortestRange ? first + 1 : end;
+        text += fmt::format(" {}", frames[first].vid);
+        text += end == first + 1 ? "" : fmt::format("-{}", frames[end - 1].vid);
+        first = end;
+    }
+    return text;
+}
+
+std::string tagsText(std::vector<FrameKind::Tags> frames) {
+    bool const isUntagged = !frames.empty() && frames.front().count == 0;
+    frames.erase(frames.begin(), frames.begin() + (isUntagged ? 1 : 0));
+    std::string const vids = vidsText(frames);
+    if (vids.empty()) {
+        return "untagged";
+    }
+    return (isUntagged ? "untagged, tagged" : "tagged") + vids;
+}
+
+} // namespace
+
+char const* nameOf(Severity severity) {
+    switch (severity) {
+    case Severity::error:
+        return "error";
+    case Severity::warning:
+        return "warning";
+    case Severity::note:
+        break;
+    }
+    return "note";
+}
+
+std::string paint(std::ostream const& out, Severity severity) {
+    constexpr Colours::Colour colours[] = {Colours::Colour::cyan, Colours::Colour::yellow,
+                                           Colours::Colour::red};
+    return Colours(out).paint(colours[static_cast<std::size_t>(severity)], nameOf(severity));
+}
+
+std::string framesText(board::AskedFrames const& asked, std::vector<FrameKind::Tags> const& frames,
+                       std::vector<std::size_t> const& destinations) {
+    std::string const tags = tagsText(frames);
+    if (destinations.size() == asked.getDestinations().size()) {
+        return tags;
+    }
+    std::vector<std::string> names;
+    for (std::size_t const index : destinations) {
+        names.push_back(asked.getDestinations()[index].name);
+    }
+    return tags + ", " + board::listed(names);
+}
+
+Json framesToJson(std::vector<FrameKind::Tags> const& frames) {
+    Json list = Json::array();
+    for (FrameKind::Tags const& tags : frames) {
+        list.push_back(tags.count == 0 ? Json() : Json(tags.vid));
+    }
+    return list;
+}
+
+Json destinationsToJson(board::AskedFrames const& asked, std::vector<std::size_t> const& destinations) {
+    Json list = Json::array();
+    for (std::size_t const index : destinations) {
+        list.push_back(asked.getDestinations()[index].name);
+    }
+    return list;
+}
+
+std::string counted(std::size_t number, char const* thing) {
+    return fmt::format("{} {}{}", number, thing, number == 1 ? "" : "s");
+}
+
+} // namespace switchctl::paths

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "board/ModelBringUp.hpp"
+#include "board/intent/Intent.hpp"
+#include "board/paths/PathComparison.hpp"
+#include "reference_host/XmlDocument.hpp"
+
+namespace board_test {
+
+/// A document, its intent, and chips that it was brought up on.
+struct ComparedBoard {
+    explicit ComparedBoard(std::string const& path)
+        : document(reference_host::XmlDocument::fromFile(path)), bringUp(*document, path) {}
+
+    static std::string example(std::string const& name) {
+        return std::string(EXAMPLES_FOLDER) + "/" + name + ".xml";
+    }
+
+    static board::RegisterPaths::Chips chipsOf(simulation::SimulatedBoard& board) {
+        board::RegisterPaths::Chips chips;
+        for (unsigned const id : board.getSwitchIds()) {
+            chips.emplace(id, &board.getChip(id));
+        }
+        return chips;
+    }
+
+    std::unique_ptr<reference_host::XmlDocument> document;
+    board::ModelBringUp bringUp;
+    board::IntendedBoard intended{*document};
+    board::Intent intent{intended};
+    board::RegisterPaths registers{chipsOf(bringUp.getBoard())};
+    board::AskedFrames frames{intended, bringUp.getDocument()};
+};
+
+} // namespace board_test

@@ -1,0 +1,196 @@
+// Registers that were made wrong on purpose, and what is said of them.
+
+#include "board/paths/PathComparison.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "board/paths/ForwardingRules.hpp"
+#include "tests/board/paths/ComparedBoard.hpp"
+#include "tests/support/TemporaryFile.hpp"
+
+using board::FrameKind;
+using board::PathComparison;
+using board::PathLine;
+using board::PortSet;
+using board_test::ComparedBoard;
+using Kind = board::PathLine::Kind;
+using Reason = board::Intent::Reason;
+using Tags = board::FrameKind::Tags;
+
+namespace {
+
+/// Ports 0 and 1 without tags, 8 and 9 with them; VLAN 6 has ports 2 and 3. Nothing differs.
+std::string const quietBoard = [] {
+    std::string text = "<board><switches><switch id='0' switchModel='88e6096'>";
+    for (int port = 0; port < 11; ++port) {
+        text +=
+            "<port id='" + std::to_string(port) + "' connectedTo='switchInterlink' portStatus='forwarding'/>";
+    }
+    return text + R"(</switch></switches>
+<vlan id='5' typeOfVlan='tagBasedVlan'>
+<port switchId='0' portId='0' ingress='addTagIfUntagged' egress='stripTag'/>
+<port switchId='0' portId='1' ingress='addTagIfUntagged' egress='stripTag'/>
+<port switchId='0' portId='8' ingress='validateTag' egress='validateTag'/>
+<port switchId='0' portId='9' ingress='validateTag' egress='validateTag'/>
+</vlan>
+<vlan id='6' typeOfVlan='tagBasedVlan'>
+<port switchId='0' portId='2' ingress='addTagIfUntagged' egress='stripTag'/>
+<port switchId='0' portId='3' ingress='addTagIfUntagged' egress='stripTag'/>
+</vlan></board>)";
+}();
+
+class PathComparisonTest : public testing::Test {
+protected:
+    explicit PathComparisonTest(std::string const& document = quietBoard) : _file(document) {}
+
+    std::vector<PathLine> differences() const {
+        return PathComparison(compared.intent, compared.registers, compared.frames).getDifferences();
+    }
+
+private:
+    test_support::TemporaryFile _file;
+
+protected:
+    ComparedBoard compared{_file.path()};
+    simulation::ChipTestSide& chip{compared.bringUp.getBoard().getChip(0)};
+};
+
+constexpr unsigned portControl = 0x04;
+constexpr unsigned portControl2 = 0x08;
+constexpr unsigned secureAndMapped = 0x0C80;
+constexpr unsigned mapped = 0x0080;
+
+} // namespace
+
+TEST_F(PathComparisonTest, NothingDiffersAfterABringUp) {
+    PathComparison const comparison(compared.intent, compared.registers, compared.frames);
+    EXPECT_TRUE(comparison.getDifferences().empty());
+    // Untagged, VIDs 0, 1, 5, 6 and 4094, to one and to all, at eleven ports.
+    EXPECT_EQ(comparison.getQuestions(), 6U * 2U * 11U);
+    EXPECT_TRUE(comparison.getNotModelled().empty());
+}
+
+TEST_F(PathComparisonTest, PathsArePutTogether) {
+    auto const lines = PathComparison(compared.intent, compared.registers, compared.frames).getPaths();
+    ASSERT_FALSE(lines.empty());
+    PathLine const& line = lines.front();
+    EXPECT_EQ(line.key.vlan, 5U);
+    EXPECT_EQ(line.from, PortSet{0x003});
+    EXPECT_EQ(line.frames, (std::vector<Tags>{Tags::none(), Tags::one(0)}));
+    EXPECT_EQ(line.destinations, (std::vector<std::size_t>{0, 1}));
+    ASSERT_EQ(line.reach.size(), 2U);
+    EXPECT_EQ(line.reach[0].form.describe(), "untagged");
+    EXPECT_EQ(line.reach[0].to, PortSet{0x003});
+    EXPECT_EQ(line.reach[1].form.describe(), "tagged 5");
+    EXPECT_EQ(line.reach[1].to, PortSet{0x300});
+}
+
+TEST_F(PathComparisonTest, APortThatTakesEveryVlanLeaks) {
+    chip.poke("port 4", portControl2, mapped);
+    auto const found = differences();
+    ASSERT_FALSE(found.empty());
+    for (PathLine const& line : found) {
+        EXPECT_EQ(line.key.kind, Kind::leak);
+        EXPECT_EQ(line.key.reason, Reason::frameInNoVlan);
+        EXPECT_EQ(line.from, PortSet{0x010});
+    }
+    chip.poke("port 4", portControl2, secureAndMapped);
+    EXPECT_TRUE(differences().empty());
+}
+
+TEST_F(PathComparisonTest, ADisabledPortMissesItsVlan) {
+    chip.poke("port 1", portControl, chip.peek("port 1", portControl) & ~3U);
+    auto const found = differences();
+    ASSERT_FALSE(found.empty());
+    PortSet senders = 0;
+    for (PathLine const& line : found) {
+        EXPECT_EQ(line.key.kind, Kind::missing);
+        EXPECT_EQ(line.key.reason, Reason::inVlan);
+        senders |= line.from;
+    }
+    EXPECT_EQ(senders, PortSet{0x303});
+}
+
+namespace {
+
+/// As the quiet board, with ports 8 and 9 as a trunk, which the chip knows nothing of.
+class TrunkComparisonTest : public PathComparisonTest {
+protected:
+    TrunkComparisonTest() : PathComparisonTest(withTrunk()) {}
+
+private:
+    static std::string withTrunk() {
+        std::string text = quietBoard;
+        text.insert(text.find("</switch>"), "<trunk id='1'><port id='8'/><port id='9'/></trunk>");
+        return text;
+    }
+};
+
+} // namespace
+
+TEST_F(TrunkComparisonTest, TwoMembersThatSendTheSameAreADouble) {
+    std::vector<PathLine> doubles;
+    std::vector<PathLine> others;
+    for (PathLine const& line : differences()) {
+        (line.key.kind == Kind::doubled ? doubles : others).push_back(line);
+    }
+    ASSERT_EQ(doubles.size(), 2U) << "with the VLAN's tag and without";
+    for (PathLine const& line : doubles) {
+        EXPECT_EQ(line.from, PortSet{0x003});
+        EXPECT_EQ(PathLine::portsOf(line.reach), PortSet{0x300});
+    }
+    ASSERT_EQ(others.size(), 1U);
+    EXPECT_EQ(others[0].key.kind, Kind::leak);
+    EXPECT_EQ(others[0].key.reason, Reason::sameTrunk);
+}
+
+// Masks that leave each of the eight classes one member: which one sends depends on addresses.
+TEST_F(TrunkComparisonTest, MasksThatSpreadFramesAreAsWanted) {
+    constexpr unsigned trunkMask = 0x07;
+    constexpr unsigned update = 0x8000;
+    auto const write = [&](unsigned number, unsigned ports) {
+        chip.getUnit("global 2").write(trunkMask, update | number << 12U | ports, 0);
+    };
+    for (unsigned number = 0; number < 8; ++number) {
+        write(number, number < 4 ? 0x5FFU : 0x6FFU);
+    }
+    for (PathLine const& line : differences()) {
+        EXPECT_EQ(line.key.kind, Kind::leak) << "members still send to one another";
+    }
+    write(3, 0x4FF);
+    bool isMissing = false;
+    for (PathLine const& line : differences()) {
+        isMissing = isMissing || line.key.kind == Kind::missing;
+    }
+    EXPECT_TRUE(isMissing) << "frames of one class leave by no member";
+}
+
+TEST_F(PathComparisonTest, OnlyWhatIsSelectedCounts) {
+    chip.poke("port 4", portControl2, mapped);
+    auto const between = [&](PortSet ports) {
+        return PathComparison(compared.intent, compared.registers, compared.frames, {{0, ports}});
+    };
+    EXPECT_TRUE(between(0x003).getDifferences().empty());
+    EXPECT_EQ(between(0x003).getQuestions(), 6U * 2U * 2U);
+    EXPECT_FALSE(between(0x011).getDifferences().empty());
+    for (PathLine const& line : between(0x003).getPaths()) {
+        EXPECT_EQ((line.from | PathLine::portsOf(line.reach)) & ~0x003U, 0U);
+    }
+}
+
+TEST(ForwardingRulesTest, RulesThatDecideAreKnown) {
+    using board::ForwardingRules;
+    for (char const* const example : {"access-point", "mixed"}) {
+        ComparedBoard const compared(ComparedBoard::example(example));
+        for (auto const& line :
+             PathComparison(compared.intent, compared.registers, compared.frames).getDifferences()) {
+            EXPECT_NO_THROW(ForwardingRules::unsureOf(line.key.rules)) << line.key.rules;
+        }
+    }
+    EXPECT_EQ(ForwardingRules::get("M12").mark, ForwardingRules::Mark::likely);
+    EXPECT_EQ(ForwardingRules::unsureOf("M3 M12 M14").size(), 1U);
+    EXPECT_THROW(ForwardingRules::get("M15"), std::out_of_range);
+}
