@@ -1,5 +1,8 @@
 // What an 88E6096 counts.
 
+#include <set>
+
+#include "simulation/88e6096/FrameCounters.hpp"
 #include "tests/simulation/conformance/MarvellRules.hpp"
 
 namespace simulation_test::marvell_rules {
@@ -85,6 +88,41 @@ INSTANTIATE_TEST_SUITE_P(
              {set(0x11, 0x08, 0x0C80), set(0x11, 0x06, 0x07FD), address(50, stationB, 0x0207)}, tagged(5),
              "1/00+68 1/04+1 1/09+1; OutFiltered of 5")),
     nameOf<Step>);
+
+class Marvell88E6096CountersTest : public ForwardingFixture {};
+
+TEST_F(Marvell88E6096CountersTest, EachMovesOrIsSaidToStay) {
+    for (unsigned const octets : {0x00U, 0x0EU}) {
+        chip().setCounter(1, octets, 0xFFFFFFFF); // the next frame reaches the high half
+    }
+    for (auto const& frame :
+         {sized(64), sized(65), sized(128), sized(256), sized(512), sized(1024), sized(63), sized(1519),
+          damaged(63), damaged(64), damaged(1519), pause(), untagged(group), untagged(broadcast)}) {
+        receive(1, frame);
+        receive(2, frame);
+    }
+    change(1, 0x08, 0x0F00, 0x0D00); // secure, DiscardUntagged
+    receive(1, untagged());
+    addAddress(5, stationB, 0x0027);
+    addVlan(5, "03333333333");
+    setMode(0, 2);
+    receive(0, tagged(5));
+    using simulation::marvell::FrameCounters;
+    std::set<unsigned> still;
+    for (auto const& counter : FrameCounters::stillCounters) {
+        still.insert(counter.counter);
+    }
+    for (unsigned number = 0; number < 32; ++number) {
+        EXPECT_EQ(counter(1, number) == 0, still.count(number) == 1) << number;
+    }
+    still.clear();
+    for (auto const& counter : FrameCounters::stillRegisters) {
+        still.insert(counter.counter);
+    }
+    for (unsigned reg = 0x10; reg <= 0x13; ++reg) {
+        EXPECT_EQ(read(port0 + 1, reg) == 0, still.count(reg) == 1) << reg;
+    }
+}
 
 } // namespace
 
