@@ -7,12 +7,9 @@ namespace simulation_test {
 
 namespace {
 
-using Writes = ForwardingChip::Writes;
-using Address = Frames::Frame::Address;
+constexpr unsigned marvellPorts = 11;
 
-constexpr unsigned numberOfPorts = 11;
-
-void addPort(Writes& writes, Chance& chance, unsigned number) {
+void addMarvellPort(ForwardingChip::Writes& writes, Chance& chance, unsigned number) {
     std::string const unit = "port " + std::to_string(number);
     unsigned const odd = chance.percent(20) ? chance.bits(0x40C0) : 0;
     writes.push_back({unit, 0x01, chance.oneOf({0x0003U, 0x0003U, 0x0003U, 0x0003U, 0x0033U, 0x0013U})});
@@ -28,23 +25,23 @@ void addPort(Writes& writes, Chance& chance, unsigned number) {
 }
 
 // Codes of four ports, most of them members.
-unsigned codes(Chance& chance) {
+unsigned memberCodes(Chance& chance) {
     return chance.bits(0x3333) & chance.bits(0xFFFF);
 }
 
-void addVlan(Writes& writes, Chance& chance) {
+void addVtuEntry(ForwardingChip::Writes& writes, Chance& chance) {
     bool const isStates = chance.percent(30);
     writes.push_back({"global 1", 0x06, 0x1000 | chance.vid()});
     writes.push_back({"global 1", 0x02, chance.below(3)});
     writes.push_back({"global 1", 0x03, chance.below(3)});
     for (unsigned data : {0x07U, 0x08U, 0x09U}) {
-        writes.push_back({"global 1", data, isStates ? chance.manyBits(0xCCCC) : codes(chance)});
+        writes.push_back({"global 1", data, isStates ? chance.manyBits(0xCCCC) : memberCodes(chance)});
     }
     writes.push_back({"global 1", 0x05, isStates ? 0xD000U : 0xB000U});
 }
 
-void addAddress(Writes& writes, Chance& chance) {
-    Address const address = chance.percent(80) ? chance.station() : Frames::group;
+void addAtuEntry(ForwardingChip::Writes& writes, Chance& chance) {
+    Frames::Frame::Address const address = chance.percent(80) ? chance.station() : Frames::group;
     writes.push_back({"global 1", 0x01, chance.below(3)});
     writes.push_back({"global 1", 0x0D, static_cast<unsigned>(address >> 32)});
     writes.push_back({"global 1", 0x0E, static_cast<unsigned>(address >> 16 & 0xFFFF)});
@@ -57,34 +54,34 @@ void addAddress(Writes& writes, Chance& chance) {
 } // namespace
 
 Forwarding88E6096::Forwarding88E6096() : ForwardingChip("88e6096") {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < marvellPorts; ++port) {
         side().plugLink(port);
     }
 }
 
-Writes Forwarding88E6096::contents(Chance& chance) const {
+ForwardingChip::Writes Forwarding88E6096::contents(Chance& chance) const {
     Writes writes;
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
-        addPort(writes, chance, port);
+    for (unsigned port = 0; port < marvellPorts; ++port) {
+        addMarvellPort(writes, chance, port);
     }
     for (unsigned count = 0; count < 8; ++count) {
-        addVlan(writes, chance);
-        addAddress(writes, chance);
+        addVtuEntry(writes, chance);
+        addAtuEntry(writes, chance);
         writes.push_back({"global 2", 0x07, 0x8000 | count << 12 | chance.manyBits(0x07FF)});
         writes.push_back({"global 2", 0x08, 0x8000 | count << 11 | chance.bits(0x07FF)});
     }
     writes.push_back({"global 1", 0x04, chance.bits(0x0400)});
-    writes.push_back({"global 1", 0x1A, chance.below(numberOfPorts) << 4});
+    writes.push_back({"global 1", 0x1A, chance.below(marvellPorts) << 4});
     writes.push_back({"global 2", 0x02, chance.bits(0xFFFF)});
     writes.push_back({"global 2", 0x03, chance.bits(0xFFFF)});
     writes.push_back({"global 2", 0x05, chance.bits(0x0008)});
     return writes;
 }
 
-Writes Forwarding88E6096::command(Chance& chance) const {
+ForwardingChip::Writes Forwarding88E6096::command(Chance& chance) const {
     Writes writes;
-    addVlan(writes, chance);
-    addAddress(writes, chance);
+    addVtuEntry(writes, chance);
+    addAtuEntry(writes, chance);
     writes.push_back({"global 2", 0x19, chance.bits(0xFFFF)});
     unsigned const reg = chance.oneOf({0x05U, 0x0BU, 0x1DU});
     bool const isGlobal1 = chance.percent(50);

@@ -6,17 +6,14 @@ namespace simulation_test {
 
 namespace {
 
-using Writes = ForwardingChip::Writes;
-using Address = Frames::Frame::Address;
-
-constexpr unsigned numberOfPorts = 24;
+constexpr unsigned vitessePorts = 24;
 constexpr unsigned allPorts = 0x01FFFFFF;
 
 std::string unitOf(unsigned port) {
     return "port " + std::to_string(port);
 }
 
-void addPort(Writes& writes, Chance& chance, unsigned number) {
+void addVitessePort(ForwardingChip::Writes& writes, Chance& chance, unsigned number) {
     std::string const unit = unitOf(number);
     writes.push_back(
         {unit, 0x00, chance.percent(90) ? 0x10050001 | chance.bits(0x0000C000) : chance.bits(0x30010031)});
@@ -28,7 +25,7 @@ void addPort(Writes& writes, Chance& chance, unsigned number) {
     writes.push_back({"analyser", 0x80 + number, chance.bits(allPorts)});
 }
 
-void addVlan(Writes& writes, Chance& chance) {
+void addVlanEntry(ForwardingChip::Writes& writes, Chance& chance) {
     writes.push_back({"analyser", 0xE0, chance.vid()});
     unsigned const flags = chance.percent(30)  ? chance.bits(0x50000000)
                            : chance.percent(5) ? 0x20000000U
@@ -37,16 +34,16 @@ void addVlan(Writes& writes, Chance& chance) {
 }
 
 // LEARN puts an address where it belongs.
-void addAddress(Writes& writes, Chance& chance) {
-    Address const address = chance.percent(80) ? chance.station() : Frames::group;
+void addMacEntry(ForwardingChip::Writes& writes, Chance& chance) {
+    Frames::Frame::Address const address = chance.percent(80) ? chance.station() : Frames::group;
     unsigned const flags = chance.percent(20) ? chance.bits(0x7200) : 0;
     writes.push_back({"analyser", 0x06, chance.vid() << 16 | static_cast<unsigned>(address >> 32)});
     writes.push_back({"analyser", 0x07, static_cast<std::uint32_t>(address)});
-    writes.push_back({"analyser", 0xB0, 0x0401 | flags | chance.below(numberOfPorts) << 3});
+    writes.push_back({"analyser", 0xB0, 0x0401 | flags | chance.below(vitessePorts) << 3});
 }
 
 // The group of Frames::ipGroup in VLAN 1.
-void addGroup(Writes& writes, Chance& chance) {
+void addGroup(ForwardingChip::Writes& writes, Chance& chance) {
     unsigned const ports = chance.bits(0x00FFFFFF);
     writes.push_back({"analyser", 0xC0, 0x00CA});
     writes.push_back({"analyser", 0x06, 1U << 16 | ports >> 8});
@@ -57,19 +54,19 @@ void addGroup(Writes& writes, Chance& chance) {
 } // namespace
 
 ForwardingVsc7390::ForwardingVsc7390() : ForwardingChip("vsc7390") {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < vitessePorts; ++port) {
         side().plugLink(port);
     }
 }
 
-Writes ForwardingVsc7390::contents(Chance& chance) const {
+ForwardingChip::Writes ForwardingVsc7390::contents(Chance& chance) const {
     Writes writes;
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
-        addPort(writes, chance, port);
+    for (unsigned port = 0; port < vitessePorts; ++port) {
+        addVitessePort(writes, chance, port);
     }
     for (unsigned count = 0; count < 8; ++count) {
-        addVlan(writes, chance);
-        addAddress(writes, chance);
+        addVlanEntry(writes, chance);
+        addMacEntry(writes, chance);
     }
     for (unsigned mask = 0x30; mask < 0x40; ++mask) {
         writes.push_back({"analyser", mask, chance.manyBits(allPorts)});
@@ -83,10 +80,10 @@ Writes ForwardingVsc7390::contents(Chance& chance) const {
     return writes;
 }
 
-Writes ForwardingVsc7390::command(Chance& chance) const {
+ForwardingChip::Writes ForwardingVsc7390::command(Chance& chance) const {
     Writes writes;
-    addVlan(writes, chance);
-    addAddress(writes, chance);
+    addVlanEntry(writes, chance);
+    addMacEntry(writes, chance);
     writes.push_back({"analyser", 0xC0, chance.bits(0x1FFF)});
     writes.push_back(chance.percent(50) ? Write{"analyser", 0xB0, chance.bits(0x7FFF)}
                                         : Write{"analyser", 0xD0, chance.bits(0x77FFFFFF)});

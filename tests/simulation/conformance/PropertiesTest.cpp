@@ -27,19 +27,18 @@ constexpr unsigned seeds = 50;
 constexpr unsigned walks = 2;
 constexpr unsigned mostWalks = 20;
 /// Of units that are many.
-constexpr unsigned number = 1;
+constexpr unsigned numberAmongMany = 1;
 constexpr unsigned framesOfSeed = 60;
-
-bool operator==(Decision::Egress const& one, Decision::Egress const& other) {
-    return one.port == other.port && one.form == other.form && one.frame == other.frame;
-}
 
 bool areSame(Decision const& one, Decision const& other) {
     return one.vid == other.vid && one.learnt == other.learnt && one.toProcessor == other.toProcessor &&
            one.rules == other.rules && one.dropReason == other.dropReason &&
            one.notModelled == other.notModelled &&
            std::equal(one.egress.begin(), one.egress.end(), other.egress.begin(), other.egress.end(),
-                      [](auto const& first, auto const& second) { return first == second; });
+                      [](auto const& first, auto const& second) {
+                          return first.port == second.port && first.form == second.form &&
+                                 first.frame == second.frame;
+                      });
 }
 
 struct Probe {
@@ -222,10 +221,10 @@ TEST_P(FreshnessTest, AnyFieldOfAnyRegister) {
         _probes.clear();
         for (unsigned count = 0; count < 16; ++count) {
             _probes.push_back(probe(*chip, chance));
-            _probes.push_back({number, chance.frame()});
+            _probes.push_back({numberAmongMany, chance.frame()});
         }
         for (RegisterFile* const unit : chip->side().getUnits()) {
-            if (!isOneOfMany(*unit) || unit->getIdentity().number == number) {
+            if (!isOneOfMany(*unit) || unit->getIdentity().number == numberAmongMany) {
                 changeAll(*chip, *unit, chance);
                 Chance again(seed);
                 chip->apply(chip->contents(again));
@@ -254,12 +253,12 @@ TEST_P(FreshnessTest, AnyCommand) {
 
 constexpr char const* models[] = {"88e6096", "vsc7390"};
 
-std::string nameOf(testing::TestParamInfo<char const*> const& model) {
+std::string modelOf(testing::TestParamInfo<char const*> const& model) {
     return model.param;
 }
 
-INSTANTIATE_TEST_SUITE_P(Chips, PropertiesTest, testing::ValuesIn(models), nameOf);
-INSTANTIATE_TEST_SUITE_P(Chips, FreshnessTest, testing::ValuesIn(models), nameOf);
+INSTANTIATE_TEST_SUITE_P(Chips, PropertiesTest, testing::ValuesIn(models), modelOf);
+INSTANTIATE_TEST_SUITE_P(Chips, FreshnessTest, testing::ValuesIn(models), modelOf);
 
 } // namespace
 
