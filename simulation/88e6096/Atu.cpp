@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 #include "simulation/88e6096/Registers.hpp"
 #include "simulation/VirtualClock.hpp"
@@ -23,6 +24,7 @@ constexpr Field toPort{"ToPort", 11, 8};
 /// Who is to blame for a violation when it was no frame.
 constexpr unsigned noPort = 0xF;
 
+constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
 constexpr unsigned macBits = 48;
 constexpr unsigned groupBit = 40;
@@ -89,6 +91,7 @@ void Atu::load() {
         return;
     }
     put(key, data);
+    _fullUntil = 0; // it may have any age
 }
 
 void Atu::put(Key key, std::uint32_t data) {
@@ -174,6 +177,7 @@ void Atu::followAgeTime() {
     if (ageTime == _ageTime) {
         return;
     }
+    _fullUntil = 0;
     dropAged();
     for (auto& [key, entry] : _entries) {
         entry = {aged(key, entry), now()};
@@ -185,22 +189,35 @@ void Atu::followAgeTime() {
 
 void Atu::clear() {
     _entries.clear();
+    _fullUntil = 0;
     _violation.reset();
 }
 
+// Frames only make entries younger: what a look at all of them has found holds until the first is gone.
 bool Atu::isFull() const {
-    return _entries.size() >= capacity &&
-           std::all_of(_entries.begin(), _entries.end(),
-                       [this](auto const& entry) { return aged(entry.first, entry.second) != 0; });
+    if (_entries.size() < capacity) {
+        return false;
+    }
+    if (now() >= _fullUntil) {
+        _fullUntil = never;
+        for (auto const& [key, entry] : _entries) {
+            _fullUntil = std::min(_fullUntil, goneAt(key, entry));
+        }
+    }
+    return now() < _fullUntil;
+}
+
+std::uint64_t Atu::goneAt(Key key, Entry const& entry) const {
+    bool const ages = _stepNanoseconds != 0 && !isStatic(key, entry.data);
+    return ages ? entry.since + entryState.get(entry.data) * _stepNanoseconds : never;
 }
 
 std::uint32_t Atu::aged(Key key, Entry const& entry) const {
-    if (_stepNanoseconds == 0 || isStatic(key, entry.data)) {
+    std::uint64_t const end = goneAt(key, entry);
+    if (end == never) {
         return entry.data;
     }
-    unsigned const age = entryState.get(entry.data);
-    std::uint64_t const steps = (now() - entry.since) / _stepNanoseconds;
-    return steps >= age ? 0 : entry.data - entryState.placed(steps);
+    return now() >= end ? 0 : entry.data - entryState.placed((now() - entry.since) / _stepNanoseconds);
 }
 
 void Atu::dropAged() {

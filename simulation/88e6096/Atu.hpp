@@ -67,6 +67,8 @@ private:
     void flushOrMove(bool staticsToo, bool allFids);
     void fetchViolation();
     bool isFull() const;
+    /// When the entry is too old to be one.
+    std::uint64_t goneAt(Key key, Entry const& entry) const;
     /// The entry's data with the age that it has by now; 0 when it is gone.
     std::uint32_t aged(Key key, Entry const& entry) const;
     void dropAged();
@@ -75,6 +77,8 @@ private:
     Context& _context;
     std::map<Key, Entry> _entries;
     std::optional<Violation> _violation;
+    /// Until then nothing in a full table gets too old; 0 when that is not known.
+    mutable std::uint64_t _fullUntil = 0;
     unsigned _ageTime = 0;
     /// In which an entry gets older by one; 0 when none does.
     std::uint64_t _stepNanoseconds = 0;

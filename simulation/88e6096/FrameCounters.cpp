@@ -1,7 +1,5 @@
 #include "simulation/88e6096/FrameCounters.hpp"
 
-#include "simulation/88e6096/Registers.hpp"
-
 namespace simulation::marvell {
 
 namespace {

@@ -15,7 +15,8 @@ namespace simulation::marvell {
 /// way. Nothing changes by it; what the frame would leave behind in tables and counters is noted.
 ///
 /// Not modelled, and without a part in the decision: monitors, ARP mirror, IGMP snooping, priorities and
-/// queues, rates, PreventLoops, cross-chip tables, and entries of the ATU for management.
+/// queues, rates, PreventLoops, cross-chip tables, entries of the ATU for management, and the violations that
+/// the chip notes of senders that a locked port does not know or that are known elsewhere.
 class Passage {
 public:
     /// What the MAC makes of a frame.

@@ -225,7 +225,9 @@ namespace statistics {
 enum Counter : unsigned {
     inGoodOctets = 0x00,
     inBadOctets = 0x02,
+    outFcsError = 0x03,
     inUnicast = 0x04,
+    deferred = 0x05,
     inBroadcast = 0x06,
     inMulticast = 0x07,
     octets64 = 0x08,
@@ -236,14 +238,21 @@ enum Counter : unsigned {
     octets1024 = 0x0D,
     outOctets = 0x0E,
     outUnicast = 0x10,
+    excessive = 0x11,
     outMulticast = 0x12,
     outBroadcast = 0x13,
+    single = 0x14,
+    outPause = 0x15,
     inPause = 0x16,
+    multiple = 0x17,
     inUndersize = 0x18,
     inFragments = 0x19,
     inOversize = 0x1A,
     inJabber = 0x1B,
+    inRxError = 0x1C,
     inFcsError = 0x1D,
+    collisions = 0x1E,
+    late = 0x1F,
 };
 enum Operation : unsigned { flushAll = 1, flushPort = 2, readCounter = 4, capturePort = 5 };
 constexpr Field histogramMode{"HistogramMode", 11, 10};

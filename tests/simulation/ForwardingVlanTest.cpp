@@ -236,6 +236,26 @@ TEST_F(ForwardingVlanTest, M9AFullTableLearnsNoMore) {
     EXPECT_TRUE(receive(3, untagged()).learnt) << "what is too old makes room";
 }
 
+TEST_F(ForwardingVlanTest, M9AFullTableGetsRoomByTimeByAgeTimeAndByCommands) {
+    std::uint64_t const second = 1'000'000'000;
+    write(global1, 0x0A, 7 << 4);
+    for (unsigned number = 0; number < 8192; ++number) {
+        receive(2, untagged(broadcast, 0x020000010000 + number));
+    }
+    addAddress(0, 0x020000010000, 0); // gone
+    EXPECT_TRUE(receive(3, untagged(broadcast, 0x020000020000)).learnt);
+    EXPECT_FALSE(receive(3, untagged(broadcast, 0x020000020001)).learnt);
+    addAddress(0, 0x020000010001, 0x0041); // the oldest age
+    EXPECT_FALSE(receive(3, untagged(broadcast, 0x020000020001)).learnt);
+    _board->getClock().advanceNanoseconds(16 * second);
+    EXPECT_TRUE(receive(3, untagged(broadcast, 0x020000020001)).learnt);
+    EXPECT_FALSE(receive(3, untagged(broadcast, 0x020000020002)).learnt);
+    write(global1, 0x0A, 1 << 4);
+    EXPECT_FALSE(receive(3, untagged(broadcast, 0x020000020002)).learnt);
+    _board->getClock().advanceNanoseconds(16 * second);
+    EXPECT_TRUE(receive(3, untagged(broadcast, 0x020000020002)).learnt);
+}
+
 TEST_F(ForwardingVlanTest, M10OnlyForwardingPortsLetFramesIn) {
     for (unsigned state : {1U, 2U, 3U}) {
         setState(2, state);

@@ -13,7 +13,8 @@ using Frame = Frames::Frame;
 std::string tagsOf(Frame frame) {
     std::vector<std::string> tags;
     for (; frame.getTag(); frame = frame.withTagPopped()) {
-        tags.push_back(fmt::format("{}.{}", frame.getTag()->vid, frame.getTag()->priority));
+        auto const tag = *frame.getTag();
+        tags.push_back(fmt::format("{}.{}{}", tag.vid, tag.priority, tag.dropEligible ? "d" : ""));
     }
     return fmt::format("{}", fmt::join(tags, "+"));
 }

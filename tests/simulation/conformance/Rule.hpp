@@ -46,9 +46,9 @@ template <typename Step> std::string nameOf(testing::TestParamInfo<Rule<Step>> c
 }
 
 /// The VLAN, and the copies by port: `r` as received, `u` untagged, `t` tagged, `a` with a tag added; then
-/// the tags of one that has another number of them, or others, than it came with, each VID.priority. Or who
-/// had the last say: "VLAN 5: 2r 3u 4t5.0", "VLAN 1: dropped by M10". A `!` is a copy that is not what its
-/// form says.
+/// the tags of one that has another number of them, or others, than it came with, each VID.priority, with a d
+/// when it may be dropped. Or who had the last say: "VLAN 5: 2r 3u 4t5.0", "VLAN 1: dropped by M10". A `!` is
+/// a copy that is not what its form says.
 std::string outcomeOf(simulation::Decision const& decision, Frames::Frame const& received);
 
 } // namespace simulation_test

@@ -33,17 +33,19 @@ TEST_P(Vsc7390CountsTest, Frame) {
 
 // In and out: 50 and 51 octets, 52 and 57 packets, 53 and 58 of them to groups and broadcast. In: 54 errors,
 // 55 drops. Port 2 alone gets the frames.
-Step const toPort2 = analyser(0x81, 0x00000004);
+Step toPort2() {
+    return analyser(0x81, 0x00000004);
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Good, Vsc7390CountsTest,
-    testing::Values(rule("V12", "unicast", {toPort2}, untagged(), "1/50+64 1/52+1 2/51+64 2/57+1"),
-                    rule("V12", "group", {toPort2}, untagged(group),
+    testing::Values(rule("V12", "unicast", {toPort2()}, untagged(), "1/50+64 1/52+1 2/51+64 2/57+1"),
+                    rule("V12", "group", {toPort2()}, untagged(group),
                          "1/50+64 1/52+1 1/53+1 2/51+64 2/57+1 2/58+1"),
-                    rule("V12", "broadcast", {toPort2}, untagged(broadcast),
+                    rule("V12", "broadcast", {toPort2()}, untagged(broadcast),
                          "1/50+64 1/52+1 1/53+1 2/51+64 2/57+1 2/58+1"),
-                    rule("V12", "a tag less", {toPort2}, tagged(5), "1/50+68 1/52+1 2/51+64 2/57+1"),
-                    rule("V12", "a tag more", {toPort2, port(2, 0x24, 0x0001)}, untagged(),
+                    rule("V12", "a tag less", {toPort2()}, tagged(5), "1/50+68 1/52+1 2/51+64 2/57+1"),
+                    rule("V12", "a tag more", {toPort2(), port(2, 0x24, 0x0001)}, untagged(),
                          "1/50+64 1/52+1 2/51+68 2/57+1"),
                     rule("V12", "two ports", {analyser(0x81, 0x0000000C)}, untagged(),
                          "1/50+64 1/52+1 2/51+64 2/57+1 3/51+64 3/57+1"),

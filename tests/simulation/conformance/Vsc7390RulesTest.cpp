@@ -65,17 +65,18 @@ INSTANTIATE_TEST_SUITE_P(
 // Port 6E: 4 FWD_CTRL, 3 FWD_PAUSE.
 INSTANTIATE_TEST_SUITE_P(
     Reserved, Vsc7390RulesTest,
-    testing::Values(rule("V3", "pause", {}, pause(), "dropped by V3"),
-                    rule("V3", "pause, FWD_PAUSE", {port(1, 0x6E, 0x08)}, pause(), flooded),
-                    rule("V3", "pause, FWD_CTRL", {port(1, 0x6E, 0x10)}, pause(), "dropped by V3"),
-                    rule("V3", "MAC control", {}, control(stationB), "dropped by V3"),
-                    rule("V3", "MAC control, FWD_CTRL", {port(1, 0x6E, 0x10)}, control(stationB), flooded),
-                    rule("V3", "MAC control, FWD_PAUSE", {port(1, 0x6E, 0x08)}, control(stationB),
-                         "dropped by V3"),
-                    rule("V3", "to bridges, 0", {}, untagged(bridges), "dropped by V3"),
-                    rule("V3", "to bridges, F", {}, untagged(0x0180C200000F), "dropped by V3"),
-                    rule("V3", "to bridges, 10", {}, untagged(0x0180C2000010), flooded),
-                    rule("V3", "to GARP", {}, untagged(0x0180C2000021), flooded)),
+    testing::Values(
+        rule("V3", "pause", {}, pause(), "dropped by V3"),
+        rule("V3", "pause, FWD_PAUSE", {port(1, 0x6E, 0x08)}, pause(), flooded),
+        rule("V3", "pause, FWD_CTRL", {port(1, 0x6E, 0x10)}, pause(), "dropped by V3"),
+        rule("V3", "MAC control", {}, control(stationB), "dropped by V3"),
+        rule("V3", "MAC control, FWD_CTRL", {port(1, 0x6E, 0x10)}, control(stationB), flooded),
+        rule("V3", "MAC control, FWD_PAUSE", {port(1, 0x6E, 0x08)}, control(stationB), "dropped by V3"),
+        rule("V3", "MAC control behind a tag", {}, Frames::tagged(control(stationB), 5), flooded5),
+        rule("V3", "to bridges, 0", {}, untagged(bridges), "dropped by V3"),
+        rule("V3", "to bridges, F", {}, untagged(0x0180C200000F), "dropped by V3"),
+        rule("V3", "to bridges, 10", {}, untagged(0x0180C2000010), flooded),
+        rule("V3", "to GARP", {}, untagged(0x0180C2000021), flooded)),
     nameOf<Step>);
 
 // Port 6E: 6 DROP_MC_SMAC, 2 UNTAGGED_ENA, 1 TAGGED_ENA, 0 NULL_MAC.
@@ -267,7 +268,7 @@ INSTANTIATE_TEST_SUITE_P(
              "VLAN 1: dropped by V11; learnt 111/1 to 1")),
     nameOf<Step>);
 
-// Port 24: 15:4 UNTAGGED_VID, 3 UNTAGGED_VID_ENA, 0 INSERT_TAG. Port 7A: 14:12 priority.
+// Port 24: 15:4 UNTAGGED_VID, 3 UNTAGGED_VID_ENA, 0 INSERT_TAG. Port 7A: 15 CFI, 14:12 priority.
 INSTANTIATE_TEST_SUITE_P(
     Form, Vsc7390RulesTest,
     testing::Values(
@@ -277,6 +278,13 @@ INSTANTIATE_TEST_SUITE_P(
              untagged(), "VLAN 1: 2t1.3 3u 4u; learnt 111/1 to 1"),
         rule("V12", "INSERT_TAG, tag with priority", {port(2, 0x24, 0x0001), port(1, 0x7A, 0x3001)},
              tagged(5, 6), "VLAN 5: 2t5.6 3u; learnt 151/5 to 1"),
+        rule("V12", "INSERT_TAG, tag that may be dropped", {port(2, 0x24, 0x0001)},
+             untagged().withTagPushed({5, 1, true}), "VLAN 5: 2t5.1d 3u; learnt 151/5 to 1"),
+        rule("V12", "INSERT_TAG, CFI of the port", {port(2, 0x24, 0x0001), port(1, 0x7A, 0xB001)}, untagged(),
+             "VLAN 1: 2t1.3d 3u 4u; learnt 111/1 to 1"),
+        rule("V12", "INSERT_TAG, TCI_IGNORE, priority of the port",
+             {port(2, 0x24, 0x0001), port(1, 0x7A, 0x3001), port(1, 0x79, 0x0100)}, tagged(77, 6),
+             "VLAN 1: 2t1.3 3u 4u; learnt 111/1 to 1"),
         rule("V12", "INSERT_TAG, VID 0 with priority", {port(2, 0x24, 0x0001), port(1, 0x7A, 0x3001)},
              tagged(0, 6), "VLAN 1: 2t1.6 3u 4u; learnt 111/1 to 1"),
         rule("V12", "INSERT_TAG, KEEP_TAG", {port(2, 0x24, 0x0001), port(1, 0x79, 0x0080)}, tagged(5, 6),

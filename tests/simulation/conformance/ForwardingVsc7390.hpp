@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tests/simulation/conformance/ForwardingChip.hpp"
+
+namespace simulation_test {
+
+class ForwardingVsc7390 : public ForwardingChip {
+public:
+    ForwardingVsc7390();
+
+    Writes contents(Chance& chance) const override;
+    Writes command(Chance& chance) const override;
+    std::vector<std::string> deciding() const override;
+    void forget() override;
+    bool mayReturn(unsigned port) override;
+    bool isOn(unsigned port) override;
+    std::uint32_t received(unsigned port) override;
+    std::uint32_t sent(unsigned port) override;
+    std::uint32_t octetsSent(unsigned port) override;
+};
+
+} // namespace simulation_test
