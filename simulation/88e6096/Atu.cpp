@@ -104,15 +104,17 @@ void Atu::put(Key key, std::uint32_t data) {
 void Atu::next() {
     Key const key = stagedKey();
     unsigned const fid = fidOf(key);
-    auto found =
-        (key & highestMac) == highestMac ? _entries.lower_bound(keyOf(fid, 0)) : _entries.upper_bound(key);
-    while (found != _entries.end() && fidOf(found->first) == fid) {
-        if (std::uint32_t const data = aged(found->first, found->second)) {
-            return stage(found->first, data);
+    Key const lowest = (key & highestMac) == highestMac ? keyOf(fid, 0) : key + 1;
+    Key nearest = keyOf(fid, highestMac) + 1;
+    std::uint32_t found = 0;
+    for (auto const& [candidate, entry] : _entries) {
+        std::uint32_t const data = lowest <= candidate && candidate < nearest ? aged(candidate, entry) : 0;
+        if (data != 0) {
+            nearest = candidate;
+            found = data;
         }
-        ++found;
     }
-    stage(highestMac, 0);
+    stage(found != 0 ? nearest : highestMac, found);
 }
 
 void Atu::stage(Key key, std::uint32_t data) {
@@ -154,18 +156,25 @@ std::uint32_t Atu::find(unsigned fid, std::uint64_t address) const {
 }
 
 Atu::Learning Atu::tryLearning(unsigned fid, std::uint64_t address) const {
-    auto const found = _entries.find(keyOf(fid, address));
+    return judge(_entries.find(keyOf(fid, address)));
+}
+
+Atu::Learning Atu::judge(Entries::const_iterator found) const {
     if (found != _entries.end()) {
-        return isStatic(address, found->second.data) ? Learning::isStatic : Learning::learned;
+        return isStatic(found->first, found->second.data) ? Learning::isStatic : Learning::learned;
     }
     return isFull() ? Learning::full : Learning::learned;
 }
 
 // The first violation stays until it is fetched: the chip has room for one.
 Atu::Learning Atu::learn(unsigned fid, std::uint64_t address, std::uint32_t ports, unsigned source) {
-    Learning const outcome = tryLearning(fid, address);
-    if (outcome == Learning::learned) {
-        put(keyOf(fid, address), ports | entryState.placed(newest));
+    auto const found = _entries.find(keyOf(fid, address));
+    Learning const outcome = judge(found);
+    std::uint32_t const data = ports | entryState.placed(newest);
+    if (outcome == Learning::learned && found != _entries.end()) {
+        found->second = {data, now()};
+    } else if (outcome == Learning::learned) {
+        put(keyOf(fid, address), data);
     } else if (outcome == Learning::full && !_violation) {
         _violation = Violation{keyOf(fid, address), source};
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
+#include <unordered_map>
 
 #include "simulation/88e6096/CommandUnit.hpp"
 
@@ -53,6 +53,14 @@ private:
         std::uint64_t since;
     };
 
+    /// All bits count for the place of an address, as makers number theirs in a row.
+    struct Spread {
+        std::size_t operator()(Key key) const {
+            return static_cast<std::size_t>(key * 0x9E3779B97F4A7C15 >> 16);
+        }
+    };
+    using Entries = std::unordered_map<Key, Entry, Spread>;
+
     struct Violation {
         Key key;
         unsigned source;
@@ -66,6 +74,7 @@ private:
     void stage(Key key, std::uint32_t data);
     void flushOrMove(bool staticsToo, bool allFids);
     void fetchViolation();
+    Learning judge(Entries::const_iterator found) const;
     bool isFull() const;
     /// When the entry is too old to be one.
     std::uint64_t goneAt(Key key, Entry const& entry) const;
@@ -75,7 +84,7 @@ private:
     std::uint64_t now() const { return _context.services.clock.getNanoseconds(); }
 
     Context& _context;
-    std::map<Key, Entry> _entries;
+    Entries _entries;
     std::optional<Violation> _violation;
     /// Until then nothing in a full table gets too old; 0 when that is not known.
     mutable std::uint64_t _fullUntil = 0;

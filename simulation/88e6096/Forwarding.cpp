@@ -19,7 +19,12 @@ Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
 }
 
 Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
-    return std::move(follow(port, frame).getDecision());
+    Passage passage = follow(port, frame);
+    if (auto const& learning = passage.getLearning()) {
+        passage.getDecision().learnt =
+            _global1.getAtu().tryLearning(learning->fid, learning->address) == Atu::Learning::learned;
+    }
+    return std::move(passage.getDecision());
 }
 
 Passage Forwarding::follow(unsigned port, EthernetFrame const& frame) const {
@@ -35,12 +40,13 @@ void Forwarding::leaveTraces(unsigned port, EthernetFrame const& frame, Passage&
         _counters.countInFiltered(port);
     }
     _counters.countOutFiltered(passage.getFilteredAtEgress());
-    Decision const& decision = passage.getDecision();
+    Decision& decision = passage.getDecision();
     if (auto const& violation = passage.getViolation()) {
         _global1.getVtu().noteViolation(decision.vid.value_or(0), port, *violation);
     }
     if (auto const& learning = passage.getLearning()) {
-        _global1.getAtu().learn(learning->fid, learning->address, learning->ports, port);
+        decision.learnt = _global1.getAtu().learn(learning->fid, learning->address, learning->ports, port) ==
+                          Atu::Learning::learned;
     }
     for (Decision::Egress const& copy : decision.egress) {
         _counters.countSent(copy.port, copy.frame);

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <bitset>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "simulation/88e6096/Registers.hpp"
@@ -26,16 +28,21 @@ constexpr unsigned trunkHashes = 8;
 /// By the codes of PortState.
 constexpr char const* stateNames[] = {"disabled", "blocking", "learning", "forwarding"};
 
+/// The ports of a mask that suit.
+template <typename Suits> std::uint32_t keep(std::uint32_t ports, Suits const& suits) {
+    for (unsigned port = 0; ports >> port != 0; ++port) {
+        if ((ports & bit(port)) != 0 && !suits(port)) {
+            ports &= ~bit(port);
+        }
+    }
+    return ports;
+}
+
 bool isRegular(PortSettings const& settings) {
     return settings.frameMode == normalFrames && !settings.hasHeader;
 }
 
 } // namespace
-
-struct Passage::Rule {
-    char const* number;
-    bool (Passage::*goesOn)();
-};
 
 Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Options const& options,
                  unsigned ingress, EthernetFrame const& frame)
@@ -50,20 +57,18 @@ Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Optio
       _class(frame.getDestinationClass()) {}
 
 void Passage::run() {
+    static constexpr std::string_view numbers[] = {"M1", "M2", "M3",  "M4",  "M5",  "M6",  "M7",
+                                                   "M8", "M9", "M10", "M11", "M12", "M13", "M14"};
+    using Rule = bool (Passage::*)();
     static constexpr Rule rules[] = {
-        {"M1", &Passage::link},       {"M2", &Passage::mac},          {"M3", &Passage::portState},
-        {"M4", &Passage::frameMode},  {"M5", &Passage::tag},          {"M6", &Passage::management},
-        {"M7", &Passage::vlan},       {"M8", &Passage::database},     {"M9", &Passage::learn},
-        {"M10", &Passage::vlanState}, {"M11", &Passage::destination}, {"M12", &Passage::masks},
-        {"M13", &Passage::egress},    {"M14", &Passage::form},
-    };
-    _decision.rules.reserve(std::size(rules));
-    for (Rule const& rule : rules) {
-        _decision.rules.emplace_back(rule.number);
-        if (!(this->*rule.goesOn)()) {
-            return;
-        }
+        &Passage::link,        &Passage::mac,   &Passage::portState, &Passage::frameMode, &Passage::tag,
+        &Passage::management,  &Passage::vlan,  &Passage::database,  &Passage::learn,     &Passage::vlanState,
+        &Passage::destination, &Passage::masks, &Passage::egress,    &Passage::form};
+    static_assert(std::size(numbers) == std::size(rules));
+    std::size_t asked = 0;
+    while (asked < std::size(rules) && (this->*rules[asked++])()) {
     }
+    _decision.rules = {numbers, asked};
 }
 
 bool Passage::link() {
@@ -214,7 +219,6 @@ bool Passage::learn() {
                                     : atu::portVector.placed(_settings.associationVector);
     if (isOpen && !_frame.hasGroupSource() && _settings.associationVector != 0 && !_settings.isLocked) {
         _learning = Learning{_fid, _frame.getSource(), ports};
-        _decision.learnt = _atu.tryLearning(_fid, _frame.getSource()) == Atu::Learning::learned;
     }
     return true;
 }
@@ -254,7 +258,7 @@ bool Passage::masks() {
         return false;
     }
     if (!isTunnelled) {
-        std::uint32_t const allowed = members();
+        std::uint32_t const allowed = membersOf(_ports);
         _filteredAtEgress = _isHit && _entry != nullptr ? _ports & ~allowed : 0;
         if (!limit(allowed, "the members of the VLAN")) {
             return false;
@@ -269,16 +273,13 @@ bool Passage::limit(std::uint32_t ports, char const* what) {
     return _ports != 0 || drop(fmt::format("{} of port {} left no port", what, _ingress));
 }
 
-// All ports when no VLAN of the VTU says otherwise.
-std::uint32_t Passage::members() const {
-    std::uint32_t ports = 0;
-    for (unsigned port = 0; port < Snapshot::numberOfPorts; ++port) {
+// All of them when no VLAN of the VTU says otherwise.
+std::uint32_t Passage::membersOf(std::uint32_t ports) const {
+    return keep(ports, [this](unsigned port) {
         bool const isOpen = _options.egressCheck == Options::EgressCheck::none ||
                             _snapshot.port(port).mode8021Q < port::check;
-        bool const isMember = _entry == nullptr ? isOpen : _entry->memberTags[port] != vtu::notMember;
-        ports |= isMember ? bit(port) : 0;
-    }
-    return ports;
+        return _entry == nullptr ? isOpen : _entry->memberTags[port] != vtu::notMember;
+    });
 }
 
 // The chip's own hash, which bit 11 of the trunk masks selects, is not public: here all bytes count for it.
@@ -292,16 +293,15 @@ unsigned Passage::trunkHash() const {
 }
 
 bool Passage::egress() {
-    for (unsigned port = 0; port < Snapshot::numberOfPorts; ++port) {
-        bool const isOpen = _snapshot.port(port).hasLink && egressStateOf(port) == port::forwarding;
-        _ports &= isOpen ? ~0U : ~bit(port);
-    }
+    _ports = keep(_ports, [this](unsigned port) {
+        return _snapshot.port(port).hasLink && egressStateOf(port) == port::forwarding;
+    });
     return _ports != 0 || drop("no port that it could leave by has link and forwards");
 }
 
 bool Passage::form() {
-    _decision.egress.reserve(Snapshot::numberOfPorts);
-    for (unsigned port = 0; port < Snapshot::numberOfPorts; ++port) {
+    _decision.egress.reserve(std::bitset<Snapshot::numberOfPorts>(_ports).count());
+    for (unsigned port = 0; _ports >> port != 0; ++port) {
         if ((_ports & bit(port)) == 0) {
             continue;
         }
@@ -330,7 +330,10 @@ void Passage::send(unsigned port, Form form) {
     case Form::untagged:
         return _decision.egress.push_back({port, form, _frame.withTagPopped()});
     case Form::tagged:
-        return _decision.egress.push_back({port, form, _frame.withTag(tag)});
+        if (!_tagged) {
+            _tagged = _frame.withTag(tag);
+        }
+        return _decision.egress.push_back({port, form, *_tagged});
     case Form::tagAdded:
         return _decision.egress.push_back({port, form, _frame.withTagPushed(tag)});
     }

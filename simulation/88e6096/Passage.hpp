@@ -45,8 +45,6 @@ public:
     std::optional<Learning> const& getLearning() const { return _learning; }
 
 private:
-    struct Rule;
-
     /// \name The rules M1 to M14: whether the frame goes on
     /// @{
     bool link();
@@ -70,7 +68,7 @@ private:
     bool missVlan();
     std::uint32_t flood() const;
     bool limit(std::uint32_t ports, char const* what);
-    std::uint32_t members() const;
+    std::uint32_t membersOf(std::uint32_t ports) const;
     unsigned trunkHash() const;
     unsigned stateOf(unsigned port) const;
     unsigned egressStateOf(unsigned port) const;
@@ -97,6 +95,8 @@ private:
     bool _isHit = false;
     bool _isStaticUnicast = false;
     std::uint32_t _ports = 0;
+    /// For all ports that send it with a tag.
+    std::optional<EthernetFrame> _tagged;
 
     Decision _decision;
     Reception _reception = Reception::none;

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "simulation/network/EthernetFrame.hpp"
+#include "simulation/network/RuleNumbers.hpp"
 
 namespace simulation {
 
@@ -42,9 +42,8 @@ struct Decision {
     /// A copy goes to the chip's own processor interface, which is not one of the ports.
     bool toProcessor = false;
 
-    /// Numbers of the forwarding rules that had a say, in their order, for example "M7". Each points to
-    /// a text that stays.
-    std::vector<std::string_view> rules;
+    /// Numbers of the forwarding rules that had a say, in their order, for example "M7". The texts stay.
+    RuleNumbers rules;
 
     /// Why no port gets the frame, in words, for example "VID 77 is not in the VTU, port 3 is secure". Empty
     /// exactly when a port gets it, or the processor.

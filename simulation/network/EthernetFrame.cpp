@@ -11,8 +11,6 @@ namespace simulation {
 
 namespace {
 
-constexpr std::size_t typeOffset = 12;
-
 namespace tci {
 constexpr Field priority{"PCP", 15, 13};
 constexpr Field dropEligible{"DEI", 12};
@@ -57,11 +55,8 @@ EthernetFrame EthernetFrame::make(Address destination, Address source, unsigned 
     return EthernetFrame(std::move(bytes));
 }
 
-EthernetFrame::DestinationClass EthernetFrame::getDestinationClass() const {
+EthernetFrame::DestinationClass EthernetFrame::getGroupClass() const {
     Address const destination = getDestination();
-    if (!isGroup(destination)) {
-        return DestinationClass::unicast;
-    }
     if (destination == broadcastAddress) {
         return DestinationClass::broadcast;
     }
@@ -81,12 +76,9 @@ unsigned EthernetFrame::getEtherType() const {
     return type == tagProtocol ? getWord(typeOffset + tagLength) : type;
 }
 
-std::optional<EthernetFrame::Tag> EthernetFrame::getTag() const {
-    if (getWord(typeOffset) != tagProtocol) {
-        return std::nullopt;
-    }
-    unsigned const word = getWord(typeOffset + 2);
-    return Tag{tci::vid.get(word), tci::priority.get(word), tci::dropEligible.isSet(word)};
+EthernetFrame::Tag EthernetFrame::getTagAt(std::size_t offset) const {
+    unsigned const word = getWord(offset + 2);
+    return {tci::vid.get(word), tci::priority.get(word), tci::dropEligible.isSet(word)};
 }
 
 unsigned EthernetFrame::countTags() const {
@@ -157,14 +149,6 @@ std::string EthernetFrame::format(Address address) {
         text += fmt::format("{}{:02X}", text.empty() ? "" : ":", address >> (shift - 8) & 0xFF);
     }
     return text;
-}
-
-EthernetFrame::Address EthernetFrame::getAddress(std::size_t offset) const {
-    Address address = 0;
-    for (std::size_t i = 0; i < addressLength; ++i) {
-        address = address << 8 | getByte(offset + i);
-    }
-    return address;
 }
 
 } // namespace simulation

@@ -76,13 +76,17 @@ public:
     Address getDestination() const { return getAddress(0); }
     Address getSource() const { return getAddress(addressLength); }
     bool hasGroupSource() const { return isGroup(getSource()); }
-    DestinationClass getDestinationClass() const;
+    DestinationClass getDestinationClass() const {
+        return isGroup(getDestination()) ? getGroupClass() : DestinationClass::unicast;
+    }
 
     /// What follows the addresses and the outer tag, if there is one. Behind two tags: 8100.
     unsigned getEtherType() const;
 
     /// The outer tag.
-    std::optional<Tag> getTag() const;
+    std::optional<Tag> getTag() const {
+        return getWord(typeOffset) == tagProtocol ? std::optional<Tag>(getTagAt(typeOffset)) : std::nullopt;
+    }
     /// Tags with the protocol 8100, one behind the other.
     unsigned countTags() const;
 
@@ -112,12 +116,21 @@ public:
 
 private:
     static constexpr std::size_t addressLength = 6;
+    static constexpr std::size_t typeOffset = 2 * addressLength;
 
-    Address getAddress(std::size_t offset) const;
-    std::uint8_t getByte(std::size_t offset) const { return offset < _bytes->size() ? (*_bytes)[offset] : 0; }
-    unsigned getWord(std::size_t offset) const {
-        return unsigned{getByte(offset)} << 8 | unsigned{getByte(offset + 1)};
+    DestinationClass getGroupClass() const;
+    Tag getTagAt(std::size_t offset) const;
+    Address getAddress(std::size_t offset) const {
+        return Address{getWord(offset)} << 32 | Address{getWord(offset + 2)} << 16 | getWord(offset + 4);
     }
+    unsigned getWord(std::size_t offset) const {
+        if (offset + 1 >= _bytes->size()) {
+            return unsigned{getByte(offset)} << 8;
+        }
+        std::uint8_t const* const bytes = _bytes->data() + offset;
+        return unsigned{bytes[0]} << 8 | unsigned{bytes[1]};
+    }
+    std::uint8_t getByte(std::size_t offset) const { return offset < _bytes->size() ? (*_bytes)[offset] : 0; }
 
     std::shared_ptr<Bytes const> _bytes;
     Fcs _fcs;

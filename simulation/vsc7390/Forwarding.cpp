@@ -13,9 +13,7 @@ Forwarding::Forwarding(Context const& context, Analyser& analyser, std::deque<Po
 Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
     Passage passage = pass(port, frame);
     countIn(passage);
-    if (passage.decision.learnt) {
-        learn(passage);
-    }
+    passage.decision.learnt = passage.isToLearn && learn(passage);
     for (Decision::Egress const& copy : passage.decision.egress) {
         countOut(copy);
     }
@@ -23,7 +21,10 @@ Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
 }
 
 Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
-    return pass(port, frame).decision;
+    Passage passage = pass(port, frame);
+    passage.decision.learnt =
+        passage.isToLearn && _analyser.getMacTable().canLearn(frame.getSource(), passage.classified.vid);
+    return std::move(passage.decision);
 }
 
 bool Forwarding::doHasLink(unsigned port) const {
@@ -41,12 +42,12 @@ Passage Forwarding::pass(unsigned port, EthernetFrame const& frame) const {
     return passage;
 }
 
-void Forwarding::learn(Passage const& passage) {
+bool Forwarding::learn(Passage const& passage) {
     Vsc7390TestSide::MacEntry entry;
     entry.mac = passage.frame.getSource();
     entry.vid = passage.classified.vid;
     entry.destination = passage.ingress;
-    _analyser.getMacTable().insert(MacEntry(entry), MacTable::LockedSame::kept);
+    return _analyser.getMacTable().insert(MacEntry(entry), MacTable::LockedSame::kept);
 }
 
 void Forwarding::countIn(Passage const& passage) {

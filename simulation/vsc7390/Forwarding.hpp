@@ -47,7 +47,7 @@ private:
     unsigned doGetMegabits(unsigned port) const override;
 
     Passage pass(unsigned port, EthernetFrame const& frame) const;
-    void learn(Passage const& passage);
+    bool learn(Passage const& passage);
     void countIn(Passage const& passage);
     void countOut(Decision::Egress const& copy);
 

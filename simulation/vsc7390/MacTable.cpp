@@ -122,8 +122,7 @@ MacEntry const& MacTable::at(unsigned row, unsigned bucket) const {
 }
 
 bool MacTable::insert(MacEntry const& entry, LockedSame locked) {
-    Vsc7390TestSide::MacEntry const key = entry.decode();
-    MacEntry* const bucket = bucketFor(_rows[rowOf(key.mac, key.vid)], entry, locked);
+    MacEntry* const bucket = bucketFor(entry.decode(), locked);
     if (bucket != nullptr) {
         *bucket = entry;
     }
@@ -138,8 +137,8 @@ bool MacTable::canLearn(std::uint64_t address, unsigned vid) const {
     return std::any_of(row.begin(), row.end(), [](MacEntry const& entry) { return !entry.isLocked(); });
 }
 
-MacEntry* MacTable::bucketFor(Row& row, MacEntry const& entry, LockedSame locked) {
-    Vsc7390TestSide::MacEntry const key = entry.decode();
+MacEntry* MacTable::bucketFor(Vsc7390TestSide::MacEntry const& key, LockedSame locked) {
+    Row& row = _rows[rowOf(key.mac, key.vid)];
     auto const pick = [&row](auto const& suits) -> MacEntry* {
         auto const found = std::find_if(row.begin(), row.end(), suits);
         return found == row.end() ? nullptr : &*found;
@@ -179,6 +178,9 @@ MacEntry const* MacTable::find(std::uint64_t address, unsigned vid) const {
 }
 
 MacEntry const* MacTable::findGroup(std::uint64_t address, unsigned vid) const {
+    if (!MacEntry::isIpGroup(address)) {
+        return nullptr;
+    }
     for (MacEntry const& entry : _rows[rowOf(address, vid)]) {
         if (entry.isGroupOf(address, vid, _context.options.multicastMatch)) {
             return &entry;

@@ -52,7 +52,7 @@ private:
     void writeIndexed(std::uint32_t word);
     MacEntry& indexed();
     MacEntry staged(std::uint32_t word) const;
-    MacEntry* bucketFor(Row& row, MacEntry const& entry, LockedSame locked);
+    MacEntry* bucketFor(Vsc7390TestSide::MacEntry const& key, LockedSame locked);
     MacEntry* nextInTurn(Row& row);
 
     unsigned _turn = 0;

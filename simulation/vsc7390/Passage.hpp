@@ -35,6 +35,8 @@ struct Passage {
     bool isDropped = false;
     /// Not a frame of its VLAN.
     bool isIntruder = false;
+    /// The MAC table is to have its source.
+    bool isToLearn = false;
 
     /// VLAN and priority that the frame has got.
     EthernetFrame::Tag classified;

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <bitset>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "simulation/vsc7390/Registers.hpp"
@@ -43,33 +45,31 @@ bool isTagged(Passage const& passage) {
 
 } // namespace
 
-Rules::NumberedRule const Rules::numbered[] = {
-    {"V1", &Rules::meetReceiver},
-    {"V2", &Rules::meetLengthAndFcs},
-    {"V3", &Rules::meetReservedAddresses},
-    {"V4", &Rules::meetClassifierDrops},
-    {"V5", &Rules::classify},
-    {"V6", &Rules::meetReceiveMask},
-    {"V7", &Rules::meetIngressCheck},
-    {"V8", &Rules::learn},
-    {"V9", &Rules::findDestination},
-    {"V10", &Rules::meetMasks},
-    {"V11", &Rules::meetSenders},
-    {"V12", &Rules::giveForms},
-};
-
 Rules::Rules(Context const& context, Snapshot const& snapshot, Analyser const& analyser)
     : _context(context), _snapshot(snapshot), _analyser(analyser) {}
 
 void Rules::apply(Passage& passage) const {
     Decision& decision = passage.decision;
-    decision.rules.reserve(std::size(numbered));
-    for (NumberedRule const& step : numbered) {
-        decision.rules.emplace_back(step.number);
-        if (!(this->*step.rule)(passage)) {
-            break;
-        }
+    static constexpr std::string_view numbers[] = {"V1", "V2", "V3", "V4",  "V5",  "V6",
+                                                   "V7", "V8", "V9", "V10", "V11", "V12"};
+    using Rule = bool (Rules::*)(Passage&) const;
+    static constexpr Rule rules[] = {&Rules::meetReceiver,
+                                     &Rules::meetLengthAndFcs,
+                                     &Rules::meetReservedAddresses,
+                                     &Rules::meetClassifierDrops,
+                                     &Rules::classify,
+                                     &Rules::meetReceiveMask,
+                                     &Rules::meetIngressCheck,
+                                     &Rules::learn,
+                                     &Rules::findDestination,
+                                     &Rules::meetMasks,
+                                     &Rules::meetSenders,
+                                     &Rules::giveForms};
+    static_assert(std::size(numbers) == std::size(rules));
+    std::size_t asked = 0;
+    while (asked < std::size(rules) && (this->*rules[asked++])(passage)) {
     }
+    decision.rules = {numbers, asked};
     if (!decision.isDropped()) {
         decision.dropReason.clear();
     }
@@ -184,18 +184,17 @@ bool Rules::meetIngressCheck(Passage& passage) const {
     return true;
 }
 
-// V8: the source is learnt.
+// V8: the source is learnt where the table has room.
 bool Rules::learn(Passage& passage) const {
-    passage.decision.learnt = isLearnt(passage);
+    passage.isToLearn = isToLearn(passage);
     return !passage.isDropped;
 }
 
-bool Rules::isLearnt(Passage const& passage) const {
+bool Rules::isToLearn(Passage const& passage) const {
     bool const spares = analyser::refusedNotLearnt.isSet(_snapshot.getWord(analyser::advancedLearning)) ||
                         _context.options.intruderLearning == Vsc7390Options::IntruderLearning::never;
     return hasPort(analyser::learnMask, passage.ingress) && !passage.vlan.learnDisabled &&
-           !passage.frame.hasGroupSource() && !(passage.isIntruder && spares) &&
-           _analyser.getMacTable().canLearn(passage.frame.getSource(), passage.classified.vid);
+           !passage.frame.hasGroupSource() && !(passage.isIntruder && spares);
 }
 
 // V9: where the MAC table, or the mask for what it does not have, leads.
@@ -272,7 +271,8 @@ bool Rules::giveForms(Passage& passage) const {
         (passage.receiver.ignoresTag && _context.options.ignoredTag == Vsc7390Options::IgnoredTag::stays);
     EthernetFrame const plain = keepsTag ? frame : frame.withTagPopped();
     std::optional<EthernetFrame> tagged;
-    for (unsigned port = 0; port < Vsc7390TestSide::numberOfPorts; ++port) {
+    passage.decision.egress.reserve(std::bitset<Vsc7390TestSide::numberOfPorts>(passage.ports).count());
+    for (unsigned port = 0; passage.ports >> port != 0; ++port) {
         if ((passage.ports & bit(port)) == 0) {
             continue;
         }
@@ -329,7 +329,7 @@ bool Rules::refuse(Passage& passage, std::string reason) {
     Decision& decision = passage.decision;
     decision.egress.clear();
     decision.toProcessor = false;
-    decision.learnt = false;
+    passage.isToLearn = false;
     passage.drop(reason);
     decision.notModelled = std::move(reason);
     return false;

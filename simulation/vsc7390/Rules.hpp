@@ -22,14 +22,6 @@ public:
                                  unsigned vid) const;
 
 private:
-    using Rule = bool (Rules::*)(Passage&) const;
-    struct NumberedRule {
-        char const* number;
-        Rule rule;
-    };
-
-    static NumberedRule const numbered[];
-
     /// \name The rules; each returns whether the frame goes on
     /// @{
     bool meetReceiver(Passage& passage) const;
@@ -46,7 +38,7 @@ private:
     bool giveForms(Passage& passage) const;
     /// @}
 
-    bool isLearnt(Passage const& passage) const;
+    bool isToLearn(Passage const& passage) const;
     void followEntry(Passage& passage, MacEntry const& entry) const;
     unsigned floodRegister(EthernetFrame::DestinationClass destination) const;
     unsigned aggregationCode(EthernetFrame const& frame) const;

@@ -221,7 +221,8 @@ TEST_F(SimulatedNetworkTest, ObserversSeeEachDecision) {
     _one._decide = [](unsigned, EthernetFrame const&) {
         Decision decision;
         decision.dropReason = "no";
-        decision.rules = {"X1"};
+        static constexpr std::string_view asked[] = {"X1"};
+        decision.rules = asked;
         return decision;
     };
     _network.observe([&](End const& at, EthernetFrame const& frame, Decision const& decision) {
