@@ -334,6 +334,10 @@ INSTANTIATE_TEST_SUITE_P(
                          untagged(), "VLAN 9: 2a9.7 3r 4r; learnt 0/0027"),
                     rule("M14", "a DSA port among the senders", {set(0x14, 0x04, 0x017F)}, untagged(),
                          "VLAN 1: refused by M14; learnt 0/0027"),
+                    rule("M14", "a tunnel to no member",
+                         {set(0x11, 0x08, 0x0C80), set(0x11, 0x04, 0x00FF), set(0x15, 0x04, 0x107F),
+                          address(50, stationB, 0x020E)},
+                         tagged(5), "VLAN 5: 5u; learnt 50/0027"),
                     rule("M14", "fallback, miss", {set(0x11, 0x08, 0x0480), set(0x12, 0x04, 0x107F)},
                          tagged(77), "VLAN 77: 2u 3r 4r; learnt 0/0027; VTUProb")),
     nameOf<Step>);

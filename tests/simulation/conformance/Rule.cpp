@@ -38,7 +38,7 @@ std::string copyOf(simulation::Decision::Egress const& copy, Frame const& receiv
 
 std::string outcomeOf(simulation::Decision const& decision, Frame const& received) {
     std::string const vlan = decision.vid ? fmt::format("VLAN {}: ", *decision.vid) : std::string();
-    if (decision.isRefused() || decision.isDropped()) {
+    if (decision.isDropped()) {
         return fmt::format("{}{} by {}", vlan, decision.isRefused() ? "refused" : "dropped",
                            decision.rules.back());
     }
