@@ -8,6 +8,15 @@ constexpr std::uint32_t bit(unsigned number) {
     return std::uint32_t{1} << number;
 }
 
+/// How many bits are set.
+constexpr unsigned countBits(std::uint32_t word) {
+    unsigned count = 0;
+    for (; word != 0; word &= word - 1) {
+        ++count;
+    }
+    return count;
+}
+
 /// A field of a register: its name, and its highest and lowest bit.
 struct Field {
     char const* name;

@@ -1,7 +1,5 @@
 #include "simulation/88e6096/Forwarding.hpp"
 
-#include <utility>
-
 namespace simulation::marvell {
 
 Forwarding::Forwarding(Context& context, std::deque<Port>& ports, Global1& global1, Global2 const& global2)
@@ -13,34 +11,35 @@ Forwarding::Forwarding(Context& context, std::deque<Port>& ports, Global1& globa
       _counters(global1.getStatistics(), ports) {}
 
 Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
-    Passage passage = follow(port, frame);
-    leaveTraces(port, frame, passage);
-    return std::move(passage.getDecision());
+    Decision decision;
+    leaveTraces(port, frame, follow(port, frame, decision), decision);
+    return decision;
 }
 
 Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
-    Passage passage = follow(port, frame);
+    Decision decision;
+    Passage const passage = follow(port, frame, decision);
     if (auto const& learning = passage.getLearning()) {
-        passage.getDecision().learnt =
+        decision.learnt =
             _global1.getAtu().tryLearning(learning->fid, learning->address) == Atu::Learning::learned;
     }
-    return std::move(passage.getDecision());
+    return decision;
 }
 
-Passage Forwarding::follow(unsigned port, EthernetFrame const& frame) const {
+Passage Forwarding::follow(unsigned port, EthernetFrame const& frame, Decision& decision) const {
     _snapshot.refresh();
-    Passage passage(_snapshot, _global1.getVtu(), _global1.getAtu(), _context.options, port, frame);
+    Passage passage(_snapshot, _global1.getVtu(), _global1.getAtu(), _context.options, port, frame, decision);
     passage.run();
     return passage;
 }
 
-void Forwarding::leaveTraces(unsigned port, EthernetFrame const& frame, Passage& passage) {
+void Forwarding::leaveTraces(unsigned port, EthernetFrame const& frame, Passage const& passage,
+                             Decision& decision) {
     _counters.countReceived(port, frame, passage.getReception());
     if (passage.isFilteredAtIngress()) {
         _counters.countInFiltered(port);
     }
     _counters.countOutFiltered(passage.getFilteredAtEgress());
-    Decision& decision = passage.getDecision();
     if (auto const& violation = passage.getViolation()) {
         _global1.getVtu().noteViolation(decision.vid.value_or(0), port, *violation);
     }

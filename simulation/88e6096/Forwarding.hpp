@@ -30,8 +30,8 @@ private:
     bool doHasLink(unsigned port) const override { return _ports[port].hasLink(); }
     unsigned doGetMegabits(unsigned port) const override { return _ports[port].getMegabits(); }
 
-    Passage follow(unsigned port, EthernetFrame const& frame) const;
-    void leaveTraces(unsigned port, EthernetFrame const& frame, Passage& passage);
+    Passage follow(unsigned port, EthernetFrame const& frame, Decision& decision) const;
+    void leaveTraces(unsigned port, EthernetFrame const& frame, Passage const& passage, Decision& decision);
 
     Context& _context;
     std::deque<Port> const& _ports;

@@ -13,8 +13,9 @@ unsigned sizeCounter(std::size_t octets) {
         std::size_t longest;
         Counter counter;
     };
-    for (Bin const& bin :
-         {Bin{64, octets64}, {127, octets65}, {255, octets128}, {511, octets256}, {1023, octets512}}) {
+    static constexpr Bin bins[] = {
+        {64, octets64}, {127, octets65}, {255, octets128}, {511, octets256}, {1023, octets512}};
+    for (Bin const& bin : bins) {
         if (octets <= bin.longest) {
             return bin.counter;
         }

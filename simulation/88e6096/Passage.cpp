@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <bitset>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -45,7 +43,7 @@ bool isRegular(PortSettings const& settings) {
 } // namespace
 
 Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Options const& options,
-                 unsigned ingress, EthernetFrame const& frame)
+                 unsigned ingress, EthernetFrame const& frame, Decision& decision)
     : _snapshot(snapshot),
       _vtu(vtu),
       _atu(atu),
@@ -54,21 +52,17 @@ Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Optio
       _settings(snapshot.port(ingress)),
       _frame(frame),
       _tag(frame.getTag()),
-      _class(frame.getDestinationClass()) {}
+      _class(frame.getDestinationClass()),
+      _decision(decision) {}
 
 void Passage::run() {
     static constexpr std::string_view numbers[] = {"M1", "M2", "M3",  "M4",  "M5",  "M6",  "M7",
                                                    "M8", "M9", "M10", "M11", "M12", "M13", "M14"};
-    using Rule = bool (Passage::*)();
-    static constexpr Rule rules[] = {
-        &Passage::link,        &Passage::mac,   &Passage::portState, &Passage::frameMode, &Passage::tag,
-        &Passage::management,  &Passage::vlan,  &Passage::database,  &Passage::learn,     &Passage::vlanState,
-        &Passage::destination, &Passage::masks, &Passage::egress,    &Passage::form};
-    static_assert(std::size(numbers) == std::size(rules));
-    std::size_t asked = 0;
-    while (asked < std::size(rules) && (this->*rules[asked++])()) {
-    }
-    _decision.rules = {numbers, asked};
+    _decision.rules = {numbers,
+                       askRules<&Passage::link, &Passage::mac, &Passage::portState, &Passage::frameMode,
+                                &Passage::tag, &Passage::management, &Passage::vlan, &Passage::database,
+                                &Passage::learn, &Passage::vlanState, &Passage::destination, &Passage::masks,
+                                &Passage::egress, &Passage::form>(*this)};
 }
 
 bool Passage::link() {
@@ -191,6 +185,7 @@ bool Passage::missVlan() {
 bool Passage::database() {
     _fid = _entry != nullptr ? _entry->fid : _settings.fid;
     _states = _entry != nullptr ? _vtu.findStates(_entry->sid) : nullptr;
+    _state = stateOf(_ingress);
     return true;
 }
 
@@ -213,7 +208,7 @@ unsigned Passage::egressStateOf(unsigned port) const {
 }
 
 bool Passage::learn() {
-    bool const isOpen = stateOf(_ingress) >= port::learning;
+    bool const isOpen = _state >= port::learning;
     std::uint32_t const ports = _settings.isTrunk
                                     ? atu::trunk.getMask() | atu::trunkId.placed(_settings.trunkId)
                                     : atu::portVector.placed(_settings.associationVector);
@@ -224,9 +219,8 @@ bool Passage::learn() {
 }
 
 bool Passage::vlanState() {
-    unsigned const state = stateOf(_ingress);
-    return state == port::forwarding ||
-           drop(fmt::format("port {} is {} in VLAN {}", _ingress, stateNames[state], *_decision.vid));
+    return _state == port::forwarding ||
+           drop(fmt::format("port {} is {} in VLAN {}", _ingress, stateNames[_state], *_decision.vid));
 }
 
 bool Passage::destination() {
@@ -300,7 +294,7 @@ bool Passage::egress() {
 }
 
 bool Passage::form() {
-    _decision.egress.reserve(std::bitset<Snapshot::numberOfPorts>(_ports).count());
+    _decision.egress.reserve(countBits(_ports));
     for (unsigned port = 0; _ports >> port != 0; ++port) {
         if ((_ports & bit(port)) == 0) {
             continue;

@@ -30,13 +30,13 @@ public:
     };
 
     /// All must outlive the object.
+    /// \param decision is made by run(), all but whether the source was learnt.
     Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Marvell88E6096Options const& options,
-            unsigned ingress, EthernetFrame const& frame);
+            unsigned ingress, EthernetFrame const& frame, Decision& decision);
 
     /// Once.
     void run();
 
-    Decision& getDecision() { return _decision; }
     Reception getReception() const { return _reception; }
     bool isFilteredAtIngress() const { return _isFilteredAtIngress; }
     /// Ports whose OutFiltered counts the frame, bit n for port n.
@@ -92,13 +92,15 @@ private:
     Vtu::VtuEntry const* _entry = nullptr;
     Vtu::StuEntry const* _states = nullptr;
     unsigned _fid = 0;
+    /// Of the port that it came in by, in its VLAN.
+    unsigned _state = 0;
     bool _isHit = false;
     bool _isStaticUnicast = false;
     std::uint32_t _ports = 0;
     /// For all ports that send it with a tag.
     std::optional<EthernetFrame> _tagged;
 
-    Decision _decision;
+    Decision& _decision;
     Reception _reception = Reception::none;
     bool _isFilteredAtIngress = false;
     std::uint32_t _filteredAtEgress = 0;

@@ -121,7 +121,12 @@ private:
     DestinationClass getGroupClass() const;
     Tag getTagAt(std::size_t offset) const;
     Address getAddress(std::size_t offset) const {
-        return Address{getWord(offset)} << 32 | Address{getWord(offset + 2)} << 16 | getWord(offset + 4);
+        if (offset + addressLength > _bytes->size()) {
+            return Address{getWord(offset)} << 32 | Address{getWord(offset + 2)} << 16 | getWord(offset + 4);
+        }
+        std::uint8_t const* const bytes = _bytes->data() + offset;
+        return Address{bytes[0]} << 40 | Address{bytes[1]} << 32 | Address{bytes[2]} << 24 |
+               Address{bytes[3]} << 16 | Address{bytes[4]} << 8 | Address{bytes[5]};
     }
     unsigned getWord(std::size_t offset) const {
         if (offset + 1 >= _bytes->size()) {

@@ -34,4 +34,13 @@ private:
     std::size_t _asked = 0;
 };
 
+/// Asks rules, which are members of `asked`, until one ends a frame's way.
+/// \return how many were asked.
+template <auto... Rules, typename Asked, typename... Frame>
+std::size_t askRules(Asked& asked, Frame&... frame) {
+    std::size_t count = 0;
+    static_cast<void>((... && (++count, (asked.*Rules)(frame...))));
+    return count;
+}
+
 } // namespace simulation

@@ -6,9 +6,12 @@ Forwarding::Forwarding(Context const& context, Analyser& analyser, std::deque<Po
                        std::deque<Phy>& phyUnits)
     : ChipForwarding(context.services),
       _analyser(analyser),
-      _ports(portUnits),
       _snapshot(context, analyser, portUnits, phyUnits),
-      _rules(context, _snapshot, analyser) {}
+      _rules(context, _snapshot, analyser) {
+    for (Port& port : portUnits) {
+        _ports.push_back(&port);
+    }
+}
 
 Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
     Passage passage = pass(port, frame);
@@ -54,7 +57,7 @@ void Forwarding::countIn(Passage const& passage) {
     if (passage.arrival == Passage::Arrival::none) {
         return;
     }
-    Port& port = _ports[passage.ingress];
+    Port& port = *_ports[passage.ingress];
     port.count(port::octetsIn, passage.frame.getWireLength());
     port.count(port::packetsIn);
     if (passage.arrival == Passage::Arrival::bad) {
@@ -68,7 +71,7 @@ void Forwarding::countIn(Passage const& passage) {
 }
 
 void Forwarding::countOut(Decision::Egress const& copy) {
-    Port& port = _ports[copy.port];
+    Port& port = *_ports[copy.port];
     port.count(port::octetsOut, copy.frame.getWireLength());
     port.count(port::packetsOut);
     if (EthernetFrame::isGroup(copy.frame.getDestination())) {

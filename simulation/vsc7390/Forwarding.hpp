@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <deque>
+#include <vector>
 
 #include "simulation/network/ChipForwarding.hpp"
 #include "simulation/vsc7390/Registers.hpp"
@@ -52,7 +54,8 @@ private:
     void countOut(Decision::Egress const& copy);
 
     Analyser& _analyser;
-    std::deque<Port>& _ports;
+    /// By number.
+    std::vector<Port*> _ports;
     Snapshot _snapshot;
     Rules _rules;
 };

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <bitset>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -52,24 +50,11 @@ void Rules::apply(Passage& passage) const {
     Decision& decision = passage.decision;
     static constexpr std::string_view numbers[] = {"V1", "V2", "V3", "V4",  "V5",  "V6",
                                                    "V7", "V8", "V9", "V10", "V11", "V12"};
-    using Rule = bool (Rules::*)(Passage&) const;
-    static constexpr Rule rules[] = {&Rules::meetReceiver,
-                                     &Rules::meetLengthAndFcs,
-                                     &Rules::meetReservedAddresses,
-                                     &Rules::meetClassifierDrops,
-                                     &Rules::classify,
-                                     &Rules::meetReceiveMask,
-                                     &Rules::meetIngressCheck,
-                                     &Rules::learn,
-                                     &Rules::findDestination,
-                                     &Rules::meetMasks,
-                                     &Rules::meetSenders,
-                                     &Rules::giveForms};
-    static_assert(std::size(numbers) == std::size(rules));
-    std::size_t asked = 0;
-    while (asked < std::size(rules) && (this->*rules[asked++])(passage)) {
-    }
-    decision.rules = {numbers, asked};
+    decision.rules = {numbers,
+                      askRules<&Rules::meetReceiver, &Rules::meetLengthAndFcs, &Rules::meetReservedAddresses,
+                               &Rules::meetClassifierDrops, &Rules::classify, &Rules::meetReceiveMask,
+                               &Rules::meetIngressCheck, &Rules::learn, &Rules::findDestination,
+                               &Rules::meetMasks, &Rules::meetSenders, &Rules::giveForms>(*this, passage)};
     if (!decision.isDropped()) {
         decision.dropReason.clear();
     }
@@ -271,7 +256,7 @@ bool Rules::giveForms(Passage& passage) const {
         (passage.receiver.ignoresTag && _context.options.ignoredTag == Vsc7390Options::IgnoredTag::stays);
     EthernetFrame const plain = keepsTag ? frame : frame.withTagPopped();
     std::optional<EthernetFrame> tagged;
-    passage.decision.egress.reserve(std::bitset<Vsc7390TestSide::numberOfPorts>(passage.ports).count());
+    passage.decision.egress.reserve(countBits(passage.ports));
     for (unsigned port = 0; passage.ports >> port != 0; ++port) {
         if ((passage.ports & bit(port)) == 0) {
             continue;
