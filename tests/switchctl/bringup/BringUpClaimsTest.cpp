@@ -49,8 +49,9 @@ CommandRun disturbed(std::vector<std::string> words, std::function<void(Simulate
 TEST(BringUpClaimsTest, CountsTheFindingsOfTheChecksFirst) {
     CommandRun const run = program({EXAMPLES_FOLDER "/mixed.xml", "--simulate"});
     EXPECT_EQ(run.status, ExitStatus::success) << run.errors;
-    EXPECT_THAT(run.out, StartsWith("check: 0 errors, 10 warnings, 12 notes; \"switchctl check " EXAMPLES_FOLDER
-                                    "/mixed.xml\" shows them\n"));
+    EXPECT_THAT(run.out,
+                StartsWith("check: 0 errors, 10 warnings, 12 notes; \"switchctl check " EXAMPLES_FOLDER
+                           "/mixed.xml\" shows them\n"));
 }
 
 TEST(BringUpClaimsTest, AnErrorOfTheChecksHasAStatusOfItsOwn) {
