@@ -119,19 +119,25 @@ bool opensTrunk(BoardReading const& board, Switch const& owner) {
 
 void openWhileRestarting(BoardReading const& board, Report const& report) {
     forEachSwitch(board, Chip::vitesse7390, [&](Switch const& owner, VlansOfSwitch const& vlans) {
-        std::vector<std::string> effects;
         if (!vlans.empty()) {
-            effects.emplace_back("the VLAN table is cleared, likely to all members, before the source masks "
-                                 "are closed, so that all ports are one VLAN for some microseconds");
+            report(
+                owner.element,
+                "In a start-up beside running traffic the VLAN table is cleared, likely to all members, "
+                "before the source masks are closed, so that all ports are one VLAN for some microseconds.",
+                "Hold the links down, or reset the chip, before the host starts again.");
         }
+    });
+}
+
+void trunkLoopsWhileRestarting(BoardReading const& board, Report const& report) {
+    forEachSwitch(board, Chip::vitesse7390, [&](Switch const& owner, VlansOfSwitch const&) {
         if (opensTrunk(board, owner)) {
-            effects.emplace_back(
-                "a port-based VLAN opens the way between the ports of a trunk until the trunk "
-                "is written again");
-        }
-        if (!effects.empty()) {
-            report(owner.element, "In a start-up beside running traffic " + board::listed(effects) + ".",
-                   "Hold the links down, or reset the chip, before the host starts again.");
+            report(
+                owner.element,
+                "In a start-up beside running traffic a port-based VLAN opens the way between the ports of "
+                "a trunk until the trunk is written again.",
+                "Leave all ports of a trunk but one out of port-based VLANs; or hold the links down, or "
+                "reset the chip, before the host starts again.");
         }
     });
 }
@@ -156,8 +162,10 @@ std::vector<Check> conditionChecks() {
         {"88e6096-ports-by-strap", Severity::note, "ports that pass nothing if a strap has them disabled",
          portsByStrap},
         {"88e6096-states-shared", Severity::note, "VLANs that share spanning-tree states", statesShared},
-        {"vsc7390-open-while-restarting", Severity::warning,
-         "what a second start-up lets through for a while", openWhileRestarting},
+        {"vsc7390-open-while-restarting", Severity::note, "VLANs that a second start-up opens for a while",
+         openWhileRestarting},
+        {"vsc7390-trunk-loops-while-restarting", Severity::warning,
+         "a trunk that a second start-up makes a loop for a while", trunkLoopsWhileRestarting},
         {"vsc7390-never-forgets", Severity::note, "addresses that never age", neverForgets},
     };
 }

@@ -131,6 +131,29 @@ void withoutVlan(board::BoardReading const& board, Report const& report) {
     });
 }
 
+/// Whether the chip has the port in the tag-based VLAN.
+bool isInVlan(board::BoardReading const& board, unsigned int vlanId, Member const& candidate) {
+    auto const memberships = board.membershipsOf(static_cast<unsigned int>(candidate.switchId),
+                                                 static_cast<unsigned int>(candidate.portId));
+    auto const found = memberships.find(vlanId);
+    return found != memberships.end() && board.getVlans().at(vlanId).tagBased &&
+           found->second->hasKnownTags();
+}
+
+void outsideVlan(board::BoardReading const& board, Report const& report) {
+    forEachMember(board, Outcome::added, [&](Group const& group, Member const& member) {
+        if (board.getSwitch(member.switchId)->isVitesse() && group.vlanId != 0 &&
+            !isInVlan(board, group.vlanId, member)) {
+            report(member.element,
+                   "Port " + board::portAddress(member.switchId, member.portId) + " is not in " +
+                       group.getVlanName() + " and gets the frames of its group " + group.address +
+                       " all the same: a VSC7390 likely does not ask for the VLAN where the library has "
+                       "listed a group's ports.",
+                   "Nothing to do when that is meant; otherwise write the group under ports of its VLAN.");
+        }
+    });
+}
+
 } // namespace
 
 std::vector<Check> groupChecks() {
@@ -145,6 +168,8 @@ std::vector<Check> groupChecks() {
         {"group-twice", Severity::warning, "a group that a port has twice", twice},
         {"group-unsupported", Severity::note, "a group on an 88E6096", unsupported},
         {"group-without-vlan", Severity::warning, "a group of VLAN 0 on a VSC7390", withoutVlan},
+        {"vsc7390-group-outside-vlan", Severity::note, "a group's receiver outside the group's VLAN",
+         outsideVlan},
     };
 }
 

@@ -15,6 +15,7 @@ using namespace std::string_literals;
 
 namespace {
 
+using Member = board::BoardReading::Member;
 using Port = board::BoardReading::Port;
 using Switch = board::BoardReading::Switch;
 
@@ -188,6 +189,52 @@ void beyondCount(board::BoardReading const& board, Report const& report) {
     }
 }
 
+std::string namesOf(board::BoardReading const& board, std::map<unsigned int, Member const*> const& members) {
+    std::vector<std::string> vlans;
+    for (auto const& [id, member] : members) {
+        if (board.getVlans().at(id).tagBased) {
+            vlans.push_back(board.getVlans().at(id).getName());
+        }
+    }
+    return vlans.empty() ? "" : board::listed(vlans);
+}
+
+void statusDoesNotHold(board::BoardReading const& board, Report const& report) {
+    forEachOwnPort(board, [&](Switch const& owner, Port const& port) {
+        std::string const vlans = namesOf(board, board.membershipsOf(owner.id, port.id));
+        if (!owner.isMarvell() || port.hasLinkSettings() || port.portStatus == "forwarding" ||
+            vlans.empty()) {
+            return;
+        }
+        report(port.element,
+               "The portStatus " + board::quotedAttribute(port.element, "portStatus") +
+                   " never reaches the chip: the port forwards in " + vlans + " as soon as it has a link.",
+               "Take the port out of its VLANs, or have the host disable it (ManagedSwitchPort::setPort).");
+    });
+}
+
+void unlisted(board::BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        std::vector<unsigned int> ports;
+        for (unsigned int id = 0; id < owner.portsOfChip(); ++id) {
+            if (owner.ports.count(id) == 0) {
+                ports.push_back(id);
+            }
+        }
+        if (!owner.isMarvell() || owner.found.empty() || ports.empty()) {
+            continue;
+        }
+        report(
+            owner.element,
+            "The document does not list " + board::portsName(ports) +
+                " of the chip, and the library sets listed ports up only: without 802.1Q, what comes in "
+                "there goes to every port, whatever VLANs these are in. That a port with 802.1Q sends such "
+                "frames is assumed; no public source says that it does not.",
+            "List all " + std::to_string(owner.portsOfChip()) +
+                " ports of the chip, unused ones with portStatus=\"disabled\".");
+    }
+}
+
 std::vector<Port const*> cpuPorts(board::BoardReading const& board) {
     std::vector<Port const*> found;
     for (auto const& [switchId, owner] : board.getSwitches()) {
@@ -246,6 +293,10 @@ std::vector<Check> portChecks() {
          statusWithoutEffect},
         {"ports-beyond-count", Severity::warning, "ports of a chip that the library does not count",
          beyondCount},
+        {"88e6096-status-does-not-hold", Severity::warning,
+         "a port that forwards in its VLANs, though it is not to", statusDoesNotHold},
+        {"88e6096-port-unlisted", Severity::error, "ports that stay open to all, since they are not listed",
+         unlisted},
         {"cpu-port-none", Severity::warning, "no CPU port", noCpuPort},
         {"cpu-port-several", Severity::warning, "several CPU ports", severalCpuPorts},
     };

@@ -186,6 +186,56 @@ void inNoVlan(board::BoardReading const& board, Report const& report) {
     }
 }
 
+/// Of the ports in use, those whose taggings, by ascending VLAN id, are as asked for.
+template <typename Predicate>
+std::vector<unsigned int> portsWith(board::BoardReading const& board, Switch const& owner,
+                                    Predicate predicate) {
+    std::vector<unsigned int> ports;
+    for (auto const& [id, port] : owner.ports) {
+        std::vector<Tagging> const taggings = taggingsOf(board, owner.id, id);
+        if (port.portStatus != "disabled" && !taggings.empty() && predicate(taggings)) {
+            ports.push_back(id);
+        }
+    }
+    return ports;
+}
+
+/// Ports that leave the VLAN for untagged frames as the chip has it.
+std::vector<unsigned int> withoutDefaultVlan(board::BoardReading const& board, Switch const& owner) {
+    constexpr unsigned int vlanOfChip = 1;
+    auto const defined = board.getVlans().find(vlanOfChip);
+    if (defined != board.getVlans().end() && defined->second.tagBased &&
+        !board::BoardReading::addedMembers(defined->second.members, owner.id).empty()) {
+        return {}; // The VLAN takes members only.
+    }
+    return portsWith(board, owner, [](std::vector<Tagging> const& taggings) {
+        return std::none_of(taggings.begin(), taggings.end(),
+                            [](Tagging const& tagging) { return tagging.setsDefaultVlan(); });
+    });
+}
+
+void vlanHopping(board::BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        std::vector<unsigned int> const tagged =
+            portsWith(board, owner, [](auto const& taggings) { return taggings.back().ingress != "addTag"; });
+        std::vector<unsigned int> const untagged = withoutDefaultVlan(board, owner);
+        if (!owner.isVitesse() || tagged.empty()) {
+            continue;
+        }
+        report(
+            owner.element,
+            "Frames of VLANs that the document does not have reach all ports that are up, whatever VLANs "
+            "these are in: tagged ones from " +
+                board::portsName(tagged) +
+                (untagged.empty() ? ""
+                                  : ", untagged ones from " + board::portsName(untagged) +
+                                        ", if the chip takes them for VLAN 1, as is assumed") +
+                ". That holds if the chip clears its VLANs to all members, as is likely.",
+            "Write ingress=\"addTag\" where stations need no tags, or at least \"addTagIfUntagged\" in one "
+            "VLAN of the port. What is connected where tags come in has to be trusted, or filter by itself.");
+    }
+}
+
 } // namespace
 
 std::vector<Check> taggingChecks() {
@@ -199,6 +249,8 @@ std::vector<Check> taggingChecks() {
         {"vsc7390-egress-shared", Severity::warning, "a VSC7390 port with several kinds of egress",
          egressShared},
         {"port-in-no-vlan", Severity::warning, "a port in use that is in no tag-based VLAN", inNoVlan},
+        {"vsc7390-vlan-hopping", Severity::error, "frames that reach all VLANs by having none or another",
+         vlanHopping},
     };
 }
 

@@ -250,6 +250,37 @@ void vlansDiffer(BoardReading const& board, Report const& report) {
     });
 }
 
+/// The interlinks in use by which an 88E6096 carries the VLAN.
+std::vector<unsigned int> interlinksOf(Switch const& owner, BoardReading::Vlan const& vlan) {
+    std::vector<unsigned int> ports;
+    for (BoardReading::Member const* const member : BoardReading::addedMembers(vlan.members, owner.id)) {
+        Port const* const port = owner.findPort(static_cast<unsigned int>(member->portId));
+        if (owner.isMarvell() && port != nullptr && port->connectedTo == "switchInterlink" &&
+            port->comesUp()) {
+            ports.push_back(port->id);
+        }
+    }
+    return ports;
+}
+
+void interlinksInOneVlan(BoardReading const& board, Report const& report) {
+    for (auto const& [switchId, owner] : board.getSwitches()) {
+        for (auto const& [vlanId, vlan] : board.getVlans()) {
+            std::vector<unsigned int> const ports = interlinksOf(owner, vlan);
+            if (vlan.tagBased && ports.size() > 1) {
+                report(
+                    vlan.element,
+                    "The VLAN leaves switch " + std::to_string(switchId) + " by interlinks at " +
+                        board::portsName(ports) +
+                        ". If two of them lead to one neighbour, or into a ring, frames go round for ever: "
+                        "the library makes no trunks of an 88E6096 and has no spanning tree.",
+                    "Nothing to do where there is no second way, which \"switchctl paths --cable\" tells; "
+                    "otherwise leave the VLAN to one of them.");
+            }
+        }
+    }
+}
+
 } // namespace
 
 std::vector<Check> trunkChecks() {
@@ -264,6 +295,8 @@ std::vector<Check> trunkChecks() {
         {"trunk-of-one-port", Severity::warning, "a trunk of fewer than two ports", onePort},
         {"trunk-speeds-differ", Severity::warning, "trunk ports of different speeds", speedsDiffer},
         {"trunk-vlans-differ", Severity::warning, "trunk ports in different VLANs", vlansDiffer},
+        {"88e6096-interlinks-in-one-vlan", Severity::note, "interlinks that may make a VLAN a loop",
+         interlinksInOneVlan},
     };
 }
 

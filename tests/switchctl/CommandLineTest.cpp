@@ -114,11 +114,12 @@ TEST(CommandLineTest, JsonHasIdsOfVlansAsNumbersInHexadecimalAndAsWritten) {
 
 TEST(CommandLineTest, JsonHasOneSpellingAndAShortOne) {
     TemporaryFile const trace(
-        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "-"}).out);
+        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--accept-errors", "--trace", "-"})
+            .out);
     TemporaryFile const dump(
         ChildProcess::runSwitchctl({"register", "dump", "smi", "--switch", "0", "--simulate"}).out);
     for (Words const& words :
-         std::vector<Words>{{"bring-up", minimal, "--simulate"},
+         std::vector<Words>{{"bring-up", minimal, "--simulate", "--accept-errors"},
                             {"register", "read", "parallel", "--simulate", "system/CHIPID"},
                             {"register", "write", "parallel", "--simulate", "analyser/VLANMASK=5", "--yes"},
                             {"register", "dump", "smi", "--switch", "0", "--simulate"},
@@ -149,7 +150,7 @@ TEST(CommandLineTest, JsonHasOneSpellingAndAShortOne) {
 
 TEST(CommandLineTest, WhatChangesHasItsTime) {
     for (Words const& words :
-         std::vector<Words>{{"bring-up", minimal, "--simulate", "--json"},
+         std::vector<Words>{{"bring-up", minimal, "--simulate", "--accept-errors", "--json"},
                             {"register", "read", "parallel", "--simulate", "system/CHIPID", "--json"},
                             {"audit", minimal, "--simulate", "--json"},
                             {"statistics", minimal, "--simulate", "--json"}}) {

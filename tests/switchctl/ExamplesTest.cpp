@@ -26,6 +26,7 @@ public:
         EXPECT_EQ(_session.getBoard()->getMisuse().getSize(), 0U);
     }
 
+    simulation::Vsc7390TestSide& vitesse(unsigned id) { return _session.getBoard()->getVitesse(id); }
     Marvell88E6096TestSide& chip(unsigned id) { return _session.getBoard()->getMarvell(id); }
 
     /// The member codes of a VLAN, port 0 first: 1 untagged, 2 tagged, 3 not a member; "" when the
@@ -64,7 +65,24 @@ TEST_P(ExamplesTest, ComesUpWithoutComplaint) {
     EXPECT_EQ(child.errors, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ExamplesTest, testing::Values("minimal", "access-point", "three-switches"));
+INSTANTIATE_TEST_SUITE_P(All, ExamplesTest,
+                         testing::Values("home-gateway", "access-point", "three-switches"));
+
+TEST(ExampleBoardsTest, TheHomeGatewayHasAllItsVlansAndSparePortsInNone) {
+    Example board("home-gateway");
+    EXPECT_EQ(board.chip(0).getVtu().size(), 4U);
+    EXPECT_EQ(board.members(0, 2), "21111333333");
+    EXPECT_EQ(board.members(0, 3), "23333133333");
+    EXPECT_EQ(board.members(0, 4), "33333311233");
+    EXPECT_EQ(board.members(0, 5), "23333333233");
+}
+
+TEST(ExampleBoardsTest, TheVideoRoomsHaveEachPortInOneVlan) {
+    Example board("video-rooms");
+    EXPECT_EQ(board.vitesse(2).getVlanEntry(2).ports, 0x7FFAU);
+    EXPECT_EQ(board.vitesse(2).getVlanEntry(3).ports, 0xF8004U);
+    EXPECT_EQ(board.vitesse(2).getVlanEntry(5).ports, 1U);
+}
 
 TEST(ExampleBoardsTest, TheAccessPointsVlansReachTheChip) {
     Example board("access-point");

@@ -29,7 +29,8 @@ private:
     TemporaryFile const _fresh{dumpOf("--simulate")};
     TemporaryFile const _up{dumpOf("--simulate=" + minimal)};
     TemporaryFile const _trace{
-        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "-"}).out};
+        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--accept-errors", "--trace", "-"})
+            .out};
 
 protected:
     std::vector<Words> const commandLines = {
@@ -38,7 +39,7 @@ protected:
         {"help", "bring-up"},
         {"--version"},
         {"completion", "bash"},
-        {"bring-up", minimal, "--simulate"},
+        {"bring-up", minimal, "--simulate", "--accept-errors"},
         {"register", "read", "parallel", "--simulate", "system/CHIPID"},
         {"register", "write", "parallel", "--simulate", "analyser/VLANMASK=5", "--yes"},
         {"register", "dump", "smi", "--switch", "0", "--simulate"},
@@ -115,7 +116,8 @@ TEST_F(LostOutputTest, WhoeverPrintsNothingLosesNothing) {
 TEST_F(LostOutputTest, NoFileGetsTheOutputThatIsClosed) {
     TemporaryFile const trace;
     ChildProcess const child = ChildProcess::runSwitchctl(
-        {"bring-up", minimal, "--simulate", "--trace", trace.path()}, {"/dev/null", "closed"});
+        {"bring-up", minimal, "--simulate", "--accept-errors", "--trace", trace.path()},
+        {"/dev/null", "closed"});
     EXPECT_EQ(child.status, outputLost);
     EXPECT_THAT(trace.content(), testing::StartsWith("switchctl trace 1\n"));
     EXPECT_THAT(trace.content(), testing::Not(testing::HasSubstr("switches:")));

@@ -260,8 +260,10 @@ TEST_F(OutputFileTest, DrawAndTracesWriteLinksPipesAndTheStandardOutput) {
               0);
     EXPECT_TRUE(files::is_symlink(pathOf("link")));
     EXPECT_THAT(contentOf(target), StartsWith("graph board"));
-    EXPECT_EQ(
-        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", pathOf("link")}).status, 0);
+    EXPECT_EQ(ChildProcess::runSwitchctl(
+                  {"bring-up", minimal, "--simulate", "--accept-errors", "--trace", pathOf("link")})
+                  .status,
+              0);
     EXPECT_TRUE(files::is_symlink(pathOf("link")));
     EXPECT_THAT(contentOf(target), StartsWith("switchctl trace 1\n"));
     ASSERT_EQ(mkfifo(pathOf("pipe").c_str(), 0600), 0);
@@ -270,7 +272,7 @@ TEST_F(OutputFileTest, DrawAndTracesWriteLinksPipesAndTheStandardOutput) {
               0);
     EXPECT_THAT(reader.get(), StartsWith("graph board"));
     ChildProcess const traced =
-        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "-"});
+        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--accept-errors", "--trace", "-"});
     EXPECT_EQ(traced.out, contentOf(target));
     EXPECT_THAT(traced.errors, HasSubstr("\nswitches: 1 of 1 found\n"));
     ChildProcess const read = ChildProcess::runSwitchctl(

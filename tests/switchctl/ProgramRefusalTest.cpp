@@ -52,8 +52,8 @@ TEST(ProgramRefusalTest, ATraceThatCannotBeWrittenIsRefusedBeforeStartUp) {
 }
 
 TEST(ProgramRefusalTest, ATraceThatDoesNotFitIsReported) {
-    ChildProcess const child =
-        ChildProcess::runSwitchctl({"bring-up", minimal, "--simulate", "--trace", "/dev/full"});
+    ChildProcess const child = ChildProcess::runSwitchctl(
+        {"bring-up", minimal, "--simulate", "--accept-errors", "--trace", "/dev/full"});
     EXPECT_EQ(child.status, 7);
     EXPECT_EQ(child.errors, "switchctl: /dev/full: could not be written completely\n");
 }

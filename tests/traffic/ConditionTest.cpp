@@ -1,8 +1,12 @@
-// What `switchctl check` says of chips that start, proved by frames after each write of a start-up.
+// What `switchctl check` says of chips that start, and of what start-up leaves open, proved by frames.
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
+#include "tests/support/TemporaryFile.hpp"
 #include "tests/traffic/StartingBoard.hpp"
+#include "tests/traffic/TrafficBoard.hpp"
 
 namespace {
 
@@ -24,14 +28,20 @@ std::string vitesse(std::string const& more = "") {
     return switchOf(3, "vsc7390", 24, "switchInterlink", more);
 }
 
-/// A VLAN of two ports, frames without tags.
-std::string vlan(unsigned switchId, char const* id, unsigned one, unsigned other) {
-    std::string text = std::string("<vlan id='") + id + "' typeOfVlan='tagBasedVlan'>";
-    for (unsigned const port : {one, other}) {
-        text += "<port switchId='" + std::to_string(switchId) + "' portId='" + std::to_string(port) +
-                "' ingress='addTag' egress='stripTag'/>";
-    }
-    return text + "</vlan>";
+std::string member(unsigned switchId, unsigned port, std::string const& ingress = "addTag",
+                   std::string const& egress = "stripTag") {
+    return "<port switchId='" + std::to_string(switchId) + "' portId='" + std::to_string(port) +
+           "' ingress='" + ingress + "' egress='" + egress + "'/>";
+}
+
+std::string vlanOf(char const* id, std::string const& members) {
+    return std::string("<vlan id='") + id + "' typeOfVlan='tagBasedVlan'>" + members + "</vlan>";
+}
+
+/// A VLAN of two ports, frames without tags if not said otherwise.
+std::string vlan(unsigned switchId, char const* id, unsigned one, unsigned other,
+                 std::string const& ingress = "addTag", std::string const& egress = "stripTag") {
+    return vlanOf(id, member(switchId, one, ingress, egress) + member(switchId, other, ingress, egress));
 }
 
 std::string boardOf(std::string const& switches, std::string const& vlans) {
@@ -131,6 +141,110 @@ TEST(ConditionTest, ASecondStartUpOfAVsc7390LoopsATrunkForAWhile) {
     board.start([&] { looped += isLooped() ? 1 : 0; });
     EXPECT_GT(looped, 0U);
     EXPECT_FALSE(isLooped());
+}
+
+// 88e6096-port-unlisted
+TEST(ConditionTest, AnUnlistedPortReachesAllPortsWhateverTheirVlans) {
+    std::string const vlans = vlan(0, "5", 1, 2) + vlan(0, "6", 3, 4);
+    for (auto const& [listed, reached] : {std::pair(10U, 0x3FFU), {11U, 0U}}) {
+        StartingBoard board(boardOf(switchOf(0, "88e6096", listed, "external"), vlans));
+        board.start();
+        EXPECT_EQ(board.reached(0, 10), reached) << listed;
+        EXPECT_EQ(board.reached(0, 10, 6), reached) << listed;
+    }
+}
+
+// 88e6096-status-does-not-hold
+TEST(ConditionTest, APortThatIsNotToForwardDoesSoInItsVlans) {
+    for (auto const& [type, reached] : {std::pair("external", bit(2)), {"cpu", bit(2)}, {"dsp", bit(2)}}) {
+        for (char const* const status : {"disabled", "listening", "learning"}) {
+            StartingBoard board(
+                boardOf(std::regex_replace(marvell(type), std::regex("(id='1' [^>]*)forwarding"),
+                                           "$1" + std::string(status)),
+                        vlan(0, "5", 1, 2)));
+            board.start();
+            EXPECT_EQ(board.reached(0, 1), reached) << type << ' ' << status;
+            EXPECT_EQ(board.reached(0, 2), bit(1)) << type << ' ' << status;
+        }
+    }
+}
+
+// 88e6096-status-does-not-hold says nothing of these.
+TEST(ConditionTest, ADisabledInterlinkIsHeldDown) {
+    StartingBoard board(boardOf(
+        std::regex_replace(marvell("switchInterlink"), std::regex("(id='1' [^>]*)forwarding"), "$1disabled"),
+        vlan(0, "5", 1, 2)));
+    board.start();
+    EXPECT_EQ(board.reached(0, 1), 0U);
+    EXPECT_EQ(board.reached(0, 2), 0U);
+}
+
+// vsc7390-vlan-hopping
+TEST(ConditionTest, FramesOfAVsc7390InNoVlanOfTheDocumentReachAllPorts) {
+    constexpr unsigned unknown = 77;
+    constexpr std::uint32_t others = 0xFFFFFF;
+    StartingBoard board(boardOf(vitesse(), vlan(3, "5", 1, 2, "validateTag", "validateTag") +
+                                               vlan(3, "6", 3, 4, "addTagIfUntagged") + vlan(3, "7", 5, 6)));
+    board.start();
+    EXPECT_EQ(board.reached(3, 1), others & ~bit(1));
+    EXPECT_EQ(board.reached(3, 1, unknown), others & ~bit(1));
+    EXPECT_EQ(board.reached(3, 3), bit(4));
+    EXPECT_EQ(board.reached(3, 3, unknown), others & ~bit(3));
+    EXPECT_EQ(board.reached(3, 5), bit(6));
+    EXPECT_EQ(board.reached(3, 5, unknown), bit(6));
+}
+
+// vsc7390-vlan-hopping: a VLAN of the document lets its members in only.
+TEST(ConditionTest, AVlan1KeepsUntaggedFramesOfAVsc7390In) {
+    StartingBoard board(
+        boardOf(vitesse(), vlan(3, "5", 1, 2, "validateTag", "validateTag") + vlan(3, "1", 3, 4)));
+    board.start();
+    EXPECT_EQ(board.reached(3, 1), 0U);
+    EXPECT_NE(board.reached(3, 1, 77), 0U);
+}
+
+// vsc7390-vlan-hopping rests on what the chip's command leaves.
+TEST(ConditionTest, NoFrameHopsWhereAClearedVlanHasNoMembers) {
+    simulation::SimulatedBoard::Options emptied;
+    emptied.vitesse.vlanClear = simulation::Vsc7390Options::VlanClear::noMembers;
+    StartingBoard board(boardOf(vitesse(), vlan(3, "5", 1, 2, "validateTag", "validateTag")), emptied);
+    board.start();
+    EXPECT_EQ(board.reached(3, 1), 0U);
+    EXPECT_EQ(board.reached(3, 1, 77), 0U);
+    EXPECT_EQ(board.reached(3, 1, 5), bit(2));
+}
+
+// vsc7390-group-outside-vlan
+TEST(ConditionTest, AGroupOfAVsc7390ReachesItsReceiverOutsideTheVlan) {
+    constexpr simulation::EthernetFrame::Address group = 0x01005E010102;
+    // No egress: the library leaves the port out of the VLAN, and not out of the group.
+    StartingBoard board(boardOf(
+        vitesse(), vlanOf("5", member(3, 1) + member(3, 2) +
+                                   "<port switchId='3' portId='3' ingress='addTag'>"
+                                   "<forwardedMulticastGroup>239.1.1.2</forwardedMulticastGroup></port>")));
+    board.start();
+    EXPECT_EQ(board.reached(3, 1), bit(2));
+    EXPECT_EQ(board.reached(3, 1, {}, group), bit(3));
+}
+
+// 88e6096-interlinks-in-one-vlan
+TEST(ConditionTest, TwoInterlinksOf88E6096InOneVlanAreALoop) {
+    std::string const switches =
+        switchOf(0, "88e6096", 11, "switchInterlink") + switchOf(1, "88e6096", 11, "switchInterlink");
+    std::string const one = member(0, 1) + member(0, 7, "validateTag", "validateTag") +
+                            member(1, 9, "validateTag", "validateTag") + member(1, 2);
+    std::string const two =
+        one + member(0, 8, "validateTag", "validateTag") + member(1, 10, "validateTag", "validateTag");
+    for (auto const& [members, isLoop] : {std::pair(one, false), {two, true}}) {
+        test_support::TemporaryFile const document(boardOf(switches, vlanOf("5", members)));
+        TrafficBoard board(document.path(), {{{0, 7}, {1, 9}}, {{0, 8}, {1, 10}}});
+        TrafficBoard::Result const result =
+            board.send({0, 1}, simulation::EthernetFrame::make(simulation::EthernetFrame::broadcastAddress,
+                                                               0x020000000001, 0x88B5));
+        EXPECT_EQ(!result.findings.empty(), isLoop);
+        EXPECT_EQ(result.arrivals.size() > 1, isLoop);
+        EXPECT_FALSE(result.arrivals.empty());
+    }
 }
 
 } // namespace

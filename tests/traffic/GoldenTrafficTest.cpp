@@ -62,6 +62,7 @@ TEST_P(GoldenTrafficTest, FramesTakeTheWaysOfTheGoldenFile) {
 INSTANTIATE_TEST_SUITE_P(
     Examples, GoldenTrafficTest,
     testing::Values(
+        GoldenCase{"home-gateway", "home-gateway", {}}, GoldenCase{"video-rooms", "video-rooms", {}},
         GoldenCase{"minimal", "minimal", {}},
         // Both links of the interlink, into one another.
         GoldenCase{"minimal-looped", "minimal", {{{0, 8}, {0, 9}}}},

@@ -35,11 +35,11 @@ void StartingBoard::start(Watcher const& afterEachWrite) {
     }
 }
 
-std::uint32_t StartingBoard::reached(unsigned switchId, unsigned port, std::optional<unsigned> vid) {
+std::uint32_t StartingBoard::reached(unsigned switchId, unsigned port, std::optional<unsigned> vid,
+                                     EthernetFrame::Address destination) {
     constexpr EthernetFrame::Address station = 0x020000000001;
     constexpr unsigned localExperiment = 0x88B5;
-    EthernetFrame const frame =
-        EthernetFrame::make(EthernetFrame::broadcastAddress, station, localExperiment);
+    EthernetFrame const frame = EthernetFrame::make(destination, station, localExperiment);
     return _board.getChip(switchId)
         .getForwarding()
         ->decide(port, vid ? frame.withTagPushed({*vid}) : frame)

@@ -21,9 +21,11 @@ public:
 
     simulation::SimulatedBoard& getBoard() { return _board; }
 
-    /// Ports that send a broadcast from a station, bit n for port n, as things are at the moment.
+    /// Ports that send a frame of a station, bit n for port n, as things are at the moment.
     /// \param vid none for an untagged frame.
-    std::uint32_t reached(unsigned switchId, unsigned port, std::optional<unsigned> vid = {});
+    std::uint32_t
+    reached(unsigned switchId, unsigned port, std::optional<unsigned> vid = {},
+            simulation::EthernetFrame::Address destination = simulation::EthernetFrame::broadcastAddress);
 
 private:
     std::unique_ptr<reference_host::XmlDocument> _document;

@@ -65,8 +65,8 @@ TEST_P(TraceOfExampleTest, HasWhatTheChipsHaveSeen) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, TraceOfExampleTest,
-                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
-                                         "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
+                                         "three-switches", "video-switch", "mixed"));
 
 TEST(BringUpTraceTest, BeginsWithVersionAndChips) {
     TracedSession const session(TracedSession::exampleText("minimal"));

@@ -48,8 +48,8 @@ TEST_P(CleanAuditTest, FindsNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, CleanAuditTest,
-                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
-                                         "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
+                                         "three-switches", "video-switch", "mixed"));
 
 TEST(AuditCommandTest, ASeededDeviationIsReported) {
     CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/port8/PortControl:PortState=0"});

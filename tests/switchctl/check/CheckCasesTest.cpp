@@ -110,4 +110,22 @@ TEST(DocumentCheckTest, SaysWhatTheLibraryWillDo) {
     EXPECT_EQ(findings.front().advice, "VLAN 32 is written 20.");
 }
 
+TEST(DocumentCheckTest, TellsPortsThatTakeTagsFromThoseWithoutAVlanForUntaggedFrames) {
+    auto const tagged = [](char const* port, char const* ingress) {
+        return std::string("<port switchId='3' portId='") + port + "' ingress='" + ingress +
+               "' egress='validateTag'/>";
+    };
+    std::vector<Finding> const findings = findingsOf(
+        boardOf(vitesse("3"), tagBased("5", tagged("1", "validateTag") + tagged("2", "addTagIfUntagged") +
+                                                tagged("3", "addTag")) +
+                                  tagBased("6", tagged("2", "validateTag"))),
+        "vsc7390-vlan-hopping");
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings.front().effect,
+              "Frames of VLANs that the document does not have reach all ports that are up, whatever VLANs "
+              "these are in: tagged ones from ports 1 and 2, untagged ones from port 1, if the chip takes "
+              "them for VLAN 1, as is assumed. That holds if the chip clears its VLANs to all members, as is "
+              "likely.");
+}
+
 } // namespace

@@ -41,8 +41,9 @@ std::vector<CheckCase> conditionCases() {
                                                   tagBased("45", member("1", "2")) +
                                                   tagBased("46", member("0", "3")))},
         {"vsc7390-open-while-restarting", boardOf(markedVitesse(), tagBased("5", member("3", "1"))),
-         boardOf(vitesse("3") + marvell("0"), twoVlans("0") + portBased("9", member("3", "1")))},
-        {"vsc7390-open-while-restarting",
+         boardOf(vitesse("3", trunkOfTwo()) + marvell("0"),
+                 twoVlans("0") + portBased("9", member("3", "1") + member("3", "2")))},
+        {"vsc7390-trunk-loops-while-restarting",
          boardOf(markedVitesse(trunkOfTwo()), portBased("6", member("3", "1") + member("3", "2"))),
          boardOf(vitesse("3", trunkOfTwo()), portBased("6", member("3", "1") + member("3", "3")) +
                                                  portBased("7", member("3", "2") + member("3", "3")))},

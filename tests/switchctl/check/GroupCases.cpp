@@ -64,6 +64,17 @@ std::vector<CheckCase> groupCases() {
                  "portStatus='forwarding'>\n" +
                  group("239.1.2.3") + here + "</port></switch>"),
          vitesseGroups(on("1", "239.1.2.3"))},
+        {"vsc7390-group-outside-vlan",
+         boardOf(vitesse("3"), tagBased("10", "\n" + on("1", "239.1.1.2", here))),
+         boardOf(marvell("0"), tagBased("10", member("0", "1", group("239.1.1.2"))))},
+        {"vsc7390-group-outside-vlan",
+         boardOf(vitesse("3"), tagBased("5", "<port switchId='3' portId='1' ingress='addTag'>\n" +
+                                                 group("239.1.1.2") + here + "</port>")),
+         vitesseGroups(on("1", "239.1.1.2"))},
+        {"vsc7390-group-outside-vlan", boardOf(vitesse("3"), portBased("5", on("1", "239.1.1.2", here))),
+         boardOf("<switch id='3' switchModel='vsc7390'><port id='1' connectedTo='cpu' "
+                 "portStatus='forwarding'>" +
+                 group("239.1.1.2") + "</port></switch>")},
         {"group-same-entry", vitesseGroups(on("1", "239.129.1.2") + on("2", "239.1.1.2", here)),
          vitesseGroups(on("1", "239.1.1.2") + on("2", "239.1.1.3"))},
         {"group-same-entry",

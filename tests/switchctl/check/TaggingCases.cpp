@@ -35,6 +35,14 @@ std::string strip() {
     return "stripTag";
 }
 
+/// A VSC7390 whose start tag stands on a line of its own.
+std::string markedVitesse(std::string const& portStatus, std::string const& vlans,
+                          std::string const& mark = here) {
+    return boardOf("<switch id='3' switchModel='vsc7390'>" + mark + port("1", "smac", portStatus) +
+                       port("2", "smac") + "</switch>\n",
+                   vlans);
+}
+
 /// A VSC7390 with two processors, a trunk, a link that is held down, and one that the host sets up.
 std::string links(std::string const& vlans) {
     return boardOf("<switch id='3' switchModel='vsc7390'>\n" + port("0", "cpu") + port("1", "smac") +
@@ -78,6 +86,18 @@ std::vector<CheckCase> taggingCases() {
          boardOf("<switch id='0' switchModel='88e6096'>" + port("1") + port("2", "smac", "disabled") +
                      "</switch>",
                  tagBased("5", member("0", "1")))},
+        {"vsc7390-vlan-hopping", markedVitesse("forwarding", tagBased("5", tagging("3", keep(), keep()))),
+         markedVitesse("forwarding", tagBased("5", tagging("3", add(), keep())), "")},
+        {"vsc7390-vlan-hopping", markedVitesse("forwarding", tagBased("5", tagging("3", addIf(), strip()))),
+         markedVitesse("disabled", tagBased("5", tagging("3", keep(), keep())), "")},
+        {"vsc7390-vlan-hopping",
+         markedVitesse("forwarding", tagBased("5", tagging("3", add(), keep())) +
+                                         tagBased("6", tagging("3", keep(), keep()))),
+         markedVitesse(
+             "forwarding",
+             tagBased("5", tagging("3", addIf(), keep())) + tagBased("6", tagging("3", add(), keep())), "")},
+        {"vsc7390-vlan-hopping", markedVitesse("forwarding", tagBased("1", tagging("3", keep(), keep()))),
+         both(tagging("0", keep(), keep()), tagging("0", keep(), keep()))},
         {"vsc7390-vlan-opens-no-path", boardOf(vitesse("3"), tagBased("5", here + fiveOf3())),
          boardOf(vitesse("3"), tagBased("5", fiveOf3()) + portBased("15", routes("1", "2")))},
         {"vsc7390-vlan-opens-no-path", links(tagBased("5", here + member("3", "0") + member("3", "1"))),

@@ -23,6 +23,14 @@ std::string speeds(std::string const& trunks) {
                    "</switch>\n");
 }
 
+/// Two interlinks, an external port and an interlink that is held down.
+std::string interlinks(std::string const& id, std::string const& model, std::string const& vlans) {
+    return boardOf("<switch id='" + id + "' switchModel='" + model + "'>" + port("1", "switchInterlink") +
+                       port("2", "switchInterlink") + port("3") + port("4", "switchInterlink", "disabled") +
+                       "</switch>\n",
+                   vlans);
+}
+
 } // namespace
 
 std::vector<CheckCase> trunkCases() {
@@ -62,5 +70,15 @@ std::vector<CheckCase> trunkCases() {
         {"trunk-vlans-differ",
          boardOf(vitesse("3", trunkOf("1", two(), here)), tagBased("5", member("3", "1"))),
          boardOf(vitesse("3", trunkOf("1", two())), tagBased("5", member("3", "1") + member("3", "2")))},
+        {"88e6096-interlinks-in-one-vlan",
+         interlinks("0", "88e6096", tagBased("5", here + member("0", "1") + member("0", "2"))),
+         interlinks("0", "88e6096",
+                    tagBased("5", member("0", "1") + member("0", "3")) +
+                        tagBased("6", member("0", "2") + member("0", "4")) +
+                        portBased("7", member("0", "1") + member("0", "2")))},
+        {"88e6096-interlinks-in-one-vlan",
+         interlinks("0", "88e6096",
+                    tagBased("5", here + member("0", "1") + member("0", "2") + member("0", "3"))),
+         interlinks("3", "vsc7390", tagBased("5", member("3", "1") + member("3", "2")))},
     };
 }

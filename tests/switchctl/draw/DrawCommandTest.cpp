@@ -43,7 +43,8 @@ protected:
 };
 
 TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
-    for (std::string const name : {"minimal", "access-point", "three-switches", "video-switch", "mixed"}) {
+    for (std::string const name : {"home-gateway", "video-rooms", "minimal", "access-point", "three-switches",
+                                   "video-switch", "mixed"}) {
         TemporaryFile const picture;
         EXPECT_EQ(run(EXAMPLES_FOLDER "/" + name + ".xml --graphviz " DOT_PROGRAM " -o " + picture.path()),
                   chips::ExitStatus::success)

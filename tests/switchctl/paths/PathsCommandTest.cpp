@@ -17,6 +17,7 @@ using test_support::CommandRun;
 using test_support::TemporaryFile;
 using testing::ContainsRegex;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 namespace {
@@ -133,6 +134,29 @@ TEST(PathsCommandTest, DocumentsThatDoNotComeUp) {
     EXPECT_EQ(run({"/nonexistent.xml"}).status, ExitStatus::badDocument);
     TemporaryFile const empty("<board/>");
     EXPECT_EQ(run({empty.path()}).status, ExitStatus::startUpFailed);
+}
+
+// Examples to begin with do what they say, and all of it: their VLANs are those of their head comments.
+TEST(PathsCommandTest, ExamplesToBeginWithHaveNoDifferences) {
+    for (char const* const name : {"home-gateway", "video-rooms"}) {
+        CommandRun const paths = run({exampleOf(name)});
+        EXPECT_EQ(paths.status, ExitStatus::success) << paths.out;
+        EXPECT_THAT(paths.out, HasSubstr("in no VLAN of the document\n  nobody reaches anybody\n"));
+        EXPECT_THAT(paths.out, HasSubstr(": 0 errors, 0 warnings, 0 notes; "));
+        EXPECT_THAT(kindsIn(jsonOf(exampleOf(name))), IsEmpty());
+    }
+    std::string const gateway = run({exampleOf("home-gateway")}).out;
+    EXPECT_THAT(gateway, HasSubstr("reach 0.1 0.2 0.3 0.4 untagged; 0.0 tagged 2\n"));
+    EXPECT_THAT(gateway, HasSubstr("  0.5 (untagged, tagged 0-2 4 5 4094)\n      reach 0.0 tagged 3\n"));
+    EXPECT_THAT(gateway, HasSubstr("  0.6 0.7 0.8 (tagged 4)\n      reach 0.6 0.7 untagged; 0.8 tagged 4\n"));
+    EXPECT_THAT(gateway, HasSubstr("  0.0 0.8 (tagged 5)\n      reach 0.0 0.8 tagged 5\n"));
+    std::string const rooms = run({exampleOf("video-rooms")}).out;
+    EXPECT_THAT(rooms, HasSubstr("group 239.20.0.1)\n      reach 2.3 2.4 2.5 untagged\n"));
+    EXPECT_THAT(rooms, HasSubstr("group 239.20.0.2)\n      reach 2.3 2.6 untagged\n"));
+    EXPECT_THAT(rooms,
+                HasSubstr("unicast and broadcast)\n      reach 2.1 2.3 2.4 2.5 2.6 2.7 2.8 2.9 2.10 2.11 "
+                          "2.12 2.13 2.14 untagged\n"));
+    EXPECT_THAT(rooms, HasSubstr("\n      reach 2.2 2.15 2.16 2.17 2.18 2.19 untagged\n"));
 }
 
 // What examples are known to do, by kinds: their traps are their own.

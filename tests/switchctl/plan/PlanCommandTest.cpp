@@ -107,8 +107,8 @@ TEST_P(PlanOfExampleTest, IsTheSameEveryTime) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, PlanOfExampleTest,
-                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
-                                         "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
+                                         "three-switches", "video-switch", "mixed"));
 
 TEST(PlanCommandTest, RefusesWhatCannotBeBroughtUp) {
     EXPECT_EQ(plan({"/nonexistent.xml"}).status, chips::ExitStatus::badDocument);

@@ -44,8 +44,8 @@ TEST_P(ReplayOfExampleTest, TheModelsDoTheSame) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, ReplayOfExampleTest,
-                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
-                                         "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
+                                         "three-switches", "video-switch", "mixed"));
 
 TEST(ReplayCommandTest, TheFirstDivergenceIsReported) {
     std::string text = TracedSession(TracedSession::exampleText("minimal")).getText();

@@ -22,7 +22,7 @@ constexpr char const* plain = "\033[0m";
 
 TEST(ProgramTerminalTest, CheckPaintsSeverities) {
     TerminalRun run({"check", minimal});
-    EXPECT_EQ(run.wait(), 10);
+    EXPECT_EQ(run.wait(), 3);
     EXPECT_THAT(run.getText(),
                 HasSubstr(std::string(minimal) + ":12: \033[33mwarning\033[0m: <switch id=\"0\""));
 }
@@ -54,7 +54,7 @@ TEST(ProgramTerminalTest, NoColoursWhereNoneAreWanted) {
     for (std::map<std::string, std::string> const& environment :
          {std::map<std::string, std::string>{{"NO_COLOR", "1"}}, {{"TERM", "dumb"}}}) {
         TerminalRun run({"check", minimal}, environment);
-        EXPECT_EQ(run.wait(), 10);
+        EXPECT_EQ(run.wait(), 3);
         EXPECT_THAT(run.getText(), HasSubstr(":12: warning: "));
         EXPECT_THAT(run.getText(), Not(HasSubstr("\033")));
     }
@@ -62,6 +62,6 @@ TEST(ProgramTerminalTest, NoColoursWhereNoneAreWanted) {
 
 TEST(ProgramTerminalTest, JsonHasNoColours) {
     TerminalRun run({"check", minimal, "--json"});
-    EXPECT_EQ(run.wait(), 10);
+    EXPECT_EQ(run.wait(), 3);
     EXPECT_THAT(run.getText(), Not(HasSubstr("\033[3")));
 }
