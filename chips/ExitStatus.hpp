@@ -10,6 +10,7 @@ enum class ExitStatus : int {
     plansDiffer = 1,
     chipsDeviate = 1,
     traceDiverges = 1,
+    notDelivered = 1,
     usage = 2,
     badDocument = 3,
     noHardware = 4,

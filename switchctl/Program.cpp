@@ -8,6 +8,7 @@
 #include "switchctl/completion/CompletionCommand.hpp"
 #include "switchctl/controller/SimulateControllerCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
+#include "switchctl/explain/ExplainCommand.hpp"
 #include "switchctl/paths/PathsCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
 #include "switchctl/register/RegisterCommand.hpp"
@@ -26,6 +27,7 @@ constexpr unsigned mostMebibytes = 2047; // of an XML parser that counts in an i
 constexpr char const* help = "Examples, on a desk; on a board, without --simulate:\n"
                              "  switchctl check board.xml\n"
                              "  switchctl paths board.xml\n"
+                             "  switchctl explain board.xml 0.1 to 0.10\n"
                              "  switchctl plan board.xml\n"
                              "  switchctl draw board.xml -o board.svg\n"
                              "  switchctl bring-up board.xml --simulate\n"
@@ -50,6 +52,7 @@ Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<check::CheckCommand>());
     _commands.push_back(std::make_unique<draw::DrawCommand>());
     _commands.push_back(std::make_unique<paths::PathsCommand>());
+    _commands.push_back(std::make_unique<explain::ExplainCommand>());
     _commands.push_back(std::make_unique<plan::PlanCommand>());
     _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
     _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));

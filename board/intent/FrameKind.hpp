@@ -33,7 +33,7 @@ struct FrameKind {
     };
 
     enum class Destination : std::uint8_t {
-        /// A station that no chip has heard of yet.
+        /// A station.
         unicast,
         broadcast,
         /// An IPv4 group.
@@ -42,8 +42,8 @@ struct FrameKind {
 
     Tags tags;
     Destination destination = Destination::unicast;
-    /// Hardware address of the group.
-    std::uint64_t group = 0;
+    /// Hardware address of the group, or of a station that chips may know; 0 for one that none does.
+    std::uint64_t address = 0;
 };
 
 } // namespace board

@@ -78,7 +78,7 @@ void Intent::addByPorts(Answer& answer, Port const& from, FrameKind const& frame
 
 void Intent::restrictGroup(Answer& answer, Switch const& owner, FrameKind const& frame) const {
     for (IntendedBoard::Group const& group : _board.getGroups()) {
-        if (group.hardwareAddress != frame.group || group.vlan != answer.vlan) {
+        if (group.hardwareAddress != frame.address || group.vlan != answer.vlan) {
             continue;
         }
         auto const members = group.members.find(owner.id);

@@ -21,6 +21,8 @@ public:
     struct Rule {
         /// As in simulation::Decision.
         std::string_view number;
+        /// What it is about, in a word or two.
+        char const* name;
         Mark mark;
         /// What the rule decides; of one that is not sure, what of it is not.
         char const* text;

@@ -17,11 +17,11 @@ constexpr unsigned etherType = 0x88B5; // for experiments (IEEE 802)
 EthernetFrame::Address destinationOf(FrameKind const& kind) {
     switch (kind.destination) {
     case FrameKind::Destination::unicast:
-        return unknownStation;
+        return kind.address == 0 ? unknownStation : kind.address;
     case FrameKind::Destination::broadcast:
         return EthernetFrame::broadcastAddress;
     case FrameKind::Destination::group:
-        return kind.group;
+        return kind.address;
     }
     return 0;
 }
@@ -45,6 +45,14 @@ RegisterPaths::RegisterPaths(Chips const& chips) {
         }
         _chips.emplace(id, forwarding);
     }
+}
+
+RegisterPaths::Chips RegisterPaths::chipsOf(simulation::SimulatedBoard& board) {
+    Chips chips;
+    for (unsigned const id : board.getSwitchIds()) {
+        chips.emplace(id, &board.getChip(id));
+    }
+    return chips;
 }
 
 EthernetFrame RegisterPaths::frameOf(FrameKind const& kind, unsigned flow) {

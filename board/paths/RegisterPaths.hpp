@@ -5,6 +5,7 @@
 
 #include "board/intent/FrameKind.hpp"
 #include "simulation/ChipTestSide.hpp"
+#include "simulation/SimulatedBoard.hpp"
 #include "simulation/network/Decision.hpp"
 #include "simulation/network/EthernetFrame.hpp"
 
@@ -22,6 +23,9 @@ public:
     /// By switch; null for one whose model forwards nothing.
     using Chips = std::map<unsigned, simulation::ChipTestSide*>;
 
+    /// All of a board, which must outlive them.
+    static Chips chipsOf(simulation::SimulatedBoard& board);
+
     /// So many pairs of addresses that a trunk may spread.
     static constexpr unsigned flows = 16;
 
@@ -31,7 +35,7 @@ public:
     /// By switch, those that forward.
     std::map<unsigned, simulation::ChipForwarding*> const& getChips() const { return _chips; }
 
-    /// One of the kind, from a station and to one that nobody knows.
+    /// One of the kind, from a station that nobody knows.
     /// \param flow 0 to flows - 1: which pair of addresses.
     static simulation::EthernetFrame frameOf(FrameKind const& kind, unsigned flow = 0);
 

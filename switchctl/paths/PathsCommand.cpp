@@ -22,14 +22,6 @@ namespace {
 using board::PathComparison;
 using board::RegisterPaths;
 
-RegisterPaths::Chips chipsOf(simulation::SimulatedBoard& board) {
-    RegisterPaths::Chips chips;
-    for (unsigned const id : board.getSwitchIds()) {
-        chips.emplace(id, &board.getChip(id));
-    }
-    return chips;
-}
-
 ExitStatus statusOf(PathsReport const& report) {
     if (report.count(Severity::error) != 0) {
         return ExitStatus::badDocument;
@@ -121,7 +113,7 @@ ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const 
     board::ModelBringUp bringUp(*document, _path);
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    RegisterPaths const registers(chipsOf(bringUp.getBoard()));
+    RegisterPaths const registers(RegisterPaths::chipsOf(bringUp.getBoard()));
     board::AskedFrames const frames(board, bringUp.getDocument());
     board::Cables const cables(_cables, board);
     PathComparison::Selection const selection = selectionOf(registers, _between);

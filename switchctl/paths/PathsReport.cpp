@@ -13,7 +13,6 @@
 
 namespace switchctl::paths {
 
-using board::FrameKind;
 using board::IntendedBoard;
 using board::PathLine;
 using board::PortSet;

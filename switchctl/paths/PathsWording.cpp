@@ -63,11 +63,12 @@ std::string paint(std::ostream const& out, Severity severity) {
 
 std::string framesText(board::AskedFrames const& asked, std::vector<FrameKind::Tags> const& frames,
                        std::vector<std::size_t> const& destinations) {
-    std::string const tags = tagsText(frames);
+    std::string tags = tagsText(frames);
     if (destinations.size() == asked.getDestinations().size()) {
         return tags;
     }
     std::vector<std::string> names;
+    names.reserve(destinations.size());
     for (std::size_t const index : destinations) {
         names.push_back(asked.getDestinations()[index].name);
     }

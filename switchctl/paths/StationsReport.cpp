@@ -16,6 +16,7 @@ namespace {
 
 std::vector<std::string> addressesOf(std::vector<StationComparison::Place> const& ports) {
     std::vector<std::string> addresses;
+    addresses.reserve(ports.size());
     for (auto const& [switchId, port] : ports) {
         addresses.push_back(fmt::format("{}.{}", switchId, port));
     }

@@ -61,6 +61,7 @@ TEST(InputFileTest, EveryVerbRefusesAnInputWithoutAnEnd) {
              {"check", "/dev/zero"},
              {"bring-up", "/dev/zero", "--simulate"},
              {"paths", "/dev/zero"},
+             {"explain", "/dev/zero", "0.1", "to", "0.0"},
              {"plan", "/dev/zero"},
              {"plan", minimal, "/dev/zero"},
              {"draw", "/dev/zero", "--format", "dot"},

@@ -48,6 +48,7 @@ protected:
         {"check", "--schema"},
         {"draw", minimal, "--format", "dot"},
         {"paths", minimal},
+        {"explain", minimal, "0.1", "to", "0.0"},
         {"plan", minimal},
         {"audit", minimal, "--simulate"},
         {"statistics", minimal, "--simulate"},

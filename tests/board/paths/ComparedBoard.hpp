@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "board/ModelBringUp.hpp"
@@ -18,19 +19,11 @@ struct ComparedBoard {
         return std::string(EXAMPLES_FOLDER) + "/" + name + ".xml";
     }
 
-    static board::RegisterPaths::Chips chipsOf(simulation::SimulatedBoard& board) {
-        board::RegisterPaths::Chips chips;
-        for (unsigned const id : board.getSwitchIds()) {
-            chips.emplace(id, &board.getChip(id));
-        }
-        return chips;
-    }
-
     std::unique_ptr<reference_host::XmlDocument> document;
     board::ModelBringUp bringUp;
     board::IntendedBoard intended{*document};
     board::Intent intent{intended};
-    board::RegisterPaths registers{chipsOf(bringUp.getBoard())};
+    board::RegisterPaths registers{board::RegisterPaths::chipsOf(bringUp.getBoard())};
     board::AskedFrames frames{intended, bringUp.getDocument()};
 };
 

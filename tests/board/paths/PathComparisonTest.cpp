@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "board/paths/ForwardingRules.hpp"
@@ -193,4 +195,110 @@ TEST(ForwardingRulesTest, RulesThatDecideAreKnown) {
     EXPECT_EQ(ForwardingRules::get("M12").mark, ForwardingRules::Mark::likely);
     EXPECT_EQ(ForwardingRules::unsureOf("M3 M12 M14").size(), 1U);
     EXPECT_THROW(ForwardingRules::get("M15"), std::out_of_range);
+}
+
+// A tag where none belongs.
+TEST_F(PathComparisonTest, AWrongTagIsAForm) {
+    auto& marvell = compared.bringUp.getBoard().getMarvell(0);
+    auto entry = *marvell.getVtuEntry(5);
+    EXPECT_EQ(entry.memberTags[1], 1U);
+    entry.memberTags[1] = 2;
+    marvell.setVtuEntry(5, entry);
+    auto const found = differences();
+    ASSERT_FALSE(found.empty());
+    PortSet senders = 0;
+    for (PathLine const& line : found) {
+        EXPECT_EQ(line.key.kind, Kind::form);
+        ASSERT_TRUE(line.key.wanted);
+        EXPECT_EQ(line.key.wanted->describe(), "untagged");
+        EXPECT_EQ(PathLine::portsOf(line.reach), PortSet{0x002});
+        senders |= line.from;
+    }
+    EXPECT_EQ(senders, PortSet{0x301});
+}
+
+namespace {
+
+/// From and to, of all differences of a kind.
+std::set<std::pair<std::string, std::string>> pairsOf(std::string const& example, Kind kind) {
+    ComparedBoard const compared(ComparedBoard::example(example));
+    std::set<std::pair<std::string, std::string>> pairs;
+    for (PathLine const& line :
+         PathComparison(compared.intent, compared.registers, compared.frames).getDifferences()) {
+        for (unsigned bits = 0; line.key.kind == kind && bits < 1024; ++bits) {
+            PortSet const from = PortSet{1} << bits / 32;
+            PortSet const to = PortSet{1} << bits % 32;
+            if ((line.from & from) != 0 && (PathLine::portsOf(line.reach) & to) != 0 && from != to) {
+                std::string const start = std::to_string(line.key.switchId) + ".";
+                pairs.emplace(start + std::to_string(bits / 32), start + std::to_string(bits % 32));
+            }
+        }
+    }
+    return pairs;
+}
+
+using Pairs = std::set<std::pair<std::string, std::string>>;
+
+/// Each of the ports to each other.
+Pairs meshOf(std::vector<std::string> const& ports) {
+    Pairs pairs;
+    for (std::string const& from : ports) {
+        for (std::string const& to : ports) {
+            if (from != to) {
+                pairs.emplace(from, to);
+            }
+        }
+    }
+    return pairs;
+}
+
+} // namespace
+
+// By hand, from what is known of the library's register sequences.
+TEST(ExamplePathsTest, StatesOfSocketsDoNotHold) {
+    Pairs expected;
+    for (char const* const port : {"0.0", "0.1", "0.8", "0.10"}) {
+        expected.insert({{port, "0.2"}, {"0.2", port}});
+    }
+    for (char const* const port : {"0.6", "0.8", "0.10"}) {
+        expected.insert({{port, "0.9"}, {"0.9", port}});
+    }
+    EXPECT_EQ(pairsOf("access-point", Kind::leak), expected);
+    EXPECT_EQ(pairsOf("access-point", Kind::missing), Pairs());
+}
+
+TEST(ExamplePathsTest, APortBasedVlanOpensNoSecurePort) {
+    EXPECT_EQ(pairsOf("three-switches", Kind::missing), (Pairs{{"0.1", "0.0"}}));
+    EXPECT_EQ(pairsOf("three-switches", Kind::leak), Pairs());
+}
+
+TEST(ExamplePathsTest, UnknownVidsJoinAllPortsThatAreUp) {
+    EXPECT_EQ(pairsOf("mixed", Kind::leak), meshOf({"3.1", "3.2", "3.20", "3.21", "3.22"}));
+    EXPECT_EQ(pairsOf("mixed", Kind::missing), (Pairs{{"3.0", "3.20"},
+                                                      {"3.20", "3.0"},
+                                                      {"3.0", "3.21"},
+                                                      {"3.21", "3.0"},
+                                                      {"3.0", "3.22"},
+                                                      {"3.22", "3.0"}}));
+}
+
+TEST(ExamplePathsTest, ManagementHasNoPath) {
+    EXPECT_EQ(pairsOf("video-switch", Kind::missing), (Pairs{{"2.0", "2.20"}, {"2.20", "2.0"}}));
+    EXPECT_EQ(pairsOf("video-switch", Kind::leak), Pairs());
+    // Its port-based VLAN has them together with the rooms, its tag-based ones do not.
+    EXPECT_EQ(pairsOf("video-switch", Kind::ambiguous).count({"2.22", "2.4"}), 1U);
+}
+
+TEST(ExamplePathsTest, UnlistedPortsReachEverybody) {
+    Pairs const leaks = pairsOf("minimal", Kind::leak);
+    for (char const* const from : {"0.2", "0.3", "0.4", "0.5", "0.6", "0.7", "0.10"}) {
+        for (unsigned to = 0; to < 11; ++to) {
+            std::string const other = "0." + std::to_string(to);
+            EXPECT_EQ(leaks.count({from, other}), other == from ? 0U : 1U) << from << " " << other;
+        }
+    }
+    for (char const* const to : {"0.5", "0.6", "0.7", "0.8", "0.9", "0.10"}) {
+        EXPECT_EQ(leaks.count({"0.1", to}), 1U) << to;
+    }
+    EXPECT_EQ(leaks.count({"0.1", "0.0"}) + leaks.count({"0.0", "0.1"}) + leaks.count({"0.1", "0.2"}), 0U);
 }

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "board/paths/FieldAccess.hpp"
+#include "simulation/SimulatedBoard.hpp"
+
+namespace board {
+
+/// What a chip's registers and tables hold for the way of one frame from one port to another.
+class ChipEvidence {
+public:
+    /// What a rule looks at, and what is there: "port 1/PortControl2:802.1QMode" and "0x3".
+    struct Fact {
+        std::string place;
+        std::string value;
+    };
+
+    /// Something that would let more frames pass.
+    struct Change {
+        /// "port 1/PortControl2:802.1QMode=0x0".
+        std::string text;
+        /// Makes it in the model; what it returns takes it back.
+        std::function<FieldAccess::Undo()> make;
+    };
+
+    struct Question {
+        unsigned from = 0;
+        unsigned to = 0;
+        /// The VLAN that the chip puts the frame in, or 0.
+        unsigned vid = 0;
+        /// VLANs that the frame may be meant for.
+        std::vector<unsigned> vids;
+    };
+
+    virtual ~ChipEvidence() = default;
+    ChipEvidence(ChipEvidence const&) = delete;
+    ChipEvidence& operator=(ChipEvidence const&) = delete;
+
+    /// \param rule as in simulation::Decision.
+    virtual std::vector<Fact> getFacts(std::string_view rule) const = 0;
+    virtual std::vector<Change> getChanges() const = 0;
+
+    /// Of a switch of the board, which must outlive the object and its changes.
+    /// \param model as in configuration documents.
+    static std::unique_ptr<ChipEvidence> of(simulation::SimulatedBoard& board, unsigned switchId,
+                                            std::string const& model, Question const& question);
+
+protected:
+    /// Whose register a rule looks at.
+    enum class Side { from, to, chip };
+
+    struct Row {
+        std::string_view rule;
+        Side side;
+        /// Of Side::chip; one that ends in "_" ends with the number of the port that got the frame.
+        char const* unit;
+        char const* name;
+        char const* field;
+    };
+
+    ChipEvidence(simulation::ChipTestSide& chip, std::string const& model, Question question)
+        : _fields(chip, model), _question(std::move(question)) {}
+
+    Question const& getQuestion() const { return _question; }
+    FieldAccess const& getFields() const { return _fields; }
+
+    std::string unitOf(Row const& row) const;
+    std::string nameOf(Row const& row) const;
+    Fact factOf(Row const& row) const;
+    /// The field of the row becomes that.
+    Change changeOf(Row const& row, std::uint32_t value) const;
+    /// The ports are set in the field of the row.
+    Change additionOf(Row const& row, std::uint32_t ports) const;
+
+private:
+    FieldAccess _fields;
+    Question const _question;
+};
+
+} // namespace board

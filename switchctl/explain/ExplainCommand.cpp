@@ -1,0 +1,80 @@
+#include "switchctl/explain/ExplainCommand.hpp"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "board/ModelBringUp.hpp"
+#include "board/intent/Intent.hpp"
+#include "board/paths/Cables.hpp"
+#include "chips/PortAddress.hpp"
+#include "reference_host/XmlDocument.hpp"
+#include "switchctl/explain/ExplainReport.hpp"
+#include "switchctl/explain/FrameQuestion.hpp"
+#include "switchctl/explain/FrameWay.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
+#include "switchctl/terminal/Progress.hpp"
+
+namespace switchctl::explain {
+
+ExplainCommand::ExplainCommand() : Command("explain", "Say why a frame gets to a port, or why not") {}
+
+void ExplainCommand::declare(Arguments& arguments) {
+    arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
+    arguments.option("SWITCH.PORT", _from, "The port that gets the frame").required();
+    arguments.option("FRAME", _words, "[untagged|tagged VID] to SWITCH.PORT|MAC|GROUP|all").required();
+    arguments.option("--cable", _cables, "A cable between two ports. May be repeated")
+        .type("SWITCH.PORT=SWITCH.PORT")
+        .oneEach();
+    addJson(arguments);
+    arguments.finally([this] {
+        FrameQuestion const question(_words);
+        if (!chips::PortAddress::fromText(_from)) {
+            throw Arguments::Wrong("\"" + _from + "\" is not of the form SWITCH.PORT");
+        }
+    });
+}
+
+std::string ExplainCommand::getHelp() const {
+    return "The frame is followed rule by rule, with the registers that each rule looks at, as a bring-up "
+           "on\n"
+           "chip models leaves them with all links plugged in. Where it stops, all single changes that "
+           "would\n"
+           "let it pass are tried, then all pairs, then all threes. To a port, the frame goes to a station\n"
+           "that no chip knows. Over several switches it takes the fewest cables.\n"
+           "\n"
+           "Examples:\n"
+           "  switchctl explain board.xml 0.1 to 0.10\n"
+           "  switchctl explain board.xml 0.1 tagged 5 to 239.1.2.3\n"
+           "  switchctl explain board.xml 0.1 to 3.0 --cable 0.10=3.20\n"
+           "\n";
+}
+
+std::vector<Command::StatusLine> ExplainCommand::getStatuses() const {
+    return {{ExitStatus::success, "the frame is delivered"},
+            {ExitStatus::notDelivered, "it is not"},
+            {ExitStatus::usage, "the command line is wrong, or the board has no such port"},
+            ExitStatus::badDocument,
+            ExitStatus::startUpFailed};
+}
+
+ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) const {
+    OutputDiversion const diversion(errors);
+    std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
+    auto const document = reference_host::XmlDocument::fromFile(_path);
+    board::ModelBringUp bringUp(*document, _path);
+    board::IntendedBoard const board(*document);
+    board::Intent const intent(board);
+    board::Cables const cables(_cables, board);
+    FrameWay way(bringUp, intent, cables);
+    way.follow(*chips::PortAddress::fromText(_from), FrameQuestion(_words));
+    ExplainReport const report(_path, intent, way);
+    progress.reset();
+    if (isJson()) {
+        Command::print(out, report.toJson());
+    } else {
+        report.print(out);
+    }
+    return way.isDelivered() ? ExitStatus::success : ExitStatus::notDelivered;
+}
+
+} // namespace switchctl::explain
