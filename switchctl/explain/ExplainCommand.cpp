@@ -37,10 +37,12 @@ void ExplainCommand::declare(Arguments& arguments) {
 std::string ExplainCommand::getHelp() const {
     return "The frame is followed rule by rule, with the registers that each rule looks at, as a bring-up "
            "on\n"
-           "chip models leaves them with all links plugged in. Where it stops, all single changes that "
-           "would\n"
-           "let it pass are tried, then all pairs, then all threes. To a port, the frame goes to a station\n"
-           "that no chip knows. Over several switches it takes the fewest cables.\n"
+           "chip models leaves them with all links plugged in, and the line of the document behind it. "
+           "Where\n"
+           "it stops, changes of registers that would let it pass are tried: all single ones, else all "
+           "pairs,\n"
+           "else all threes. A frame to a port is for a station that no chip knows. Where no way over the\n"
+           "cables leads there, that of the fewest cables is shown.\n"
            "\n"
            "Examples:\n"
            "  switchctl explain board.xml 0.1 to 0.10\n"
@@ -67,14 +69,14 @@ ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) cons
     board::Cables const cables(_cables, board);
     FrameWay way(bringUp, intent, cables);
     way.follow(*chips::PortAddress::fromText(_from), FrameQuestion(_words));
-    ExplainReport const report(_path, intent, way);
+    ExplainReport const report(_path, bringUp.getDocument(), intent, way, FrameQuestion(_words));
     progress.reset();
     if (isJson()) {
         Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
-    return way.isDelivered() ? ExitStatus::success : ExitStatus::notDelivered;
+    return !way.getDeliveries().empty() ? ExitStatus::success : ExitStatus::notDelivered;
 }
 
 } // namespace switchctl::explain
