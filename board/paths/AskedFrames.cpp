@@ -5,13 +5,17 @@
 
 namespace board {
 
-AskedFrames::AskedFrames(IntendedBoard const& board, BoardReading const& reading) {
+AskedFrames::AskedFrames(IntendedBoard const& board, BoardReading const& reading,
+                         std::set<unsigned> const& more) {
     std::set<unsigned> vids{0, 1};
     auto const add = [&vids](unsigned vid) {
         if (vid <= BoardReading::highestVlanId) {
             vids.insert(vid);
         }
     };
+    for (unsigned const vid : more) {
+        add(vid);
+    }
     for (auto const& [id, vlan] : board.getVlans()) {
         add(id);
     }

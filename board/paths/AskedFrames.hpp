@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,8 @@ public:
 
     /// Without a tag; with VID 0, VID 1, one that nothing in the document names, and all that something does,
     /// whether to people or to the library.
-    AskedFrames(IntendedBoard const& board, BoardReading const& reading);
+    /// \param more VIDs that chips know beside.
+    AskedFrames(IntendedBoard const& board, BoardReading const& reading, std::set<unsigned> const& more = {});
 
     /// Ascending, without a tag first.
     std::vector<FrameKind::Tags> const& getTags() const { return _tags; }

@@ -66,7 +66,7 @@ void FrameQuestion::readTarget() {
         frame.address = group ? *group : *mac;
         frame.destination = (frame.address & groupBit) != 0 ? Destination::group : Destination::unicast;
     } else if (!to) {
-        throw std::invalid_argument("\"" + target + "\": neither a port nor an address nor \"all\"");
+        throw std::invalid_argument("\"" + target + R"(": neither a port nor an address nor "all")");
     }
 }
 

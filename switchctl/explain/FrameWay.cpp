@@ -155,7 +155,9 @@ std::vector<unsigned> FrameWay::vidsOf(PortAddress const& from, std::optional<un
             vids.insert(vlan);
         }
     }
-    return {vids.begin(), std::next(vids.begin(), static_cast<int>(std::min(most, vids.size())))};
+    std::vector<unsigned> list(vids.begin(), vids.end());
+    list.resize(std::min(most, list.size()));
+    return list;
 }
 
 void FrameWay::add(PortAddress const& from, std::optional<unsigned> to, FrameKind const& frame) {

@@ -2,10 +2,12 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 
 #include "board/ModelBringUp.hpp"
 #include "board/intent/Intent.hpp"
 #include "board/paths/Cables.hpp"
+#include "board/paths/LoadedBoard.hpp"
 #include "board/paths/PathComparison.hpp"
 #include "board/paths/StationComparison.hpp"
 #include "chips/PortAddress.hpp"
@@ -63,7 +65,8 @@ stationsOf(board::Intent const& intent, RegisterPaths const& registers, board::A
 
 } // namespace
 
-PathsCommand::PathsCommand() : Command("paths", "Show who reaches whom, and who should not") {}
+PathsCommand::PathsCommand(std::string memoryDevice)
+    : Command("paths", "Show who reaches whom, and who should not"), _memoryDevice(std::move(memoryDevice)) {}
 
 void PathsCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
@@ -76,6 +79,8 @@ void PathsCommand::declare(Arguments& arguments) {
                 "A cable between two ports, of which the document says nothing. May be repeated")
         .type("SWITCH.PORT=SWITCH.PORT")
         .oneEach();
+    auto const live = arguments.flag("--live", _isLive, "Ask what the chips of the board hold instead");
+    _simulation.addTo(arguments).needs(live);
     addJson(arguments);
 }
 
@@ -85,12 +90,14 @@ std::string PathsCommand::getHelp() const {
            "answer comes from the registers of chip models that the document was brought up on, with all\n"
            "links plugged in, and is compared with what the document alone asks for. With cables, frames "
            "are\n"
-           "also followed from station to station.\n"
+           "also followed from station to station. --live reads the chips as an audit does; what cannot be\n"
+           "read without disturbing them, learned addresses above all, counts as after a reset.\n"
            "\n"
            "Examples:\n"
            "  switchctl paths board.xml\n"
            "  switchctl paths board.xml --between 0.1 0.10\n"
            "  switchctl paths board.xml --cable 0.10=3.20 --cable 1.10=3.21\n"
+           "  switchctl paths board.xml --live\n"
            "  switchctl paths board.xml --json | jq '.differences[] | select(.kind == \"leak\")'\n"
            "\n";
 }
@@ -101,27 +108,49 @@ std::vector<Command::StatusLine> PathsCommand::getStatuses() const {
             {ExitStatus::badDocument,
              "frames go where they must not or with wrong tags, the document contradicts itself, or it "
              "cannot be read or is not well-formed"},
+            ExitStatus::noHardware,
             ExitStatus::startUpFailed,
+            {ExitStatus::registerFailed, "a chip could not be read completely"},
             {ExitStatus::documentWarnings,
              "frames do not go where they must, or go where a port is not forwarding"}};
+}
+
+std::unique_ptr<board::LoadedBoard> PathsCommand::load(Xml& document) const {
+    auto loaded = std::make_unique<board::LoadedBoard>(document, _path);
+    if (_simulation.isChosen()) {
+        board::ModelBringUp chips(_simulation.getPath(_path));
+        board::BoardAccess board(chips.getBoard());
+        loaded->load(board);
+    } else {
+        board::BoardAccess board(_memoryDevice);
+        loaded->load(board);
+    }
+    return loaded;
 }
 
 ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const {
     OutputDiversion const diversion(errors);
     std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
     auto const document = reference_host::XmlDocument::fromFile(_path);
-    board::ModelBringUp bringUp(*document, _path);
+    std::unique_ptr<board::LoadedBoard> const live = _isLive ? load(*document) : nullptr;
+    std::optional<board::ModelBringUp> bringUp;
+    if (!_isLive) {
+        bringUp.emplace(*document, _path);
+    }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    RegisterPaths const registers(RegisterPaths::chipsOf(bringUp.getBoard()));
-    board::AskedFrames const frames(board, bringUp.getDocument());
+    RegisterPaths const registers(RegisterPaths::chipsOf(_isLive ? live->getBoard() : bringUp->getBoard()));
+    board::AskedFrames const frames(board, board::BoardReading(*document),
+                                    _isLive ? live->getVids() : std::set<unsigned>());
     board::Cables const cables(_cables, board);
     PathComparison::Selection const selection = selectionOf(registers, _between);
     PathComparison const comparison(intent, registers, frames, selection);
     StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
     PathsReport const report(_path, intent, comparison, stations);
     progress.reset();
-    if (isJson()) {
+    if (isJson() && _isLive) {
+        printWithTime(out, report.toJson());
+    } else if (isJson()) {
         print(out, report.toJson());
     } else {
         report.print(out);

@@ -227,6 +227,21 @@ TEST_P(EveryVerbTest, APlanTakesWhatBringUpTakes) {
                               " bus accesses, "));
 }
 
+TEST_P(EveryVerbTest, PathsCountWhatTheyListAndChipsHaveThem) {
+    ChildProcess const text = run({"paths"});
+    json const paths = asJson({"paths"}, {}, text.status);
+    EXPECT_EQ(paths["errors"], withSeverity(paths["differences"], "error") + paths["contradictions"].size());
+    EXPECT_EQ(paths["warnings"], withSeverity(paths["differences"], "warning"));
+    EXPECT_EQ(paths["notes"], withSeverity(paths["differences"], "note"));
+    EXPECT_EQ(text.status, paths["errors"] > 0 ? 3 : paths["warnings"] > 0 ? 10 : 0);
+    EXPECT_THAT(text.out, EndsWith(path + ": " + countsOf(paths) + "; " +
+                                   counted(paths["framesAsked"], "frame") + " asked\n"));
+    json const live = asJson({"paths"}, {"--live", "--simulate"}, text.status);
+    // What VIDs are asked depends on what chips know, too; on these boards that is what the document says.
+    EXPECT_EQ(live["framesAsked"], paths["framesAsked"]);
+    EXPECT_EQ(live["differences"], paths["differences"]);
+}
+
 TEST_P(EveryVerbTest, PicturesHaveTheSwitchesAndVlansThatComeUp) {
     json const picture = asJson({"draw"}, {}, 0);
     json const up = asJson({"bring-up"}, {"--simulate"}, GetParam().bringUpStatus);

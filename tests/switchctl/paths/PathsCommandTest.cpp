@@ -27,7 +27,7 @@ std::string exampleOf(std::string const& name) {
 
 CommandRun run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "paths");
-    return CommandRun::of<PathsCommand>(arguments);
+    return CommandRun::of<PathsCommand>(arguments, std::string("/nonexistent/mem"));
 }
 
 json jsonOf(std::string const& path) {
@@ -177,4 +177,38 @@ TEST(PathsCommandTest, ACableThatMakesALoopIsAnError) {
     EXPECT_THAT(paths.out,
                 HasSubstr(": error: 0.0 0.1 (tagged 5) [loop]\n    go round for ever, in at 0.9\n"));
     EXPECT_EQ(run({exampleOf("minimal"), "--cable", "0.8"}).status, ExitStatus::usage);
+}
+
+TEST(PathsCommandTest, ChipsThatAreAsTheDocumentSaysDoAsTheModels) {
+    for (char const* const example : {"minimal", "mixed"}) {
+        CommandRun const live = run({exampleOf(example), "--live", "--simulate"});
+        CommandRun const models = run({exampleOf(example)});
+        EXPECT_EQ(live.out, models.out);
+        EXPECT_EQ(live.status, models.status);
+    }
+    EXPECT_TRUE(
+        json::parse(run({exampleOf("minimal"), "--live", "--simulate", "--json"}).out).contains("time"));
+    EXPECT_FALSE(jsonOf(exampleOf("minimal")).contains("time"));
+}
+
+// The chips were brought up by the board of a later day.
+TEST(PathsCommandTest, ChipsOfAnotherDocumentLeak) {
+    TemporaryFile const board(boardWith("", ""));
+    TemporaryFile const other(
+        boardWith("", "<vlan id='77' typeOfVlan='tagBasedVlan'>"
+                      "<port switchId='0' portId='3' ingress='validateTag' egress='validateTag'/>"
+                      "<port switchId='0' portId='4' ingress='validateTag' egress='validateTag'/></vlan>"));
+    EXPECT_EQ(run({board.path(), "--live", "--simulate"}).status, ExitStatus::success);
+    CommandRun const live = run({board.path(), "--live", "--simulate=" + other.path()});
+    EXPECT_EQ(live.status, ExitStatus::badDocument);
+    EXPECT_THAT(live.out, HasSubstr(": error: 0.3 0.4 (tagged 119) [leak]\n    reach 0.3 0.4 as it came\n"
+                                    "    They must not: the frame belongs to no VLAN.\n"));
+}
+
+TEST(PathsCommandTest, WithoutABoardNothingIsLive) {
+    EXPECT_EQ(run({exampleOf("minimal"), "--live"}).status, ExitStatus::noHardware);
+    EXPECT_EQ(run({exampleOf("minimal"), "--simulate"}).status, ExitStatus::usage);
+    // Of four switches that are to be read, the board has one.
+    EXPECT_NE(run({exampleOf("mixed"), "--live", "--simulate=" + exampleOf("minimal")}).status,
+              ExitStatus::success);
 }

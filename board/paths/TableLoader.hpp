@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "chips/ChipImage.hpp"
+#include "simulation/SimulatedBoard.hpp"
+
+namespace board {
+
+/// Puts entries of tables, as they were read from a chip, into the model of one.
+class TableLoader {
+public:
+    /// The board must outlive the object.
+    TableLoader(simulation::SimulatedBoard& board, unsigned switchId) : _board(board), _switchId(switchId) {}
+
+    void load(chips::ChipImage::Item const& entry) const;
+
+private:
+    using Item = chips::ChipImage::Item;
+
+    void loadVtu(Item const& entry) const;
+    void loadStu(Item const& entry) const;
+    void loadVlan(Item const& entry) const;
+    void loadMac(Item const& entry) const;
+
+    simulation::SimulatedBoard& _board;
+    unsigned const _switchId;
+};
+
+} // namespace board
