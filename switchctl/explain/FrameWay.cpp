@@ -29,11 +29,9 @@ private:
 
 } // namespace
 
-FrameWay::FrameWay(board::ModelBringUp& bringUp, board::Intent const& intent, board::Cables const& cables)
-    : _bringUp(bringUp),
-      _intent(intent),
-      _cables(cables),
-      _registers(RegisterPaths::chipsOf(bringUp.getBoard())) {}
+FrameWay::FrameWay(simulation::SimulatedBoard& board, board::Intent const& intent,
+                   board::Cables const& cables)
+    : _board(board), _intent(intent), _cables(cables), _registers(RegisterPaths::chipsOf(board)) {}
 
 void FrameWay::requirePort(PortAddress const& port) const {
     auto const chip = _registers.getChips().find(port.switchId);
@@ -175,8 +173,8 @@ void FrameWay::add(PortAddress const& from, std::optional<unsigned> to, FrameKin
     if (to) {
         question.exits = {*to};
     }
-    auto const evidence =
-        ChipEvidence::of(_bringUp.getBoard(), from.switchId, _bringUp.getModel(from.switchId), question);
+    auto const evidence = ChipEvidence::of(
+        _board, from.switchId, _intent.getBoard().getSwitches().at(from.switchId).model, question);
     _hops.push_back(
         {from, to, frame,
          board::PathExplanation(*_registers.getChips().at(from.switchId), *evidence, sent, from.portId, to),

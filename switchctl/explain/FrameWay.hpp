@@ -4,12 +4,12 @@
 #include <set>
 #include <vector>
 
-#include "board/ModelBringUp.hpp"
 #include "board/intent/Intent.hpp"
 #include "board/paths/Cables.hpp"
 #include "board/paths/PathExplanation.hpp"
 #include "board/paths/RegisterPaths.hpp"
 #include "chips/PortAddress.hpp"
+#include "simulation/SimulatedBoard.hpp"
 #include "switchctl/explain/FrameQuestion.hpp"
 
 namespace switchctl::explain {
@@ -35,7 +35,7 @@ public:
     };
 
     /// All of them must outlive the object.
-    FrameWay(board::ModelBringUp& bringUp, board::Intent const& intent, board::Cables const& cables);
+    FrameWay(simulation::SimulatedBoard& board, board::Intent const& intent, board::Cables const& cables);
 
     /// Once. Throws ToolError (usage) when the board has no such port, or no cables lead from one switch to
     /// the other.
@@ -65,7 +65,7 @@ private:
     void add(chips::PortAddress const& from, std::optional<unsigned> to, board::FrameKind const& frame);
     std::vector<unsigned> vidsOf(chips::PortAddress const& from, std::optional<unsigned> to) const;
 
-    board::ModelBringUp& _bringUp;
+    simulation::SimulatedBoard& _board;
     board::Intent const& _intent;
     board::Cables const& _cables;
     board::RegisterPaths const _registers;

@@ -26,7 +26,7 @@ std::string exampleOf(std::string const& name) {
 
 CommandRun explain(std::string const& example, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"explain", exampleOf(example)});
-    return CommandRun::of<ExplainCommand>(arguments);
+    return CommandRun::of<ExplainCommand>(arguments, std::string("/nonexistent/mem"));
 }
 
 } // namespace

@@ -52,7 +52,7 @@ std::string boardWith(std::string const& member0, std::string const& member1, in
 CommandRun explainOn(TemporaryFile const& board, std::vector<std::string> words) {
     words.insert(words.begin(), {"explain", board.path()});
     words.insert(words.end(), {"--cable", "0.8=1.9"});
-    return CommandRun::of<ExplainCommand>(words);
+    return CommandRun::of<ExplainCommand>(words, std::string("/nonexistent/mem"));
 }
 
 } // namespace
@@ -171,4 +171,22 @@ TEST(ExplainMistakesTest, AMemberThatTheLibraryLeavesOut) {
                   board.path() +
                   ":28 makes 1.8 a member of VLAN 5 (0x5, written \"5\"), but the library leaves it out, "
                   "since port 8 of another switch is one already\n"));
+}
+
+// The document is right; the chips were brought up by another one.
+TEST(ExplainMistakesTest, ChipsThatAreNotAsTheDocumentSays) {
+    TemporaryFile const board(boardWith(uplink0, uplink1));
+    TemporaryFile const before(boardWith(uplink0, ""));
+    CommandRun const same = explainOn(board, {"0.1", "to", "1.2", "--live", "--simulate"});
+    EXPECT_EQ(same.status, ExitStatus::success);
+    EXPECT_EQ(same.out, explainOn(board, {"0.1", "to", "1.2"}).out);
+    CommandRun const other = explainOn(board, {"0.1", "to", "1.2", "--live", "--simulate=" + before.path()});
+    EXPECT_EQ(other.status, ExitStatus::notDelivered);
+    EXPECT_THAT(
+        other.out,
+        HasSubstr("         1/VTU/VID 5:MemberTag9 = not a member\nstops here: M7 (VLAN) of switch 1 "));
+    EXPECT_THAT(other.out,
+                HasSubstr("\nby the document it must get from 1.9 to 1.2: both are in the frame's VLAN\n"));
+    EXPECT_EQ(explainOn(board, {"0.1", "to", "1.2", "--live"}).status, ExitStatus::noHardware);
+    EXPECT_EQ(explainOn(board, {"0.1", "to", "1.2", "--simulate"}).status, ExitStatus::usage);
 }
