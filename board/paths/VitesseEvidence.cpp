@@ -67,9 +67,9 @@ void VitesseEvidence::addVlan(Side side, std::vector<Fact>& facts) const {
     unsigned const vid = getQuestion().vid;
     auto const entry = _chip.getVlanEntry(vid);
     std::string const name = fmt::format("VLAN table/VID {}", vid);
-    facts.push_back({name + ":ports", hexadecimal(entry.ports) + describeBit(side, entry.ports)});
+    facts.push_back({name + ":Ports", hexadecimal(entry.ports) + describeBit(side, entry.ports)});
     if (side == Side::from) {
-        facts.push_back({name + ":source check", entry.sourceCheck ? "on" : "off"});
+        facts.push_back({name + ":VLAN_SRC_CHECK", hexadecimal(entry.sourceCheck ? 1 : 0)});
     }
 }
 
@@ -78,7 +78,8 @@ void VitesseEvidence::addDestination(std::vector<Fact>& facts) const {
     using Class = simulation::EthernetFrame::DestinationClass;
     simulation::EthernetFrame::Address const destination = getQuestion().destination;
     if (auto const ports = _chip.getMulticastPorts(destination, getQuestion().vid)) {
-        facts.push_back({"MAC table/" + simulation::EthernetFrame::format(destination) + ":ports",
+        facts.push_back({fmt::format("MAC table/group {} VID {}:Ports",
+                                     simulation::EthernetFrame::format(destination), getQuestion().vid),
                          hexadecimal(*ports) + describeBit(Side::to, *ports)});
         return;
     }
@@ -142,7 +143,7 @@ ChipEvidence::Change VitesseEvidence::membershipOf() const {
     unsigned const vid = getQuestion().vid;
     std::uint32_t const ports = _chip.getVlanEntry(vid).ports | 1U << getQuestion().from |
                                 1U << getQuestion().to.value_or(getQuestion().from);
-    return {fmt::format("VLAN table/VID {}:ports={}", vid, hexadecimal(ports)), [this, vid, ports] {
+    return {fmt::format("VLAN table/VID {}:Ports={}", vid, hexadecimal(ports)), [this, vid, ports] {
                 auto const before = _chip.getVlanEntry(vid);
                 auto entry = before;
                 entry.ports = ports;

@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "0x10, without port 1"},
         // What V7 refuses may still be learned, which V8 says.
         Obstacle{"V7", [](auto& board, auto const&) { leaveVlan(board, 1, true); }, "V8",
-                 "VLAN table/VID 3:source check", "on"},
+                 "VLAN table/VID 3:VLAN_SRC_CHECK", "0x1"},
         Obstacle{"V9", field("analyser", "UFLODMASK", "Ports", 0x2), "V9", "analyser/UFLODMASK:Ports",
                  "0x2, without port 4"},
         Obstacle{"V10Source", field("analyser", "SRCMASKS_1", "Ports", 0x2), "V10",
@@ -161,7 +161,7 @@ TEST(VitesseEvidenceTest, TheVlansMaskHasPortsByNumber) {
                                            {1, 4U, {4}, 3, frame.getDestination(), {}});
     auto const facts = evidence->getFacts("V10");
     ASSERT_EQ(facts.size(), 2U);
-    EXPECT_EQ(facts[1].place, "VLAN table/VID 3:ports");
+    EXPECT_EQ(facts[1].place, "VLAN table/VID 3:Ports");
     EXPECT_THAT(facts[1].value, testing::EndsWith(", without port 4"));
     EXPECT_EQ(compared.registers.getChips().at(2)->decide(1, frame, 1U << 4).dropReason,
               "the VLAN's mask leaves no port");
