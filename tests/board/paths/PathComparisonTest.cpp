@@ -13,7 +13,6 @@
 #include "tests/board/paths/ComparedBoard.hpp"
 #include "tests/support/TemporaryFile.hpp"
 
-using board::FrameKind;
 using board::PathComparison;
 using board::PathLine;
 using board::PortSet;

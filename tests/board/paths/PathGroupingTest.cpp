@@ -25,7 +25,7 @@ protected:
     board::IntendedBoard intended{document};
     board::AskedFrames frames{intended, board::BoardReading(document)};
     board::PathGrouping grouping{frames};
-    PathLine::Key const key;
+    PathLine::Key const key{};
 };
 
 } // namespace

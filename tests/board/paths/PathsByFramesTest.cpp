@@ -39,7 +39,7 @@ protected:
         return _arrivals;
     }
 
-    Arrivals predict(End const& from, FrameKind const& kind) {
+    Arrivals predict(End const& from, FrameKind const& kind) const {
         Arrivals arrivals;
         auto const decision =
             compared.registers.getChips().at(from.switchId)->decide(from.port, RegisterPaths::frameOf(kind));

@@ -15,7 +15,6 @@
 
 using board::CableWalk;
 using board::FrameKind;
-using board::PathLine;
 using board::RegisterPaths;
 using board::StationComparison;
 using board_test::ComparedBoard;
