@@ -52,7 +52,7 @@ Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<check::CheckCommand>());
     _commands.push_back(std::make_unique<draw::DrawCommand>());
     _commands.push_back(std::make_unique<paths::PathsCommand>(memoryDevice));
-    _commands.push_back(std::make_unique<explain::ExplainCommand>());
+    _commands.push_back(std::make_unique<explain::ExplainCommand>(memoryDevice));
     _commands.push_back(std::make_unique<plan::PlanCommand>());
     _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
     _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));

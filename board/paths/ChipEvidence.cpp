@@ -21,11 +21,12 @@ std::unique_ptr<ChipEvidence> ChipEvidence::of(simulation::SimulatedBoard& board
     throw std::out_of_range("no rules for a " + model);
 }
 
+std::string ChipEvidence::unitOf(Side side) const {
+    return "port " + std::to_string(side == Side::from ? _question.from : _question.to.value());
+}
+
 std::string ChipEvidence::unitOf(Row const& row) const {
-    if (row.side == Side::chip) {
-        return row.unit;
-    }
-    return "port " + std::to_string(row.side == Side::from ? _question.from : _question.to);
+    return row.side == Side::chip ? row.unit : unitOf(row.side);
 }
 
 std::string ChipEvidence::nameOf(Row const& row) const {
@@ -33,11 +34,28 @@ std::string ChipEvidence::nameOf(Row const& row) const {
     return name.back() == '_' ? name + std::to_string(_question.from) : name;
 }
 
-ChipEvidence::Fact ChipEvidence::factOf(Row const& row) const {
-    std::string const unit = unitOf(row);
+std::string ChipEvidence::describeBit(Side side, std::uint32_t ports) const {
+    if (side == Side::chip || (side == Side::to && !_question.to)) {
+        return "";
+    }
+    unsigned const port = side == Side::from ? _question.from : *_question.to;
+    return fmt::format(", {} port {}", (ports >> port & 1) != 0 ? "with" : "without", port);
+}
+
+void ChipEvidence::addFacts(Row const& row, std::vector<Fact>& facts) const {
     std::string const name = nameOf(row);
-    return {FieldAccess::describe(unit, name, row.field),
-            fieldValue(row.field, _fields.get(unit, name, row.field))};
+    std::vector<std::string> units = {row.side == Side::to ? "" : unitOf(row)};
+    if (row.side == Side::to) {
+        units.clear();
+        for (unsigned const exit : _question.exits) {
+            units.push_back("port " + std::to_string(exit));
+        }
+    }
+    for (std::string const& unit : units) {
+        std::uint32_t const value = _fields.get(unit, name, row.field);
+        facts.push_back({FieldAccess::describe(unit, name, row.field),
+                         fieldValue(row.field, value) + describeBit(row.bit, value)});
+    }
 }
 
 ChipEvidence::Change ChipEvidence::changeOf(Row const& row, std::uint32_t value) const {

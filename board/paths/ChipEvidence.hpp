@@ -2,12 +2,14 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "board/paths/FieldAccess.hpp"
 #include "simulation/SimulatedBoard.hpp"
+#include "simulation/network/EthernetFrame.hpp"
 
 namespace board {
 
@@ -30,9 +32,13 @@ public:
 
     struct Question {
         unsigned from = 0;
-        unsigned to = 0;
+        /// The port that it is to leave by, if it is to leave by a certain one.
+        std::optional<unsigned> to;
+        /// Ports of the way out that are looked at: that one, or those that send.
+        std::vector<unsigned> exits;
         /// The VLAN that the chip puts the frame in, or 0.
         unsigned vid = 0;
+        simulation::EthernetFrame::Address destination = 0;
         /// VLANs that the frame may be meant for.
         std::vector<unsigned> vids;
     };
@@ -61,6 +67,8 @@ protected:
         char const* unit;
         char const* name;
         char const* field;
+        /// Of a mask of ports: the side whose bit counts.
+        Side bit = Side::chip;
     };
 
     ChipEvidence(simulation::ChipTestSide& chip, std::string const& model, Question question)
@@ -69,15 +77,31 @@ protected:
     Question const& getQuestion() const { return _question; }
     FieldAccess const& getFields() const { return _fields; }
 
-    std::string unitOf(Row const& row) const;
-    std::string nameOf(Row const& row) const;
-    Fact factOf(Row const& row) const;
+    /// Those of one rule, of a table of all.
+    template <std::size_t Count>
+    std::vector<Fact> factsOf(std::string_view rule, Row const (&rows)[Count]) const {
+        std::vector<Fact> facts;
+        for (Row const& row : rows) {
+            if (row.rule == rule) {
+                addFacts(row, facts);
+            }
+        }
+        return facts;
+    }
+    void addFacts(Row const& row, std::vector<Fact>& facts) const;
+    /// ", without port 3", when the side has one port.
+    std::string describeBit(Side side, std::uint32_t ports) const;
+
+    std::string unitOf(Side side) const;
     /// The field of the row becomes that.
     Change changeOf(Row const& row, std::uint32_t value) const;
     /// The ports are set in the field of the row.
     Change additionOf(Row const& row, std::uint32_t ports) const;
 
 private:
+    std::string unitOf(Row const& row) const;
+    std::string nameOf(Row const& row) const;
+
     FieldAccess _fields;
     Question const _question;
 };

@@ -19,6 +19,7 @@ private:
     using VtuEntry = simulation::Marvell88E6096TestSide::VtuEntry;
 
     void addTableFacts(std::string_view rule, std::vector<Fact>& facts) const;
+    void addState(VtuEntry const& entry, unsigned port, std::vector<Fact>& facts) const;
     Change membershipOf(unsigned port) const;
 
     simulation::Marvell88E6096TestSide& _chip;

@@ -9,9 +9,15 @@ constexpr std::size_t mostChanges = 3;
 } // namespace
 
 PathExplanation::PathExplanation(simulation::ChipForwarding const& chip, ChipEvidence const& evidence,
-                                 simulation::EthernetFrame const& frame, unsigned from, unsigned to)
-    : _chip(chip), _frame(frame), _from(from), _to(to), _decision(chip.decide(from, frame)) {
-    for (std::string_view const rule : _decision.rules) {
+                                 simulation::EthernetFrame const& frame, unsigned from,
+                                 std::optional<unsigned> to)
+    : _chip(chip),
+      _frame(frame),
+      _from(from),
+      _to(to),
+      _decision(chip.decide(from, frame)),
+      _way(decideWay()) {
+    for (std::string_view const rule : _way.rules) {
         _steps.push_back({rule, evidence.getFacts(rule)});
     }
     Changes const changes = isDelivered() ? Changes() : evidence.getChanges();
@@ -21,8 +27,13 @@ PathExplanation::PathExplanation(simulation::ChipForwarding const& chip, ChipEvi
     }
 }
 
-bool PathExplanation::passes() const {
-    return _chip.decide(_from, _frame).find(_to) != nullptr;
+// What a chip does with the frame altogether may be unknown because of another port that sends it.
+simulation::Decision PathExplanation::decideWay() const {
+    return _to && !_decision.isRefused() ? _chip.decide(_from, _frame, 1U << *_to) : _decision;
+}
+
+bool PathExplanation::isDelivered(simulation::Decision const& decision) const {
+    return _to ? decision.find(*_to) != nullptr : !decision.egress.empty();
 }
 
 // All sets of so many changes, each made in the model, tried, and taken back.
@@ -33,7 +44,7 @@ void PathExplanation::findRemedies(Changes const& changes, std::size_t first, st
         made.push_back(changes[index].text);
         if (more > 1) {
             findRemedies(changes, index + 1, more - 1, made);
-        } else if (passes()) {
+        } else if (isDelivered(_chip.decide(_from, _frame))) {
             _remedies.push_back(made);
         }
         made.pop_back();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,11 +22,15 @@ public:
     using Remedy = std::vector<std::string>;
 
     /// The model is as before afterwards.
+    /// \param to the port that it is to leave by; without, any will do.
     PathExplanation(simulation::ChipForwarding const& chip, ChipEvidence const& evidence,
-                    simulation::EthernetFrame const& frame, unsigned from, unsigned to);
+                    simulation::EthernetFrame const& frame, unsigned from, std::optional<unsigned> to);
 
+    /// What the chip does with the frame.
     simulation::Decision const& getDecision() const { return _decision; }
-    bool isDelivered() const { return _decision.find(_to) != nullptr; }
+    /// The same as far as it is about the way to that port: where it ends, and why.
+    simulation::Decision const& getWay() const { return _way; }
+    bool isDelivered() const { return isDelivered(_decision); }
 
     /// Rules in their order.
     std::vector<Step> const& getSteps() const { return _steps; }
@@ -37,13 +42,15 @@ private:
     using Changes = std::vector<ChipEvidence::Change>;
 
     void findRemedies(Changes const& changes, std::size_t first, std::size_t more, Remedy& made);
-    bool passes() const;
+    simulation::Decision decideWay() const;
+    bool isDelivered(simulation::Decision const& decision) const;
 
     simulation::ChipForwarding const& _chip;
     simulation::EthernetFrame const _frame;
     unsigned const _from;
-    unsigned const _to;
+    std::optional<unsigned> const _to;
     simulation::Decision const _decision;
+    simulation::Decision const _way;
     std::vector<Step> _steps;
     std::vector<Remedy> _remedies;
 };

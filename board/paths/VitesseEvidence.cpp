@@ -40,13 +40,10 @@ std::vector<ChipEvidence::Fact> VitesseEvidence::getFacts(std::string_view rule)
         {"V5", Side::from, "", "CAT_VLAN_MISC", "TCI_IGNORE_ENA"},
         {"V5", Side::from, "", "CAT_VLAN_MISC", "KEEP_TAG_ENA"},
         {"V5", Side::from, "", "CAT_PORT_VLAN", "VID"},
-        {"V6", Side::chip, analyserUnit, "RECVMASK", "Ports"},
-        {"V7", Side::chip, analyserUnit, "VLANMASK", "Ports"},
-        {"V8", Side::chip, analyserUnit, "LEARNMASK", "Ports"},
-        {"V9", Side::chip, analyserUnit, "UFLODMASK", "Ports"},
-        {"V9", Side::chip, analyserUnit, "MFLODMASK", "Ports"},
-        {"V9", Side::chip, analyserUnit, "IFLODMSK", "Ports"},
-        {"V10", Side::chip, analyserUnit, "SRCMASKS_", "Ports"},
+        {"V6", Side::chip, analyserUnit, "RECVMASK", "Ports", Side::from},
+        {"V7", Side::chip, analyserUnit, "VLANMASK", "Ports", Side::from},
+        {"V8", Side::chip, analyserUnit, "LEARNMASK", "Ports", Side::from},
+        {"V10", Side::chip, analyserUnit, "SRCMASKS_", "Ports", Side::to},
         {"V11", Side::to, "", "MAC_CFG", "TX_EN"},
         {"V11", Side::to, "", "MAC_CFG", "PORT_RST"},
         {"V11", Side::to, "", "MAC_CFG", "MAC_TX_RST"},
@@ -54,18 +51,59 @@ std::vector<ChipEvidence::Fact> VitesseEvidence::getFacts(std::string_view rule)
         {"V12", Side::to, "", "TXUPDCFG", "TX_UNTAGGED_VID_ENA"},
         {"V12", Side::to, "", "TXUPDCFG", "TX_UNTAGGED_VID"},
     };
-    std::vector<Fact> facts;
-    for (Row const& row : rows) {
-        if (row.rule == rule) {
-            facts.push_back(factOf(row));
-        }
-    }
-    if (rule == "V7" || rule == "V10") {
-        unsigned const vid = getQuestion().vid;
-        facts.push_back(
-            {fmt::format("VLAN table/VID {}:ports", vid), hexadecimal(_chip.getVlanEntry(vid).ports)});
+    std::vector<Fact> facts = factsOf(rule, rows);
+    if (rule == "V7") {
+        addVlan(Side::from, facts);
+    } else if (rule == "V9") {
+        addDestination(facts);
+    } else if (rule == "V10") {
+        addVlan(Side::to, facts);
+        addAggregation(facts);
     }
     return facts;
+}
+
+void VitesseEvidence::addVlan(Side side, std::vector<Fact>& facts) const {
+    unsigned const vid = getQuestion().vid;
+    auto const entry = _chip.getVlanEntry(vid);
+    std::string const name = fmt::format("VLAN table/VID {}", vid);
+    facts.push_back({name + ":Ports", hexadecimal(entry.ports) + describeBit(side, entry.ports)});
+    if (side == Side::from) {
+        facts.push_back({name + ":VLAN_SRC_CHECK", hexadecimal(entry.sourceCheck ? 1 : 0)});
+    }
+}
+
+/// The group's entry, else the mask of all that no entry is for.
+void VitesseEvidence::addDestination(std::vector<Fact>& facts) const {
+    using Class = simulation::EthernetFrame::DestinationClass;
+    simulation::EthernetFrame::Address const destination = getQuestion().destination;
+    if (auto const ports = _chip.getMulticastPorts(destination, getQuestion().vid)) {
+        facts.push_back({fmt::format("MAC table/group {} VID {}:Ports",
+                                     simulation::EthernetFrame::format(destination), getQuestion().vid),
+                         hexadecimal(*ports) + describeBit(Side::to, *ports)});
+        return;
+    }
+    Class const kind = simulation::EthernetFrame::make(destination, 0, 0).getDestinationClass();
+    char const* const mask = kind == Class::unicast       ? "UFLODMASK"
+                             : kind == Class::ipMulticast ? "IFLODMSK"
+                                                          : "MFLODMASK";
+    addFacts({"", Side::chip, analyserUnit, mask, "Ports", Side::to}, facts);
+}
+
+/// Of the ports of a trunk, a frame takes one.
+void VitesseEvidence::addAggregation(std::vector<Fact>& facts) const {
+    if (!getQuestion().to) {
+        return;
+    }
+    unsigned with = 0;
+    for (unsigned code = 0; code < aggregationMasks; ++code) {
+        with +=
+            getFields().get(analyserUnit, fmt::format("AGGRMSKS_{}", code), "Ports") >> *getQuestion().to & 1;
+    }
+    if (with != aggregationMasks) {
+        facts.push_back({"analyser/AGGRMSKS_0 to AGGRMSKS_15:Ports",
+                         fmt::format("port {} in {} of {}", *getQuestion().to, with, aggregationMasks)});
+    }
 }
 
 ChipEvidence::Change VitesseEvidence::startOf(Side side) const {
@@ -76,16 +114,16 @@ ChipEvidence::Change VitesseEvidence::startOf(Side side) const {
         changeOf({"", side, "", "MAC_CFG", "RX_EN"}, 1),
         changeOf({"", side, "", "MAC_CFG", "TX_EN"}, 1),
     };
-    std::string const unit = unitOf({"", side, "", "", ""});
-    return {unit + "/MAC_CFG: receiver and transmitter on, out of reset", [parts] { return makeAll(parts); }};
+    return {unitOf(side) + "/MAC_CFG: receiver and transmitter on, out of reset",
+            [parts] { return makeAll(parts); }};
 }
 
 ChipEvidence::Change VitesseEvidence::floodOf() const {
     std::vector<Change> parts;
     for (char const* const mask : {"UFLODMASK", "MFLODMASK", "IFLODMSK"}) {
-        parts.push_back(additionOf({"", Side::chip, analyserUnit, mask, "Ports"}, 1U << getQuestion().to));
+        parts.push_back(additionOf({"", Side::chip, analyserUnit, mask, "Ports"}, 1U << *getQuestion().to));
     }
-    return {fmt::format("analyser: port {} in the flood masks", getQuestion().to),
+    return {fmt::format("analyser: port {} in the flood masks", *getQuestion().to),
             [parts] { return makeAll(parts); }};
 }
 
@@ -93,19 +131,19 @@ ChipEvidence::Change VitesseEvidence::aggregationOf() const {
     std::vector<Change> parts;
     for (unsigned code = 0; code < aggregationMasks; ++code) {
         std::string const name = fmt::format("AGGRMSKS_{}", code);
-        std::uint32_t const ports = getFields().get(analyserUnit, name, "Ports") | 1U << getQuestion().to;
+        std::uint32_t const ports = getFields().get(analyserUnit, name, "Ports") | 1U << *getQuestion().to;
         parts.push_back(
             {"", [this, name, ports] { return getFields().set(analyserUnit, name, "Ports", ports); }});
     }
-    return {fmt::format("analyser: port {} in the aggregation masks", getQuestion().to),
+    return {fmt::format("analyser: port {} in the aggregation masks", *getQuestion().to),
             [parts] { return makeAll(parts); }};
 }
 
 ChipEvidence::Change VitesseEvidence::membershipOf() const {
     unsigned const vid = getQuestion().vid;
-    std::uint32_t const ports =
-        _chip.getVlanEntry(vid).ports | 1U << getQuestion().from | 1U << getQuestion().to;
-    return {fmt::format("VLAN table/VID {}:ports={}", vid, hexadecimal(ports)), [this, vid, ports] {
+    std::uint32_t const ports = _chip.getVlanEntry(vid).ports | 1U << getQuestion().from |
+                                1U << getQuestion().to.value_or(getQuestion().from);
+    return {fmt::format("VLAN table/VID {}:Ports={}", vid, hexadecimal(ports)), [this, vid, ports] {
                 auto const before = _chip.getVlanEntry(vid);
                 auto entry = before;
                 entry.ports = ports;
@@ -118,15 +156,18 @@ std::vector<ChipEvidence::Change> VitesseEvidence::getChanges() const {
     Question const& question = getQuestion();
     std::vector<Change> changes = {
         startOf(Side::from),
-        startOf(Side::to),
         additionOf({"", Side::chip, analyserUnit, "RECVMASK", "Ports"}, 1U << question.from),
-        additionOf({"", Side::chip, analyserUnit, "SRCMASKS_", "Ports"}, 1U << question.to),
         changeOf({"", Side::from, "", "CAT_DROP", "TAGGED_ENA"}, 0),
         changeOf({"", Side::from, "", "CAT_DROP", "UNTAGGED_ENA"}, 0),
-        floodOf(),
-        aggregationOf(),
         membershipOf(),
     };
+    if (question.to) {
+        changes.push_back(startOf(Side::to));
+        changes.push_back(
+            additionOf({"", Side::chip, analyserUnit, "SRCMASKS_", "Ports"}, 1U << *question.to));
+        changes.push_back(floodOf());
+        changes.push_back(aggregationOf());
+    }
     for (unsigned const vid : question.vids) {
         changes.push_back(changeOf({"", Side::from, "", "CAT_PORT_VLAN", "VID"}, vid));
     }

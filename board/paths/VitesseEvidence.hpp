@@ -15,6 +15,9 @@ public:
     std::vector<Change> getChanges() const override;
 
 private:
+    void addVlan(Side side, std::vector<Fact>& facts) const;
+    void addDestination(std::vector<Fact>& facts) const;
+    void addAggregation(std::vector<Fact>& facts) const;
     Change startOf(Side side) const;
     Change floodOf() const;
     Change aggregationOf() const;

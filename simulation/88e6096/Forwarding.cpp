@@ -12,13 +12,13 @@ Forwarding::Forwarding(Context& context, std::deque<Port>& ports, Global1& globa
 
 Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
     Decision decision;
-    leaveTraces(port, frame, follow(port, frame, decision), decision);
+    leaveTraces(port, frame, follow(port, frame, everyPort, decision), decision);
     return decision;
 }
 
-Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
+Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
     Decision decision;
-    Passage const passage = follow(port, frame, decision);
+    Passage const passage = follow(port, frame, among, decision);
     if (auto const& learning = passage.getLearning()) {
         decision.learnt =
             _global1.getAtu().tryLearning(learning->fid, learning->address) == Atu::Learning::learned;
@@ -26,10 +26,11 @@ Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
     return decision;
 }
 
-Passage Forwarding::follow(unsigned port, EthernetFrame const& frame, Decision& decision) const {
+Passage Forwarding::follow(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                           Decision& decision) const {
     _snapshot.refresh();
     Passage passage(_snapshot, _global1.getVtu(), _global1.getAtu(), _context.options, port, frame, decision);
-    passage.run();
+    passage.run(among);
     return passage;
 }
 

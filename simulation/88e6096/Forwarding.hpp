@@ -26,11 +26,11 @@ public:
 
 private:
     Decision doReceive(unsigned port, EthernetFrame const& frame) override;
-    Decision doDecide(unsigned port, EthernetFrame const& frame) const override;
+    Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const override;
     bool doHasLink(unsigned port) const override { return _ports[port].hasLink(); }
     unsigned doGetMegabits(unsigned port) const override { return _ports[port].getMegabits(); }
 
-    Passage follow(unsigned port, EthernetFrame const& frame, Decision& decision) const;
+    Passage follow(unsigned port, EthernetFrame const& frame, std::uint32_t among, Decision& decision) const;
     void leaveTraces(unsigned port, EthernetFrame const& frame, Passage const& passage, Decision& decision);
 
     Context& _context;

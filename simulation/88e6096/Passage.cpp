@@ -55,7 +55,8 @@ Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Optio
       _class(frame.getDestinationClass()),
       _decision(decision) {}
 
-void Passage::run() {
+void Passage::run(std::uint32_t among) {
+    _among = among;
     static constexpr std::string_view numbers[] = {"M1", "M2", "M3",  "M4",  "M5",  "M6",  "M7",
                                                    "M8", "M9", "M10", "M11", "M12", "M13", "M14"};
     _decision.rules = {numbers,
@@ -148,6 +149,9 @@ bool Passage::management() {
     if (!isRegular(settings)) {
         return refuse(fmt::format("port {} sends frames with a tag or header of the chip's own", cpu));
     }
+    if ((_among & bit(cpu)) == 0) {
+        return drop(fmt::format("frames for the CPU go to port {} only", cpu));
+    }
     send(cpu, Form::asReceived);
     return false;
 }
@@ -227,12 +231,13 @@ bool Passage::destination() {
     std::uint32_t const data = _settings.mapsDa ? _atu.find(_fid, _frame.getDestination()) : 0;
     _isHit = data != 0;
     if (!_isHit) {
-        _ports = flood();
+        _ports = flood() & _among;
         return _ports != 0 || drop("no port sends frames to unknown addresses");
     }
     _isStaticUnicast = _class == Class::unicast && Atu::isStatic(_frame.getDestination(), data);
     _ports = atu::trunk.isSet(data) ? _snapshot.getTrunkMembers(atu::trunkId.get(data))
                                     : atu::portVector.get(data);
+    _ports &= _among;
     return _ports != 0 || drop("the destination's address leads to no port");
 }
 

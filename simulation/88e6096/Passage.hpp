@@ -35,7 +35,8 @@ public:
             unsigned ingress, EthernetFrame const& frame, Decision& decision);
 
     /// Once.
-    void run();
+    /// \param among the ports that the destination may lie behind.
+    void run(std::uint32_t among);
 
     Reception getReception() const { return _reception; }
     bool isFilteredAtIngress() const { return _isFilteredAtIngress; }
@@ -97,6 +98,7 @@ private:
     bool _isHit = false;
     bool _isStaticUnicast = false;
     std::uint32_t _ports = 0;
+    std::uint32_t _among = 0;
     /// For all ports that send it with a tag.
     std::optional<EthernetFrame> _tagged;
 

@@ -10,9 +10,9 @@ Decision ChipForwarding::receive(unsigned port, EthernetFrame const& frame) {
     return doReceive(port, frame);
 }
 
-Decision ChipForwarding::decide(unsigned port, EthernetFrame const& frame) const {
+Decision ChipForwarding::decide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
     auto const held = lockFor(port);
-    return doDecide(port, frame);
+    return doDecide(port, frame, among);
 }
 
 bool ChipForwarding::hasLink(unsigned port) const {

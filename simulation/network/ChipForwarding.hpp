@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <mutex>
 
 #include "simulation/Services.hpp"
@@ -32,7 +33,13 @@ public:
 
     /// What receive() would decide now. Nothing changes but the snapshot.
     /// \throws std::out_of_range when there is no such port.
-    Decision decide(unsigned port, EthernetFrame const& frame) const;
+    Decision decide(unsigned port, EthernetFrame const& frame) const {
+        return decide(port, frame, everyPort);
+    }
+
+    /// The same if the destination lay behind none but some ports, so that rule and reason are about these.
+    /// \param among bit n for port n. Whatever else the frame would go to is left out, the processor, too.
+    Decision decide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const;
 
     /// Whether the port can get or send frames as far as link and MAC are concerned.
     /// \throws std::out_of_range when there is no such port.
@@ -43,6 +50,8 @@ public:
     unsigned getMegabits(unsigned port) const;
 
 protected:
+    static constexpr std::uint32_t everyPort = ~0U;
+
     /// `services` must outlive the object.
     explicit ChipForwarding(Services& services) : _services(services) {}
 
@@ -50,7 +59,7 @@ private:
     /// \name The same for a port that there is, with the board's mutex held
     /// @{
     virtual Decision doReceive(unsigned port, EthernetFrame const& frame) = 0;
-    virtual Decision doDecide(unsigned port, EthernetFrame const& frame) const = 0;
+    virtual Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const = 0;
     virtual bool doHasLink(unsigned port) const = 0;
     virtual unsigned doGetMegabits(unsigned port) const = 0;
     /// @}

@@ -14,7 +14,7 @@ Forwarding::Forwarding(Context const& context, Analyser& analyser, std::deque<Po
 }
 
 Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
-    Passage passage = pass(port, frame);
+    Passage passage = pass(port, frame, everyPort);
     countIn(passage);
     passage.decision.learnt = passage.isToLearn && learn(passage);
     for (Decision::Egress const& copy : passage.decision.egress) {
@@ -23,8 +23,8 @@ Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
     return std::move(passage.decision);
 }
 
-Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame) const {
-    Passage passage = pass(port, frame);
+Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
+    Passage passage = pass(port, frame, among);
     passage.decision.learnt =
         passage.isToLearn && _analyser.getMacTable().canLearn(frame.getSource(), passage.classified.vid);
     return std::move(passage.decision);
@@ -39,8 +39,9 @@ unsigned Forwarding::doGetMegabits(unsigned port) const {
     return _snapshot.getPort(port).megabits;
 }
 
-Passage Forwarding::pass(unsigned port, EthernetFrame const& frame) const {
+Passage Forwarding::pass(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
     Passage passage(frame, port, _snapshot.getPort(port));
+    passage.among = among;
     _rules.apply(passage);
     return passage;
 }

@@ -44,11 +44,11 @@ public:
 
 private:
     Decision doReceive(unsigned port, EthernetFrame const& frame) override;
-    Decision doDecide(unsigned port, EthernetFrame const& frame) const override;
+    Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const override;
     bool doHasLink(unsigned port) const override;
     unsigned doGetMegabits(unsigned port) const override;
 
-    Passage pass(unsigned port, EthernetFrame const& frame) const;
+    Passage pass(unsigned port, EthernetFrame const& frame, std::uint32_t among) const;
     bool learn(Passage const& passage);
     void countIn(Passage const& passage);
     void countOut(Decision::Egress const& copy);

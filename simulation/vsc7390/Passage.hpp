@@ -44,6 +44,8 @@ struct Passage {
     /// Where it may go, bit n for port n.
     std::uint32_t ports = 0;
     bool ignoresVlan = false;
+    /// The ports that the destination may lie behind.
+    std::uint32_t among = ~0U;
 
     /// No port gets the frame; the first reason stays.
     void drop(std::string reason) {

@@ -195,6 +195,7 @@ bool Rules::findDestination(Passage& passage) const {
     } else {
         passage.ports = _snapshot.getWord(floodRegister(passage.destination)) & allPorts;
     }
+    passage.ports &= passage.among;
     if (passage.ports == 0) {
         passage.drop(fmt::format("{} leads to no port", entry != nullptr ? "its entry of the MAC table"
                                                                          : "the mask for unknown addresses"));
@@ -204,7 +205,7 @@ bool Rules::findDestination(Passage& passage) const {
 
 void Rules::followEntry(Passage& passage, MacEntry const& entry) const {
     Vsc7390TestSide::MacEntry const hit = entry.decode();
-    passage.decision.toProcessor = hit.cpuCopy;
+    passage.decision.toProcessor = hit.cpuCopy && (passage.among & bit(Vsc7390TestSide::cpuPort)) != 0;
     passage.ignoresVlan = hit.ignoreVlan;
     if (!hit.forwardKill) {
         passage.ports = hit.isMulticast()

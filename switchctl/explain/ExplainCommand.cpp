@@ -16,7 +16,8 @@
 
 namespace switchctl::explain {
 
-ExplainCommand::ExplainCommand() : Command("explain", "Say why a frame gets to a port, or why not") {}
+ExplainCommand::ExplainCommand(std::string memoryDevice)
+    : Command("explain", "Say why a frame gets to a port, or why not"), _live(std::move(memoryDevice)) {}
 
 void ExplainCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
@@ -25,6 +26,7 @@ void ExplainCommand::declare(Arguments& arguments) {
     arguments.option("--cable", _cables, "A cable between two ports. May be repeated")
         .type("SWITCH.PORT=SWITCH.PORT")
         .oneEach();
+    _live.addTo(arguments);
     addJson(arguments);
     arguments.finally([this] {
         FrameQuestion const question(_words);
@@ -37,15 +39,19 @@ void ExplainCommand::declare(Arguments& arguments) {
 std::string ExplainCommand::getHelp() const {
     return "The frame is followed rule by rule, with the registers that each rule looks at, as a bring-up "
            "on\n"
-           "chip models leaves them with all links plugged in. Where it stops, all single changes that "
-           "would\n"
-           "let it pass are tried, then all pairs, then all threes. To a port, the frame goes to a station\n"
-           "that no chip knows. Over several switches it takes the fewest cables.\n"
+           "chip models leaves them with all links plugged in, and the line of the document behind it. "
+           "Where\n"
+           "it stops, changes of registers that would let it pass are tried: all single ones, else all "
+           "pairs,\n"
+           "else all threes. A frame to a port is for a station that no chip knows. Where no way over the\n"
+           "cables leads there, that of the fewest cables is shown. --live reads the chips as an audit "
+           "does.\n"
            "\n"
            "Examples:\n"
            "  switchctl explain board.xml 0.1 to 0.10\n"
            "  switchctl explain board.xml 0.1 tagged 5 to 239.1.2.3\n"
            "  switchctl explain board.xml 0.1 to 3.0 --cable 0.10=3.20\n"
+           "  switchctl explain board.xml 0.1 to 0.10 --live\n"
            "\n";
 }
 
@@ -54,27 +60,36 @@ std::vector<Command::StatusLine> ExplainCommand::getStatuses() const {
             {ExitStatus::notDelivered, "it is not"},
             {ExitStatus::usage, "the command line is wrong, or the board has no such port"},
             ExitStatus::badDocument,
-            ExitStatus::startUpFailed};
+            ExitStatus::noHardware,
+            ExitStatus::startUpFailed,
+            {ExitStatus::registerFailed, "a chip could not be read completely"}};
 }
 
 ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) const {
     OutputDiversion const diversion(errors);
     std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
     auto const document = reference_host::XmlDocument::fromFile(_path);
-    board::ModelBringUp bringUp(*document, _path);
+    auto const live = _live.isChosen() ? _live.load(*document, _path) : nullptr;
+    std::optional<board::ModelBringUp> bringUp;
+    if (!live) {
+        bringUp.emplace(*document, _path);
+    }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
     board::Cables const cables(_cables, board);
-    FrameWay way(bringUp, intent, cables);
+    FrameWay way(live ? live->getBoard() : bringUp->getBoard(), intent, cables);
     way.follow(*chips::PortAddress::fromText(_from), FrameQuestion(_words));
-    ExplainReport const report(_path, intent, way);
+    board::BoardReading const reading(*document);
+    ExplainReport const report(_path, reading, intent, way, FrameQuestion(_words));
     progress.reset();
-    if (isJson()) {
+    if (isJson() && live) {
+        printWithTime(out, report.toJson());
+    } else if (isJson()) {
         Command::print(out, report.toJson());
     } else {
         report.print(out);
     }
-    return way.isDelivered() ? ExitStatus::success : ExitStatus::notDelivered;
+    return !way.getDeliveries().empty() ? ExitStatus::success : ExitStatus::notDelivered;
 }
 
 } // namespace switchctl::explain

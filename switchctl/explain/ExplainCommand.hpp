@@ -5,13 +5,15 @@
 #include <vector>
 
 #include "switchctl/Command.hpp"
+#include "switchctl/LiveBoard.hpp"
 
 namespace switchctl::explain {
 
 /// `switchctl explain`: why a frame gets from one port to another, or does not.
 class ExplainCommand : public Command {
 public:
-    ExplainCommand();
+    /// \param memoryDevice what leads to the registers of a board.
+    explicit ExplainCommand(std::string memoryDevice);
 
 protected:
     void declare(Arguments& arguments) override;
@@ -20,6 +22,7 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
+    LiveBoard _live;
     std::string _path;
     std::string _from;
     std::vector<std::string> _words;

@@ -7,52 +7,126 @@
 
 #include "board/Wording.hpp"
 #include "board/paths/ForwardingRules.hpp"
+#include "board/paths/RuleAdvice.hpp"
 
 namespace switchctl::explain {
 
 using board::ForwardingRules;
-using Hop = FrameWay::Hop;
+using board::FrameKind;
 using Json = nlohmann::ordered_json;
 
 namespace {
 
-std::string addressOf(Hop const& hop, unsigned port) {
+std::string addressOf(FrameWay::Hop const& hop, unsigned port) {
     return board::portAddress(static_cast<int>(hop.from.switchId), static_cast<int>(port));
 }
 
-/// The element of the VLAN's member, else that of the port; 0 when the document has neither.
-int lineOfPort(board::IntendedBoard::Port const& port, std::optional<unsigned> vlan) {
-    auto const membership = vlan ? port.memberships.find(*vlan) : port.memberships.end();
-    return membership != port.memberships.end() ? membership->second.line : port.line;
+std::string markOf(ForwardingRules::Rule const& rule) {
+    return rule.mark == ForwardingRules::Mark::sure
+               ? ""
+               : fmt::format(" ({}: {})", ForwardingRules::name(rule.mark), rule.text);
+}
+
+/// The rule that says which VLAN it is.
+bool isVlanRule(std::string_view rule) {
+    return rule == "M7" || rule == "V5";
 }
 
 } // namespace
 
-int ExplainReport::lineOf(Hop const& hop, unsigned port) const {
-    return lineOfPort(_intent.getBoard().getSwitches().at(hop.from.switchId).ports.at(port), hop.wanted.vlan);
+std::string ExplainReport::placeOf(int line) const {
+    return fmt::format("{}:{}", _file, line);
 }
 
-std::string ExplainReport::outcomeOf(Hop const& hop) {
-    simulation::Decision const& decision = hop.explanation.getDecision();
+int ExplainReport::lineOf(chips::PortAddress const& port) const {
+    return _intent.getBoard().getSwitches().at(port.switchId).ports.at(port.portId).line;
+}
+
+std::string ExplainReport::vlanOf(unsigned vid) const {
+    auto const vlan = _intent.getBoard().getVlans().find(vid);
+    return vlan == _intent.getBoard().getVlans().end() ? board::vlanName(vid)
+                                                       : board::vlanName(vid, vlan->second.written);
+}
+
+std::string ExplainReport::frameOf(FrameKind::Tags const& tags) const {
+    return tags.count == 0 ? "untagged" : fmt::format("{}, {}", tags.describe(), vlanOf(tags.vid));
+}
+
+StepOrigin ExplainReport::originOf(Hop const& hop) const {
+    return {_intent.getBoard(), hop.from.switchId, hop.from.portId, hop.to,
+            hop.explanation.getDecision().vid};
+}
+
+/// The frame goes no further than that switch.
+bool ExplainReport::isEnd(Hop const& hop) {
+    return !hop.explanation.isDelivered();
+}
+
+/// The one that stops the frame there.
+std::string_view ExplainReport::ruleOf(Hop const& hop) {
+    std::string_view const last = hop.explanation.getWay().rules.back();
+    // Asked yet when V7 has refused the frame: its source may be learned all the same.
+    return last == "V8" ? "V7" : last;
+}
+
+std::string ExplainReport::reasonOf(Hop const& hop) {
+    simulation::Decision const& way = hop.explanation.getWay();
+    if (way.isRefused()) {
+        return "nobody can say: " + way.notModelled;
+    }
+    return way.toProcessor ? "only the chip's processor gets it" : way.dropReason;
+}
+
+std::string ExplainReport::sentOf(Hop const& hop) const {
     std::vector<std::string> sent;
-    for (auto const& copy : decision.egress) {
-        if (!hop.to || !hop.explanation.isDelivered() || copy.port == *hop.to) {
+    for (auto const& copy : hop.explanation.getDecision().egress) {
+        if (!hop.to || isEnd(hop) || copy.port == *hop.to) {
             sent.push_back(board::RegisterPaths::tagsOf(copy.frame).describe() + " at " +
                            addressOf(hop, copy.port));
         }
     }
-    std::string const copies = fmt::format("{}", fmt::join(sent, ", "));
-    if (hop.to && !hop.explanation.isDelivered() && !sent.empty()) {
-        return fmt::format("stops here: sent {}, but not at {}", copies, addressOf(hop, *hop.to));
+    return fmt::format("{}", fmt::join(sent, ", "));
+}
+
+std::string ExplainReport::adviceOf(Hop const& hop) const {
+    simulation::Decision const& way = hop.explanation.getWay();
+    std::string const to = hop.to ? addressOf(hop, *hop.to) : "the port that it is to leave by";
+    std::string const vlan = way.vid ? vlanOf(*way.vid) : "its VLAN";
+    bool const isTagged = hop.frame.tags.count != 0 && hop.frame.tags.vid != 0;
+    std::string const here = board::RuleAdvice::get(ruleOf(hop), {hop.from.getText(), to, vlan, isTagged});
+    std::string const leftOut =
+        leftOutOf(hop.from.switchId, hop.from.portId) + (hop.to ? leftOutOf(hop.from.switchId, *hop.to) : "");
+    return here + adviceBefore(hop) + leftOut;
+}
+
+/// Of members that the document has and the library does not take.
+std::string ExplainReport::leftOutOf(unsigned switchId, unsigned port) const {
+    using Member = board::BoardReading::Member;
+    std::string text;
+    for (auto const& [id, vlan] : _reading.getVlans()) {
+        for (Member const& member : vlan.members) {
+            bool const isHere =
+                member.switchId == static_cast<int>(switchId) && member.portId == static_cast<int>(port);
+            if (isHere && member.outcome == board::BoardReading::Outcome::numberTaken) {
+                text += fmt::format(
+                    "; {} makes {}.{} a member of {}, but the library leaves it out, since port {} of "
+                    "another switch is one already",
+                    placeOf(member.element->line), switchId, port, vlanOf(id), port);
+            }
+        }
     }
-    if (sent.empty()) {
-        std::string const why = decision.isRefused() ? decision.notModelled : decision.dropReason;
-        return fmt::format("stops here: {}, because {}",
-                           decision.rules.empty() ? std::string("dropped")
-                                                  : std::string(decision.rules.back()),
-                           decision.toProcessor ? "only the chip's processor gets it" : why);
+    return text;
+}
+
+/// For a frame that lost its tag at the switch before.
+std::string ExplainReport::adviceBefore(Hop const& hop) const {
+    if (!hop.to || &hop == &_way.getHops().front() || hop.frame.tags.count != 0) {
+        return "";
     }
-    return (hop.to ? "sent " : "delivered ") + copies;
+    Hop const& before = *(&hop - 1);
+    int const line = originOf(before).getLine("M14");
+    return fmt::format(", or let {} send the frame with its tag{}", addressOf(before, before.to.value()),
+                       line == 0 ? "" : fmt::format(" (egress=\"validateTag\", {})", placeOf(line)));
 }
 
 std::string ExplainReport::wantedOf(Hop const& hop) const {
@@ -64,41 +138,57 @@ std::string ExplainReport::wantedOf(Hop const& hop) const {
                               : (hop.wanted.may & self) != 0 ? "may"
                                                              : "must not";
     auto const reason = _intent.explain(hop.from.switchId, hop.from.portId, hop.frame, hop.wanted, *hop.to);
-    return fmt::format("{} get there: {}", value, board::Intent::describe(reason));
+    return fmt::format("{} get from {} to {}: {}", value, hop.from.getText(), addressOf(hop, *hop.to),
+                       board::Intent::describe(reason));
 }
 
-void ExplainReport::printRemedies(std::ostream& out, Hop const& hop) const {
-    if (hop.explanation.isDelivered() || !hop.to) {
-        return;
+void ExplainReport::printSteps(std::ostream& out, Hop const& hop) const {
+    StepOrigin const origin = originOf(hop);
+    for (auto const& step : hop.explanation.getSteps()) {
+        ForwardingRules::Rule const& rule = ForwardingRules::get(step.rule);
+        auto const& vid = hop.explanation.getWay().vid;
+        std::string const vlan = isVlanRule(step.rule) && vid ? ": " + vlanOf(*vid) : "";
+        int const line = origin.getLine(step.rule);
+        out << fmt::format("  {:<4} {}{}{}{}\n", rule.number, rule.name, vlan,
+                           line == 0 ? "" : fmt::format(", {}", placeOf(line)), markOf(rule));
+        for (auto const& fact : step.facts) {
+            out << fmt::format("         {}/{} = {}\n", hop.from.switchId, fact.place, fact.value);
+        }
     }
+}
+
+void ExplainReport::printEnd(std::ostream& out, Hop const& hop) const {
+    std::string_view const rule = ruleOf(hop);
+    std::string const sent = sentOf(hop);
+    out << fmt::format("stops here: {} ({}) of switch {}{}, because {}\n", rule,
+                       ForwardingRules::get(rule).name, hop.from.switchId,
+                       hop.to ? " on the way to " + addressOf(hop, *hop.to) : "", reasonOf(hop));
+    if (!sent.empty()) {
+        out << fmt::format("it is sent {}\n", sent);
+    }
+    std::string const advice = adviceOf(hop);
     auto const& remedies = hop.explanation.getRemedies();
-    out << (remedies.empty() ? "no three changes that are known here would let it pass\n"
-                             : "what would let it pass:\n");
+    out << fmt::format("what would let it pass: {}\n",
+                       advice.empty() ? "nothing that a document could say" : advice);
+    out << (remedies.empty() ? "  no three registers that are known here would let it pass\n"
+                             : "  in the chip, tried one by one on the model:\n");
     for (auto const& remedy : remedies) {
-        out << fmt::format("  {}\n", fmt::join(remedy, " and "));
+        out << fmt::format("    {}\n", fmt::join(remedy, " and "));
     }
 }
 
 void ExplainReport::print(std::ostream& out, Hop const& hop) const {
-    out << fmt::format("in at {} {}", hop.from.getText(), hop.frame.tags.describe());
-    int const line = lineOf(hop, hop.from.portId);
-    out << (line == 0 ? ", which the document does not list\n" : fmt::format(", {}:{}\n", _file, line));
-    for (auto const& step : hop.explanation.getSteps()) {
-        ForwardingRules::Rule const& rule = ForwardingRules::get(step.rule);
-        std::string const mark = rule.mark == ForwardingRules::Mark::sure
-                                     ? ""
-                                     : fmt::format(" ({})", ForwardingRules::name(rule.mark));
-        out << fmt::format("  {:<4} {}{}\n", rule.number, rule.name, mark);
-        for (auto const& fact : step.facts) {
-            out << fmt::format("         {} is {}\n", fact.place, fact.value);
-        }
+    int const line = lineOf(hop.from);
+    out << fmt::format("in at {}, {}{}\n", hop.from.getText(), frameOf(hop.frame.tags),
+                       line == 0 ? "; the document does not list the port" : ", " + placeOf(line));
+    printSteps(out, hop);
+    if (isEnd(hop)) {
+        printEnd(out, hop);
+    } else {
+        out << fmt::format("out {}\n", sentOf(hop));
     }
-    out << outcomeOf(hop) << '\n';
-    printRemedies(out, hop);
     if (hop.to) {
-        int const exitLine = lineOf(hop, *hop.to);
-        out << fmt::format("by the document it {}{}\n", wantedOf(hop),
-                           exitLine == 0 ? "" : fmt::format(" ({}:{})", _file, exitLine));
+        out << fmt::format("by the document it {}\n", wantedOf(hop));
     }
 }
 
@@ -106,15 +196,16 @@ void ExplainReport::print(std::ostream& out) const {
     for (Hop const& hop : _way.getHops()) {
         print(out, hop);
     }
-    Hop const& last = _way.getHops().back();
-    if (last.to && _way.isDelivered()) {
-        auto const* const copy = last.explanation.getDecision().find(*last.to);
-        out << fmt::format("delivered {} at {}\n", board::RegisterPaths::tagsOf(copy->frame).describe(),
-                           addressOf(last, *last.to));
+    std::vector<std::string> deliveries;
+    for (auto const& delivery : _way.getDeliveries()) {
+        deliveries.push_back(delivery.tags.describe() + " at " + delivery.at.getText());
     }
+    out << (deliveries.empty() ? fmt::format("not delivered to {}\n", _question.target)
+                               : fmt::format("delivered {}\n", fmt::join(deliveries, ", ")));
 }
 
-Json ExplainReport::toJson(Hop const& hop) const {
+Json ExplainReport::stepsToJson(Hop const& hop) const {
+    StepOrigin const origin = originOf(hop);
     Json steps = Json::array();
     for (auto const& step : hop.explanation.getSteps()) {
         ForwardingRules::Rule const& rule = ForwardingRules::get(step.rule);
@@ -125,16 +216,37 @@ Json ExplainReport::toJson(Hop const& hop) const {
         steps.push_back({{"rule", rule.number},
                          {"name", rule.name},
                          {"mark", ForwardingRules::name(rule.mark)},
-                         {"facts", facts}});
+                         {"text", rule.text},
+                         {"facts", facts},
+                         {"line", origin.getLine(step.rule)}});
     }
-    return {{"from", hop.from.getText()},
-            {"to", hop.to ? Json(addressOf(hop, *hop.to)) : Json()},
-            {"frame", hop.frame.tags.describe()},
-            {"line", lineOf(hop, hop.from.portId)},
-            {"steps", steps},
-            {"outcome", outcomeOf(hop)},
-            {"remedies", hop.explanation.getRemedies()},
-            {"document", wantedOf(hop)}};
+    return steps;
+}
+
+Json ExplainReport::toJson(Hop const& hop) const {
+    simulation::Decision const& decision = hop.explanation.getDecision();
+    Json sent = Json::array();
+    for (auto const& copy : decision.egress) {
+        sent.push_back({{"port", addressOf(hop, copy.port)},
+                        {"form", board::RegisterPaths::tagsOf(copy.frame).describe()}});
+    }
+    Json json{{"from", hop.from.getText()},
+              {"to", hop.to ? Json(addressOf(hop, *hop.to)) : Json()},
+              {"frame", hop.frame.tags.describe()},
+              {"vid", decision.vid ? Json(*decision.vid) : Json()},
+              {"line", lineOf(hop.from)},
+              {"steps", stepsToJson(hop)},
+              {"sent", sent},
+              {"stops", Json()},
+              {"remedies", hop.explanation.getRemedies()},
+              {"document", wantedOf(hop)}};
+    if (isEnd(hop)) {
+        std::string const advice = adviceOf(hop);
+        json["stops"] = {{"rule", ruleOf(hop)},
+                         {"because", reasonOf(hop)},
+                         {"advice", advice.empty() ? Json() : Json(advice)}};
+    }
+    return json;
 }
 
 Json ExplainReport::toJson() const {
@@ -142,7 +254,15 @@ Json ExplainReport::toJson() const {
     for (Hop const& hop : _way.getHops()) {
         hops.push_back(toJson(hop));
     }
-    return {{"file", _file}, {"delivered", _way.isDelivered()}, {"hops", hops}};
+    Json deliveries = Json::array();
+    for (auto const& delivery : _way.getDeliveries()) {
+        deliveries.push_back({{"port", delivery.at.getText()}, {"form", delivery.tags.describe()}});
+    }
+    return {{"file", _file},
+            {"target", _question.target},
+            {"delivered", !deliveries.empty()},
+            {"deliveries", deliveries},
+            {"hops", hops}};
 }
 
 } // namespace switchctl::explain

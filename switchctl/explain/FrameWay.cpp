@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <map>
-#include <set>
+#include <tuple>
 
 #include "chips/ToolError.hpp"
 
@@ -11,13 +11,27 @@ namespace switchctl::explain {
 
 using board::ChipEvidence;
 using board::FrameKind;
+using board::RegisterPaths;
 using chips::PortAddress;
 
-FrameWay::FrameWay(board::ModelBringUp& bringUp, board::Intent const& intent, board::Cables const& cables)
-    : _bringUp(bringUp),
-      _intent(intent),
-      _cables(cables),
-      _registers(board::RegisterPaths::chipsOf(bringUp.getBoard())) {}
+namespace {
+
+/// Keeps frames that go round from doing so for ever.
+class Visited {
+public:
+    bool isNew(PortAddress const& at, FrameKind::Tags const& tags) {
+        return _seen.emplace(at.switchId, at.portId, tags).second;
+    }
+
+private:
+    std::set<std::tuple<unsigned, unsigned, FrameKind::Tags>> _seen;
+};
+
+} // namespace
+
+FrameWay::FrameWay(simulation::SimulatedBoard& board, board::Intent const& intent,
+                   board::Cables const& cables)
+    : _board(board), _intent(intent), _cables(cables), _registers(RegisterPaths::chipsOf(board)) {}
 
 void FrameWay::requirePort(PortAddress const& port) const {
     auto const chip = _registers.getChips().find(port.switchId);
@@ -26,10 +40,71 @@ void FrameWay::requirePort(PortAddress const& port) const {
     }
 }
 
-/// The ports by which a frame leaves one switch after the other: the fewest cables.
-std::vector<PortAddress> FrameWay::routeOf(unsigned from, unsigned to) const {
-    std::map<unsigned, std::vector<PortAddress>> routes{{from, {}}};
-    for (std::deque<unsigned> next{from}; !next.empty() && routes.count(to) == 0; next.pop_front()) {
+simulation::Decision FrameWay::decide(PortAddress const& from, FrameKind const& frame) const {
+    return _registers.getChips().at(from.switchId)->decide(from.portId, RegisterPaths::frameOf(frame));
+}
+
+void FrameWay::follow(PortAddress const& from, FrameQuestion const& question) {
+    requirePort(from);
+    if (!question.to) {
+        return followAll(from, question.frame);
+    }
+    requirePort(*question.to);
+    Route const delivered = findDelivery(from, question.frame, *question.to);
+    followRoute(from, question.frame, delivered.empty() ? routeOf(from.switchId, *question.to) : delivered);
+}
+
+void FrameWay::followAll(PortAddress const& from, FrameKind const& frame) {
+    Visited visited;
+    visited.isNew(from, frame.tags);
+    for (std::deque<Stage> next{{from, frame.tags, {}}}; !next.empty(); next.pop_front()) {
+        FrameKind here = frame;
+        here.tags = next.front().tags;
+        PortAddress const at = next.front().at;
+        add(at, std::nullopt, here);
+        for (auto const& copy : _hops.back().explanation.getDecision().egress) {
+            PortAddress const exit{at.switchId, copy.port};
+            FrameKind::Tags const tags = RegisterPaths::tagsOf(copy.frame);
+            auto const other = _cables.follow(exit);
+            if (!other) {
+                _deliveries.push_back({exit, tags});
+            } else if (visited.isNew(*other, tags)) {
+                next.push_back({*other, tags, {}});
+            }
+        }
+    }
+}
+
+/// The ports by which the frame leaves one switch after the other until it leaves by the last; none when it
+/// never does.
+FrameWay::Route FrameWay::findDelivery(PortAddress const& from, FrameKind frame,
+                                       PortAddress const& to) const {
+    Visited visited;
+    visited.isNew(from, frame.tags);
+    for (std::deque<Stage> next{{from, frame.tags, {}}}; !next.empty(); next.pop_front()) {
+        Stage const here = next.front();
+        frame.tags = here.tags;
+        for (auto const& copy : decide(here.at, frame).egress) {
+            PortAddress const exit{here.at.switchId, copy.port};
+            Route route = here.route;
+            route.push_back(exit);
+            if (exit.switchId == to.switchId && exit.portId == to.portId) {
+                return route;
+            }
+            FrameKind::Tags const tags = RegisterPaths::tagsOf(copy.frame);
+            auto const other = _cables.follow(exit);
+            if (other && visited.isNew(*other, tags)) {
+                next.push_back({*other, tags, route});
+            }
+        }
+    }
+    return {};
+}
+
+/// The same by the fewest cables, whether or not the frame takes them.
+FrameWay::Route FrameWay::routeOf(unsigned from, PortAddress const& to) const {
+    std::map<unsigned, Route> routes{{from, {}}};
+    for (std::deque<unsigned> next{from}; !next.empty() && routes.count(to.switchId) == 0; next.pop_front()) {
         unsigned const here = next.front();
         for (unsigned port = 0; port < _registers.getChips().at(here)->getNumberOfPorts(); ++port) {
             auto const other = _cables.follow({here, port});
@@ -40,42 +115,40 @@ std::vector<PortAddress> FrameWay::routeOf(unsigned from, unsigned to) const {
             }
         }
     }
-    if (routes.count(to) == 0) {
+    if (routes.count(to.switchId) == 0) {
         throw chips::ToolError(chips::ExitStatus::usage, "no --cable leads from switch " +
                                                              std::to_string(from) + " to switch " +
-                                                             std::to_string(to));
+                                                             std::to_string(to.switchId));
     }
-    return routes.at(to);
+    Route route = routes.at(to.switchId);
+    route.push_back(to);
+    return route;
 }
 
-void FrameWay::follow(PortAddress const& from, FrameQuestion const& question) {
-    requirePort(from);
-    if (!question.to) {
-        return add(from, std::nullopt, question.frame);
-    }
-    requirePort(*question.to);
+void FrameWay::followRoute(PortAddress const& from, FrameKind frame, Route const& exits) {
     PortAddress here = from;
-    FrameKind frame = question.frame;
-    std::vector<PortAddress> exits = routeOf(from.switchId, question.to->switchId);
-    exits.push_back(*question.to);
-    for (PortAddress const& exit : exits) {
+    for (std::size_t index = 0; index < exits.size(); ++index) {
+        PortAddress const& exit = exits[index];
         add(here, exit.portId, frame);
         auto const* const copy = _hops.back().explanation.getDecision().find(exit.portId);
-        auto const other = _cables.follow(exit);
-        if (copy == nullptr || !other) {
+        if (copy == nullptr) {
             return;
         }
-        here = *other;
-        frame.tags = board::RegisterPaths::tagsOf(copy->frame);
+        frame.tags = RegisterPaths::tagsOf(copy->frame);
+        if (index + 1 == exits.size()) {
+            _deliveries.push_back({exit, frame.tags});
+        } else {
+            here = _cables.follow(exit).value();
+        }
     }
 }
 
 /// VLANs that either port is in.
-std::vector<unsigned> FrameWay::vidsOf(PortAddress const& from, unsigned to) const {
+std::vector<unsigned> FrameWay::vidsOf(PortAddress const& from, std::optional<unsigned> to) const {
     constexpr std::size_t most = 8;
     auto const& ports = _intent.getBoard().getSwitches().at(from.switchId).ports;
     std::set<unsigned> vids;
-    for (unsigned const port : {from.portId, to}) {
+    for (unsigned const port : {from.portId, to.value_or(from.portId)}) {
         for (auto const& [vlan, membership] : ports.at(port).memberships) {
             vids.insert(vlan);
         }
@@ -86,21 +159,26 @@ std::vector<unsigned> FrameWay::vidsOf(PortAddress const& from, unsigned to) con
 }
 
 void FrameWay::add(PortAddress const& from, std::optional<unsigned> to, FrameKind const& frame) {
-    simulation::ChipForwarding const& chip = *_registers.getChips().at(from.switchId);
-    simulation::EthernetFrame const sent = board::RegisterPaths::frameOf(frame);
-    simulation::Decision const decision = chip.decide(from.portId, sent);
-    unsigned const any = decision.egress.empty() ? from.portId : decision.egress.front().port;
-    unsigned const exit = to.value_or(any);
-    ChipEvidence::Question const question{from.portId, exit, decision.vid.value_or(0), vidsOf(from, exit)};
-    auto const evidence =
-        ChipEvidence::of(_bringUp.getBoard(), from.switchId, _bringUp.getModel(from.switchId), question);
-    _hops.push_back({from, to, frame, board::PathExplanation(chip, *evidence, sent, from.portId, exit),
-                     _intent.ask(from.switchId, from.portId, frame)});
-}
-
-bool FrameWay::isDelivered() const {
-    Hop const& last = _hops.back();
-    return last.to ? last.explanation.isDelivered() : !last.explanation.getDecision().isDropped();
+    simulation::EthernetFrame const sent = RegisterPaths::frameOf(frame);
+    simulation::Decision const decision = decide(from, frame);
+    ChipEvidence::Question question;
+    question.from = from.portId;
+    question.to = to;
+    question.vid = decision.vid.value_or(0);
+    question.destination = sent.getDestination();
+    question.vids = vidsOf(from, to);
+    for (auto const& copy : decision.egress) {
+        question.exits.push_back(copy.port);
+    }
+    if (to) {
+        question.exits = {*to};
+    }
+    auto const evidence = ChipEvidence::of(
+        _board, from.switchId, _intent.getBoard().getSwitches().at(from.switchId).model, question);
+    _hops.push_back(
+        {from, to, frame,
+         board::PathExplanation(*_registers.getChips().at(from.switchId), *evidence, sent, from.portId, to),
+         _intent.ask(from.switchId, from.portId, frame)});
 }
 
 } // namespace switchctl::explain

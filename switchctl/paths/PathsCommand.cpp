@@ -7,7 +7,6 @@
 #include "board/ModelBringUp.hpp"
 #include "board/intent/Intent.hpp"
 #include "board/paths/Cables.hpp"
-#include "board/paths/LoadedBoard.hpp"
 #include "board/paths/PathComparison.hpp"
 #include "board/paths/StationComparison.hpp"
 #include "chips/PortAddress.hpp"
@@ -66,7 +65,7 @@ stationsOf(board::Intent const& intent, RegisterPaths const& registers, board::A
 } // namespace
 
 PathsCommand::PathsCommand(std::string memoryDevice)
-    : Command("paths", "Show who reaches whom, and who should not"), _memoryDevice(std::move(memoryDevice)) {}
+    : Command("paths", "Show who reaches whom, and who should not"), _live(std::move(memoryDevice)) {}
 
 void PathsCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
@@ -79,8 +78,7 @@ void PathsCommand::declare(Arguments& arguments) {
                 "A cable between two ports, of which the document says nothing. May be repeated")
         .type("SWITCH.PORT=SWITCH.PORT")
         .oneEach();
-    auto const live = arguments.flag("--live", _isLive, "Ask what the chips of the board hold instead");
-    _simulation.addTo(arguments).needs(live);
+    _live.addTo(arguments);
     addJson(arguments);
 }
 
@@ -115,40 +113,28 @@ std::vector<Command::StatusLine> PathsCommand::getStatuses() const {
              "frames do not go where they must, or go where a port is not forwarding"}};
 }
 
-std::unique_ptr<board::LoadedBoard> PathsCommand::load(Xml& document) const {
-    auto loaded = std::make_unique<board::LoadedBoard>(document, _path);
-    if (_simulation.isChosen()) {
-        board::ModelBringUp chips(_simulation.getPath(_path));
-        board::BoardAccess board(chips.getBoard());
-        loaded->load(board);
-    } else {
-        board::BoardAccess board(_memoryDevice);
-        loaded->load(board);
-    }
-    return loaded;
-}
-
 ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const {
     OutputDiversion const diversion(errors);
     std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
     auto const document = reference_host::XmlDocument::fromFile(_path);
-    std::unique_ptr<board::LoadedBoard> const live = _isLive ? load(*document) : nullptr;
+    std::unique_ptr<board::LoadedBoard> const live =
+        _live.isChosen() ? _live.load(*document, _path) : nullptr;
     std::optional<board::ModelBringUp> bringUp;
-    if (!_isLive) {
+    if (!live) {
         bringUp.emplace(*document, _path);
     }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    RegisterPaths const registers(RegisterPaths::chipsOf(_isLive ? live->getBoard() : bringUp->getBoard()));
+    RegisterPaths const registers(RegisterPaths::chipsOf(live ? live->getBoard() : bringUp->getBoard()));
     board::AskedFrames const frames(board, board::BoardReading(*document),
-                                    _isLive ? live->getVids() : std::set<unsigned>());
+                                    live ? live->getVids() : std::set<unsigned>());
     board::Cables const cables(_cables, board);
     PathComparison::Selection const selection = selectionOf(registers, _between);
     PathComparison const comparison(intent, registers, frames, selection);
     StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
     PathsReport const report(_path, intent, comparison, stations);
     progress.reset();
-    if (isJson() && _isLive) {
+    if (isJson() && live) {
         printWithTime(out, report.toJson());
     } else if (isJson()) {
         print(out, report.toJson());

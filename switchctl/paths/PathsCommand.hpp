@@ -1,13 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "board/paths/LoadedBoard.hpp"
 #include "switchctl/Command.hpp"
-#include "switchctl/Simulation.hpp"
+#include "switchctl/LiveBoard.hpp"
 
 namespace switchctl::paths {
 
@@ -24,11 +22,7 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
-    std::unique_ptr<board::LoadedBoard> load(Xml& document) const;
-
-    std::string const _memoryDevice;
-    bool _isLive = false;
-    Simulation _simulation;
+    LiveBoard _live;
     std::string _path;
     std::vector<std::string> _between;
     std::vector<std::string> _cables;

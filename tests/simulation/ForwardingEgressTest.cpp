@@ -301,6 +301,35 @@ TEST_F(ForwardingEgressTest, ASnapshotNoticesEveryKindOfChange) {
     EXPECT_EQ(ports(2, untagged()), allBut2);
 }
 
+TEST_F(ForwardingEgressTest, AskedAboutOnePortTheRuleAndTheReasonAreThatPorts) {
+    auto const towards = [this](unsigned port, Frame const& frame) {
+        return chip().getForwarding()->decide(2, frame, 1U << port);
+    };
+    setMode(2, 3);
+    addVlan(5, "22233333333");
+    EXPECT_EQ(decide(2, tagged(5)).getPorts(), 0x003U);
+    EXPECT_EQ(towards(0, tagged(5)).getPorts(), 0x001U);
+    Decision const stranger = towards(7, tagged(5));
+    EXPECT_EQ(lastRule(stranger), "M12");
+    EXPECT_EQ(stranger.dropReason, "the members of the VLAN of port 2 left no port");
+    setState(1, 1);
+    EXPECT_EQ(lastRule(towards(1, tagged(5))), "M13");
+    change(1, 0x04, 0x0004, 0);
+    EXPECT_EQ(lastRule(towards(1, tagged(5))), "M11");
+}
+
+TEST_F(ForwardingEgressTest, AskedAboutOnePortFramesForTheCpuGoToNoOther) {
+    constexpr Frame::Address bridges = 0x0180C2000002;
+    write(global2, 0x05, 0x0008);
+    write(global2, 0x03, 0xFFFF);
+    write(global1, 0x1A, 0x0090);
+    auto const& forwarding = *chip().getForwarding();
+    EXPECT_EQ(forwarding.decide(2, untagged(bridges), 0x200).getPorts(), 0x200U);
+    Decision const other = forwarding.decide(2, untagged(bridges), 0x002);
+    EXPECT_EQ(lastRule(other), "M6");
+    EXPECT_EQ(other.dropReason, "frames for the CPU go to port 9 only");
+}
+
 TEST_F(ForwardingEgressTest, AFreshChipAndOneThatWasAskedAgree) {
     setMode(2, 3);
     decide(2, tagged(5));

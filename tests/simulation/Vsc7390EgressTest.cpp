@@ -57,6 +57,24 @@ TEST_F(Vsc7390EgressTest, V9Groups) {
     EXPECT_EQ(portsOf(untagged(ipGroup)), 0x37U) << "not aged, and so none";
 }
 
+TEST_F(Vsc7390EgressTest, AskedAboutOnePortTheRuleAndTheReasonAreThatPorts) {
+    auto const towards = [this](unsigned port) {
+        return chip().getForwarding()->decide(3, untagged(), 1U << port);
+    };
+    writeAnalyser(0x80 + 3, 0x1);
+    EXPECT_EQ(towards(0).getPorts(), 0x1U);
+    EXPECT_EQ(towards(1).rules.back(), "V10");
+    EXPECT_EQ(towards(1).dropReason, "the source mask leaves no port");
+    writeAnalyser(0x0E, 0x1);
+    EXPECT_EQ(towards(1).rules.back(), "V9");
+    EXPECT_EQ(towards(1).dropReason, "the mask for unknown addresses leads to no port");
+    // The copy for the processor is no way to a port.
+    commandMac(0x4400 | 5 << 3 | 1, 0x00010200, 0x00000002);
+    EXPECT_TRUE(decide(untagged()).toProcessor);
+    EXPECT_FALSE(towards(24).isDropped());
+    EXPECT_EQ(towards(1).dropReason, "its entry of the MAC table leads to no port");
+}
+
 TEST_F(Vsc7390EgressTest, V10Masks) {
     Frame const frame = tagged(untagged(ipGroup), 5);
     ASSERT_EQ(chip().getRow(ipGroup, 5), 0x08AU);

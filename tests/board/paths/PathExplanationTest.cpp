@@ -24,7 +24,7 @@ protected:
         simulation::ChipForwarding const& chip = *compared.registers.getChips().at(id);
         unsigned const vid = chip.decide(from, frame).vid.value_or(0);
         auto const evidence = ChipEvidence::of(compared.bringUp.getBoard(), id, compared.bringUp.getModel(id),
-                                               {from, to, vid, {2, 3, 4, 5}});
+                                               {from, to, {to}, vid, frame.getDestination(), {2, 3, 4, 5}});
         return {chip, *evidence, frame, from, to};
     }
 
@@ -53,7 +53,7 @@ TEST_P(PathExplanationTest, NothingIsLeftOfWhatWasTried) {
             PathExplanation const explanation = explain(id, 1, to);
             std::string const decided = explanation.getDecision().describe();
             EXPECT_EQ(chip->decide(1, frame).describe(), decided);
-            EXPECT_EQ(explanation.getSteps().size(), explanation.getDecision().rules.size());
+            EXPECT_EQ(explanation.getSteps().size(), explanation.getWay().rules.size());
             EXPECT_TRUE(!explanation.isDelivered() || explanation.getRemedies().empty());
             remedies += explanation.getRemedies().empty() ? 0 : 1;
         }
@@ -70,9 +70,9 @@ TEST_P(PathExplanationTest, ARemedyLetsTheFramePass) {
     simulation::ChipForwarding const& chip = *compared.registers.getChips().at(id);
     for (unsigned to = 0; to < chip.getNumberOfPorts(); to += 4) {
         PathExplanation const explanation = explain(id, 1, to);
-        auto const evidence =
-            ChipEvidence::of(compared.bringUp.getBoard(), id, compared.bringUp.getModel(id),
-                             {1, to, explanation.getDecision().vid.value_or(0), {2, 3, 4, 5}});
+        auto const evidence = ChipEvidence::of(
+            compared.bringUp.getBoard(), id, compared.bringUp.getModel(id),
+            {1, to, {to}, explanation.getDecision().vid.value_or(0), frame.getDestination(), {2, 3, 4, 5}});
         for (PathExplanation::Remedy const& remedy : explanation.getRemedies()) {
             std::vector<board::FieldAccess::Undo> undos;
             for (ChipEvidence::Change const& change : evidence->getChanges()) {
@@ -88,6 +88,25 @@ TEST_P(PathExplanationTest, ARemedyLetsTheFramePass) {
         }
         EXPECT_EQ(chip.decide(1, frame).describe(), explanation.getDecision().describe());
     }
+}
+
+// Of each port pair the way ends where the frame does, and nowhere else.
+TEST_P(PathExplanationTest, TheWayToAPortIsThatOfTheFrame) {
+    unsigned ways = 0;
+    for (auto const& [id, chip] : compared.registers.getChips()) {
+        for (unsigned from = 0; from < chip->getNumberOfPorts(); ++from) {
+            simulation::Decision const all = chip->decide(from, frame);
+            for (unsigned to = 0; to < chip->getNumberOfPorts(); ++to) {
+                simulation::Decision const way = chip->decide(from, frame, 1U << to);
+                auto const* const copy = all.find(to);
+                EXPECT_EQ(way.getPorts(), copy == nullptr ? 0 : 1U << to);
+                EXPECT_EQ(way.dropReason.empty(), copy != nullptr);
+                EXPECT_TRUE(copy == nullptr || way.egress.front().frame == copy->frame);
+                ways += copy == nullptr ? 0 : 1;
+            }
+        }
+    }
+    EXPECT_GT(ways, 0U);
 }
 
 TEST(FieldAccessTest, FieldsByName) {

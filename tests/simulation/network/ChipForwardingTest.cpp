@@ -28,9 +28,9 @@ public:
 private:
     Decision doReceive(unsigned port, EthernetFrame const& got) override {
         ++_received;
-        return doDecide(port, got);
+        return doDecide(port, got, everyPort);
     }
-    Decision doDecide(unsigned port, EthernetFrame const& got) const override {
+    Decision doDecide(unsigned port, EthernetFrame const& got, std::uint32_t /*among*/) const override {
         noteLock();
         Decision decision;
         decision.egress.push_back({1 - port, Decision::Form::asReceived, got});

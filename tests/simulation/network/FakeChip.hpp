@@ -40,9 +40,10 @@ public:
 
 private:
     simulation::Decision doReceive(unsigned port, simulation::EthernetFrame const& frame) override {
-        return doDecide(port, frame);
+        return doDecide(port, frame, everyPort);
     }
-    simulation::Decision doDecide(unsigned port, simulation::EthernetFrame const& frame) const override {
+    simulation::Decision doDecide(unsigned port, simulation::EthernetFrame const& frame,
+                                  std::uint32_t /*among*/) const override {
         if (_decide) {
             return _decide(port, frame);
         }

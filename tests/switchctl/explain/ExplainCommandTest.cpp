@@ -20,9 +20,13 @@ using testing::StartsWith;
 
 namespace {
 
+std::string exampleOf(std::string const& name) {
+    return std::string(EXAMPLES_FOLDER) + "/" + name + ".xml";
+}
+
 CommandRun explain(std::string const& example, std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"explain", std::string(EXAMPLES_FOLDER) + "/" + example + ".xml"});
-    return CommandRun::of<ExplainCommand>(arguments);
+    arguments.insert(arguments.begin(), {"explain", exampleOf(example)});
+    return CommandRun::of<ExplainCommand>(arguments, std::string("/nonexistent/mem"));
 }
 
 } // namespace
@@ -31,11 +35,14 @@ TEST(ExplainCommandTest, AFrameThatIsDelivered) {
     CommandRun const run = explain("minimal", {"0.1", "to", "0.0"});
     EXPECT_EQ(run.status, ExitStatus::success);
     EXPECT_EQ(run.errors, "");
-    EXPECT_THAT(run.out, StartsWith("in at 0.1 untagged, "));
-    EXPECT_THAT(run.out, HasSubstr("\n  M7   VLAN (likely)\n         port 1/PortControl2:802.1QMode is 0x3\n"
-                                   "         port 1/DefaultVLAN:DefaultVID is 0x5\n"
-                                   "         VTU/VID 5 is there\n"));
-    EXPECT_THAT(run.out, HasSubstr("\nby the document it must get there: both are in the frame's VLAN ("));
+    EXPECT_THAT(run.out, StartsWith("in at 0.1, untagged, "));
+    EXPECT_THAT(run.out, HasSubstr("\n  M7   VLAN: VLAN 5 (0x5, written \"5\"), " + exampleOf("minimal") +
+                                   ":28 (likely: "));
+    EXPECT_THAT(run.out, HasSubstr("\n         0/port 1/PortControl2:802.1QMode = 0x3\n"
+                                   "         0/port 1/DefaultVLAN:DefaultVID = 0x5\n"
+                                   "         0/VTU/VID 5:MemberTag1 = member, untagged\n"));
+    EXPECT_THAT(run.out,
+                HasSubstr("\nby the document it must get from 0.1 to 0.0: both are in the frame's VLAN\n"));
     EXPECT_THAT(run.out, EndsWith("\ndelivered tagged 5 at 0.0\n"));
     EXPECT_THAT(run.out, Not(HasSubstr("let it pass")));
 }
@@ -43,33 +50,47 @@ TEST(ExplainCommandTest, AFrameThatIsDelivered) {
 TEST(ExplainCommandTest, AFrameThatIsDropped) {
     CommandRun const run = explain("three-switches", {"0.1", "untagged", "to", "0.0"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
-    EXPECT_THAT(run.out, HasSubstr("\nstops here: M7, because VID 1 is not in the VTU, port 1 is secure\n"
-                                   "what would let it pass:\n"
-                                   "  port 1/PortControl2:802.1QMode=0x0\n"
-                                   "by the document it must get there: a port-based VLAN has both ("));
-    EXPECT_THAT(run.out, Not(HasSubstr("delivered")));
+    EXPECT_THAT(run.out, EndsWith("\nstops here: M7 (VLAN) of switch 0 on the way to 0.0, because VID 1 is "
+                                  "not in the VTU, port 1 is secure\n"
+                                  "what would let it pass: make 0.1 a member of a tag-based VLAN with "
+                                  "ingress=\"addTagIfUntagged\"\n"
+                                  "  in the chip, tried one by one on the model:\n"
+                                  "    port 1/PortControl2:802.1QMode=0x0\n"
+                                  "by the document it must get from 0.1 to 0.0: a port-based VLAN has both\n"
+                                  "not delivered to 0.0\n"));
 }
 
 TEST(ExplainCommandTest, AFrameThatGoesElsewhere) {
     CommandRun const run = explain("access-point", {"0.0", "to", "0.6"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
     EXPECT_THAT(run.out,
-                HasSubstr("\nstops here: sent untagged at 0.1, untagged at 0.2, tagged 4 at 0.8, tagged 4 at "
-                          "0.10, but not at 0.6\nwhat would let it pass:\n"
-                          "  VTU/VID 4:MemberTag6=member, untagged\n"));
+                HasSubstr("\n         0/VTU/VID 4:MemberTag6 = not a member\n"
+                          "stops here: M12 (masks) of switch 0 on the way to 0.6, because the members of the "
+                          "VLAN of port 0 left no port\n"
+                          "it is sent untagged at 0.1, untagged at 0.2, tagged 4 at 0.8, tagged 4 at 0.10\n"
+                          "what would let it pass: make 0.6 a member of VLAN 4 (0x4, written \"4\"), and "
+                          "list it with portStatus=\"forwarding\"\n"
+                          "  in the chip, tried one by one on the model:\n"
+                          "    VTU/VID 4:MemberTag6=member, untagged\n"));
     EXPECT_THAT(
         run.out,
-        HasSubstr("\nby the document it must not get there: the receiver is not in the frame's VLAN"));
+        HasSubstr(
+            "\nby the document it must not get from 0.0 to 0.6: the receiver is not in the frame's VLAN\n"));
 }
 
 TEST(ExplainCommandTest, PortsOfAVsc7390ThatAreOff) {
     CommandRun const run = explain("video-switch", {"2.20", "to", "2.0"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
-    EXPECT_THAT(run.out, HasSubstr("stops here: V1, because port 20 has no link or its receiver is off\n"
-                                   "what would let it pass:\n"
-                                   "  port 20/MAC_CFG: receiver and transmitter on, out of reset and "
-                                   "port 0/MAC_CFG: receiver and transmitter on, out of reset and "
-                                   "analyser/SRCMASKS_20:Ports=0x1\n"));
+    EXPECT_THAT(
+        run.out,
+        HasSubstr("stops here: V1 (receiver) of switch 2 on the way to 2.0, because port 20 has no link or "
+                  "its receiver is off\n"
+                  "what would let it pass: let 2.20 be a smac, an hmac or a switchInterlink with "
+                  "portStatus=\"forwarding\", or have the host start it (ManagedSwitchPort::setPort)\n"
+                  "  in the chip, tried one by one on the model:\n"
+                  "    port 20/MAC_CFG: receiver and transmitter on, out of reset and "
+                  "port 0/MAC_CFG: receiver and transmitter on, out of reset and "
+                  "analyser/SRCMASKS_20:Ports=0x1\n"));
 }
 
 TEST(ExplainCommandTest, Groups) {
@@ -82,12 +103,13 @@ TEST(ExplainCommandTest, Groups) {
 TEST(ExplainCommandTest, OverCables) {
     CommandRun const ring = explain("three-switches", {"1.1", "to", "0.0", "--cable", "0.8=1.9"});
     EXPECT_EQ(ring.status, ExitStatus::success);
-    EXPECT_THAT(ring.out, HasSubstr("\nsent tagged 2 at 1.9\n"));
-    EXPECT_THAT(ring.out, HasSubstr("\nin at 0.8 tagged 2, "));
+    EXPECT_THAT(ring.out, HasSubstr("\nout tagged 2 at 1.9\n"));
+    EXPECT_THAT(ring.out, HasSubstr("\nin at 0.8, tagged 2, VLAN 2 (0x2, written \"2\"), "));
     EXPECT_THAT(ring.out, EndsWith("\ndelivered tagged 2 at 0.0\n"));
     CommandRun const mixed = explain("mixed", {"0.1", "to", "3.0", "--cable", "0.10=3.20"});
     EXPECT_EQ(mixed.status, ExitStatus::notDelivered);
-    EXPECT_THAT(mixed.out, HasSubstr("\nstops here: V10, because the source mask leaves no port\n"));
+    EXPECT_THAT(mixed.out, HasSubstr("\nstops here: V10 (masks) of switch 3 on the way to 3.0, because the "
+                                     "source mask leaves no port\n"));
     // The wrong cable: the frame stops at its first switch.
     EXPECT_THAT(explain("mixed", {"0.1", "to", "3.0", "--cable", "0.9=3.20"}).out,
                 Not(HasSubstr("in at 3.20")));
@@ -117,4 +139,21 @@ TEST(ExplainCommandTest, JsonHasEachStep) {
     EXPECT_EQ(hop["steps"][6]["facts"][1],
               json({{"place", "port 1/DefaultVLAN:DefaultVID"}, {"value", "0x1"}}));
     EXPECT_EQ(hop["remedies"], json::array({json::array({"port 1/PortControl2:802.1QMode=0x0"})}));
+    EXPECT_EQ(hop["stops"],
+              json({{"rule", "M7"},
+                    {"because", "VID 1 is not in the VTU, port 1 is secure"},
+                    {"advice", "make 0.1 a member of a tag-based VLAN with ingress=\"addTagIfUntagged\""}}));
+    EXPECT_EQ(hop["vid"], 1);
+    EXPECT_EQ(way["deliveries"], json::array());
+}
+
+TEST(ExplainCommandTest, JsonHasWhatIsDelivered) {
+    json const way = json::parse(explain("minimal", {"0.1", "to", "0.0", "--json"}).out);
+    EXPECT_EQ(way["delivered"], true);
+    EXPECT_EQ(way["deliveries"], json::array({{{"port", "0.0"}, {"form", "tagged 5"}}}));
+    json const& hop = way["hops"][0];
+    EXPECT_EQ(hop["stops"], json());
+    EXPECT_EQ(hop["steps"].size(), 14U);
+    EXPECT_EQ(hop["steps"][6]["line"], 28);
+    EXPECT_EQ(hop["steps"][1]["line"], 0);
 }
