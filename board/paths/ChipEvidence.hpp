@@ -62,11 +62,12 @@ protected:
 
     struct Row {
         std::string_view rule;
-        Side side;
-        /// Of Side::chip; one that ends in "_" ends with the number of the port that got the frame.
+        /// Of Side::chip.
         char const* unit;
+        /// One that ends in "_" ends with the number of the port that got the frame.
         char const* name;
         char const* field;
+        Side side;
         /// Of a mask of ports: the side whose bit counts.
         Side bit = Side::chip;
     };

@@ -21,23 +21,23 @@ constexpr char const* memberCodes[] = {"member", "member, untagged", "member, ta
 
 std::vector<ChipEvidence::Fact> MarvellEvidence::getFacts(std::string_view rule) const {
     static constexpr Row rows[] = {
-        {"M1", Side::from, "", "PhysicalControl", "ForcedLink"},
-        {"M1", Side::from, "", "PhysicalControl", "LinkValue"},
-        {"M3", Side::from, "", "PortControl", "PortState"},
-        {"M4", Side::from, "", "PortControl", "FrameMode"},
-        {"M5", Side::from, "", "PortControl2", "DiscardTagged"},
-        {"M5", Side::from, "", "PortControl2", "DiscardUntagged"},
-        {"M7", Side::from, "", "PortControl2", "802.1QMode"},
-        {"M7", Side::from, "", "DefaultVLAN", "DefaultVID"},
-        {"M9", Side::from, "", "PortAssociationVector", "PAV"},
-        {"M10", Side::from, "", "PortControl", "PortState"},
-        {"M11", Side::to, "", "PortControl", "EgressFloods"},
-        {"M12", Side::from, "", "PortBasedVLANMap", "VLANTable", Side::to},
-        {"M13", Side::to, "", "PhysicalControl", "ForcedLink"},
-        {"M13", Side::to, "", "PhysicalControl", "LinkValue"},
-        {"M13", Side::to, "", "PortControl", "PortState"},
-        {"M14", Side::to, "", "PortControl", "FrameMode"},
-        {"M14", Side::to, "", "PortControl", "EgressMode"},
+        {"M1", "", "PhysicalControl", "ForcedLink", Side::from},
+        {"M1", "", "PhysicalControl", "LinkValue", Side::from},
+        {"M3", "", "PortControl", "PortState", Side::from},
+        {"M4", "", "PortControl", "FrameMode", Side::from},
+        {"M5", "", "PortControl2", "DiscardTagged", Side::from},
+        {"M5", "", "PortControl2", "DiscardUntagged", Side::from},
+        {"M7", "", "PortControl2", "802.1QMode", Side::from},
+        {"M7", "", "DefaultVLAN", "DefaultVID", Side::from},
+        {"M9", "", "PortAssociationVector", "PAV", Side::from},
+        {"M10", "", "PortControl", "PortState", Side::from},
+        {"M11", "", "PortControl", "EgressFloods", Side::to},
+        {"M12", "", "PortBasedVLANMap", "VLANTable", Side::from, Side::to},
+        {"M13", "", "PhysicalControl", "ForcedLink", Side::to},
+        {"M13", "", "PhysicalControl", "LinkValue", Side::to},
+        {"M13", "", "PortControl", "PortState", Side::to},
+        {"M14", "", "PortControl", "FrameMode", Side::to},
+        {"M14", "", "PortControl", "EgressMode", Side::to},
     };
     std::vector<Fact> facts = factsOf(rule, rows);
     addTableFacts(rule, facts);
@@ -102,30 +102,30 @@ ChipEvidence::Change MarvellEvidence::membershipOf(unsigned port) const {
 std::vector<ChipEvidence::Change> MarvellEvidence::getChanges() const {
     Question const& question = getQuestion();
     std::vector<Change> changes = {
-        changeOf({"", Side::from, "", "PhysicalControl", "LinkValue"}, 1),
-        changeOf({"", Side::from, "", "PortControl", "PortState"}, stateForwarding),
-        changeOf({"", Side::from, "", "PortControl2", "DiscardTagged"}, 0),
-        changeOf({"", Side::from, "", "PortControl2", "DiscardUntagged"}, 0),
+        changeOf({"", "", "PhysicalControl", "LinkValue", Side::from}, 1),
+        changeOf({"", "", "PortControl", "PortState", Side::from}, stateForwarding),
+        changeOf({"", "", "PortControl2", "DiscardTagged", Side::from}, 0),
+        changeOf({"", "", "PortControl2", "DiscardUntagged", Side::from}, 0),
     };
     bool const hasEntry = _chip.getVtuEntry(question.vid).has_value();
     if (hasEntry) {
         changes.push_back(membershipOf(question.from));
     }
     if (question.to) {
-        changes.push_back(changeOf({"", Side::to, "", "PhysicalControl", "LinkValue"}, 1));
-        changes.push_back(changeOf({"", Side::to, "", "PortControl", "PortState"}, stateForwarding));
-        changes.push_back(changeOf({"", Side::to, "", "PortControl", "EgressFloods"}, allFloods));
+        changes.push_back(changeOf({"", "", "PhysicalControl", "LinkValue", Side::to}, 1));
+        changes.push_back(changeOf({"", "", "PortControl", "PortState", Side::to}, stateForwarding));
+        changes.push_back(changeOf({"", "", "PortControl", "EgressFloods", Side::to}, allFloods));
         changes.push_back(
-            additionOf({"", Side::from, "", "PortBasedVLANMap", "VLANTable"}, 1U << *question.to));
+            additionOf({"", "", "PortBasedVLANMap", "VLANTable", Side::from}, 1U << *question.to));
         if (hasEntry && question.to != question.from) {
             changes.push_back(membershipOf(*question.to));
         }
     }
     for (unsigned const vid : question.vids) {
-        changes.push_back(changeOf({"", Side::from, "", "DefaultVLAN", "DefaultVID"}, vid));
+        changes.push_back(changeOf({"", "", "DefaultVLAN", "DefaultVID", Side::from}, vid));
     }
     // Opens more than the others, so it comes last.
-    changes.push_back(changeOf({"", Side::from, "", "PortControl2", "802.1QMode"}, modeOff));
+    changes.push_back(changeOf({"", "", "PortControl2", "802.1QMode", Side::from}, modeOff));
     return changes;
 }
 

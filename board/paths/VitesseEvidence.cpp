@@ -28,28 +28,28 @@ FieldAccess::Undo makeAll(std::vector<ChipEvidence::Change> const& changes) {
 
 std::vector<ChipEvidence::Fact> VitesseEvidence::getFacts(std::string_view rule) const {
     static constexpr Row rows[] = {
-        {"V1", Side::from, "", "MAC_CFG", "RX_EN"},
-        {"V1", Side::from, "", "MAC_CFG", "PORT_RST"},
-        {"V1", Side::from, "", "MAC_CFG", "MAC_RX_RST"},
-        {"V2", Side::from, "", "MAXLEN", "Length"},
-        {"V2", Side::from, "", "MAC_CFG", "VLAN_AWR"},
-        {"V3", Side::from, "", "CAT_DROP", "FWD_PAUSE"},
-        {"V3", Side::from, "", "CAT_DROP", "FWD_CTRL"},
-        {"V4", Side::from, "", "CAT_DROP", "TAGGED_ENA"},
-        {"V4", Side::from, "", "CAT_DROP", "UNTAGGED_ENA"},
-        {"V5", Side::from, "", "CAT_VLAN_MISC", "TCI_IGNORE_ENA"},
-        {"V5", Side::from, "", "CAT_VLAN_MISC", "KEEP_TAG_ENA"},
-        {"V5", Side::from, "", "CAT_PORT_VLAN", "VID"},
-        {"V6", Side::chip, analyserUnit, "RECVMASK", "Ports", Side::from},
-        {"V7", Side::chip, analyserUnit, "VLANMASK", "Ports", Side::from},
-        {"V8", Side::chip, analyserUnit, "LEARNMASK", "Ports", Side::from},
-        {"V10", Side::chip, analyserUnit, "SRCMASKS_", "Ports", Side::to},
-        {"V11", Side::to, "", "MAC_CFG", "TX_EN"},
-        {"V11", Side::to, "", "MAC_CFG", "PORT_RST"},
-        {"V11", Side::to, "", "MAC_CFG", "MAC_TX_RST"},
-        {"V12", Side::to, "", "TXUPDCFG", "TX_INSERT_TAG"},
-        {"V12", Side::to, "", "TXUPDCFG", "TX_UNTAGGED_VID_ENA"},
-        {"V12", Side::to, "", "TXUPDCFG", "TX_UNTAGGED_VID"},
+        {"V1", "", "MAC_CFG", "RX_EN", Side::from},
+        {"V1", "", "MAC_CFG", "PORT_RST", Side::from},
+        {"V1", "", "MAC_CFG", "MAC_RX_RST", Side::from},
+        {"V2", "", "MAXLEN", "Length", Side::from},
+        {"V2", "", "MAC_CFG", "VLAN_AWR", Side::from},
+        {"V3", "", "CAT_DROP", "FWD_PAUSE", Side::from},
+        {"V3", "", "CAT_DROP", "FWD_CTRL", Side::from},
+        {"V4", "", "CAT_DROP", "TAGGED_ENA", Side::from},
+        {"V4", "", "CAT_DROP", "UNTAGGED_ENA", Side::from},
+        {"V5", "", "CAT_VLAN_MISC", "TCI_IGNORE_ENA", Side::from},
+        {"V5", "", "CAT_VLAN_MISC", "KEEP_TAG_ENA", Side::from},
+        {"V5", "", "CAT_PORT_VLAN", "VID", Side::from},
+        {"V6", analyserUnit, "RECVMASK", "Ports", Side::chip, Side::from},
+        {"V7", analyserUnit, "VLANMASK", "Ports", Side::chip, Side::from},
+        {"V8", analyserUnit, "LEARNMASK", "Ports", Side::chip, Side::from},
+        {"V10", analyserUnit, "SRCMASKS_", "Ports", Side::chip, Side::to},
+        {"V11", "", "MAC_CFG", "TX_EN", Side::to},
+        {"V11", "", "MAC_CFG", "PORT_RST", Side::to},
+        {"V11", "", "MAC_CFG", "MAC_TX_RST", Side::to},
+        {"V12", "", "TXUPDCFG", "TX_INSERT_TAG", Side::to},
+        {"V12", "", "TXUPDCFG", "TX_UNTAGGED_VID_ENA", Side::to},
+        {"V12", "", "TXUPDCFG", "TX_UNTAGGED_VID", Side::to},
     };
     std::vector<Fact> facts = factsOf(rule, rows);
     if (rule == "V7") {
@@ -87,7 +87,7 @@ void VitesseEvidence::addDestination(std::vector<Fact>& facts) const {
     char const* const mask = kind == Class::unicast       ? "UFLODMASK"
                              : kind == Class::ipMulticast ? "IFLODMSK"
                                                           : "MFLODMASK";
-    addFacts({"", Side::chip, analyserUnit, mask, "Ports", Side::to}, facts);
+    addFacts({"", analyserUnit, mask, "Ports", Side::chip, Side::to}, facts);
 }
 
 /// Of the ports of a trunk, a frame takes one.
@@ -108,11 +108,11 @@ void VitesseEvidence::addAggregation(std::vector<Fact>& facts) const {
 
 ChipEvidence::Change VitesseEvidence::startOf(Side side) const {
     std::vector<Change> const parts = {
-        changeOf({"", side, "", "MAC_CFG", "PORT_RST"}, 0),
-        changeOf({"", side, "", "MAC_CFG", "MAC_RX_RST"}, 0),
-        changeOf({"", side, "", "MAC_CFG", "MAC_TX_RST"}, 0),
-        changeOf({"", side, "", "MAC_CFG", "RX_EN"}, 1),
-        changeOf({"", side, "", "MAC_CFG", "TX_EN"}, 1),
+        changeOf({"", "", "MAC_CFG", "PORT_RST", side}, 0),
+        changeOf({"", "", "MAC_CFG", "MAC_RX_RST", side}, 0),
+        changeOf({"", "", "MAC_CFG", "MAC_TX_RST", side}, 0),
+        changeOf({"", "", "MAC_CFG", "RX_EN", side}, 1),
+        changeOf({"", "", "MAC_CFG", "TX_EN", side}, 1),
     };
     return {unitOf(side) + "/MAC_CFG: receiver and transmitter on, out of reset",
             [parts] { return makeAll(parts); }};
@@ -121,7 +121,7 @@ ChipEvidence::Change VitesseEvidence::startOf(Side side) const {
 ChipEvidence::Change VitesseEvidence::floodOf() const {
     std::vector<Change> parts;
     for (char const* const mask : {"UFLODMASK", "MFLODMASK", "IFLODMSK"}) {
-        parts.push_back(additionOf({"", Side::chip, analyserUnit, mask, "Ports"}, 1U << *getQuestion().to));
+        parts.push_back(additionOf({"", analyserUnit, mask, "Ports", Side::chip}, 1U << *getQuestion().to));
     }
     return {fmt::format("analyser: port {} in the flood masks", *getQuestion().to),
             [parts] { return makeAll(parts); }};
@@ -156,20 +156,20 @@ std::vector<ChipEvidence::Change> VitesseEvidence::getChanges() const {
     Question const& question = getQuestion();
     std::vector<Change> changes = {
         startOf(Side::from),
-        additionOf({"", Side::chip, analyserUnit, "RECVMASK", "Ports"}, 1U << question.from),
-        changeOf({"", Side::from, "", "CAT_DROP", "TAGGED_ENA"}, 0),
-        changeOf({"", Side::from, "", "CAT_DROP", "UNTAGGED_ENA"}, 0),
+        additionOf({"", analyserUnit, "RECVMASK", "Ports", Side::chip}, 1U << question.from),
+        changeOf({"", "", "CAT_DROP", "TAGGED_ENA", Side::from}, 0),
+        changeOf({"", "", "CAT_DROP", "UNTAGGED_ENA", Side::from}, 0),
         membershipOf(),
     };
     if (question.to) {
         changes.push_back(startOf(Side::to));
         changes.push_back(
-            additionOf({"", Side::chip, analyserUnit, "SRCMASKS_", "Ports"}, 1U << *question.to));
+            additionOf({"", analyserUnit, "SRCMASKS_", "Ports", Side::chip}, 1U << *question.to));
         changes.push_back(floodOf());
         changes.push_back(aggregationOf());
     }
     for (unsigned const vid : question.vids) {
-        changes.push_back(changeOf({"", Side::from, "", "CAT_PORT_VLAN", "VID"}, vid));
+        changes.push_back(changeOf({"", "", "CAT_PORT_VLAN", "VID", Side::from}, vid));
     }
     return changes;
 }

@@ -49,7 +49,8 @@ std::string ExplainReport::vlanOf(unsigned vid) const {
 }
 
 std::string ExplainReport::frameOf(FrameKind::Tags const& tags) const {
-    return tags.count == 0 ? "untagged" : fmt::format("{}, {}", tags.describe(), vlanOf(tags.vid));
+    bool const isInVlan = tags.count != 0 && tags.vid != 0;
+    return !isInVlan ? tags.describe() : fmt::format("{}, {}", tags.describe(), vlanOf(tags.vid));
 }
 
 StepOrigin ExplainReport::originOf(Hop const& hop) const {
@@ -90,6 +91,9 @@ std::string ExplainReport::sentOf(Hop const& hop) const {
 
 std::string ExplainReport::adviceOf(Hop const& hop) const {
     simulation::Decision const& way = hop.explanation.getWay();
+    if (hop.to == hop.from.portId) {
+        return "";
+    }
     std::string const to = hop.to ? addressOf(hop, *hop.to) : "the port that it is to leave by";
     std::string const vlan = way.vid ? vlanOf(*way.vid) : "its VLAN";
     bool const isTagged = hop.frame.tags.count != 0 && hop.frame.tags.vid != 0;

@@ -118,6 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
              ExitStatus::switchMissing,
              "switch 1  abacus    missing: no such driver"},
         Verb{{"paths", "BOARD"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
+        Verb{{"explain", "BOARD", "1.1", "to", "1.2"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"plan", "BOARD"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"audit", "BOARD", "--simulate"}, ExitStatus::startUpFailed, "no model of a \"abacus\""},
         Verb{{"statistics", "BOARD", "--simulate"},

@@ -115,6 +115,24 @@ TEST(ExplainCommandTest, OverCables) {
                 Not(HasSubstr("in at 3.20")));
 }
 
+TEST(ExplainCommandTest, APriorityTagIsOfNoVlan) {
+    CommandRun const run = explain("minimal", {"0.1", "tagged", "0", "to", "0.0"});
+    EXPECT_EQ(run.status, ExitStatus::success);
+    EXPECT_THAT(run.out, StartsWith("in at 0.1, tagged 0, " + exampleOf("minimal") + ":14\n"));
+}
+
+TEST(ExplainCommandTest, NoFrameGoesBackWhereItCameFrom) {
+    CommandRun const run = explain("minimal", {"0.1", "to", "0.1"});
+    EXPECT_EQ(run.status, ExitStatus::notDelivered);
+    EXPECT_THAT(run.out,
+                HasSubstr("\n         0/port 1/PortBasedVLANMap:VLANTable = 0x7fd, without port 1\n"));
+    EXPECT_THAT(
+        run.out,
+        HasSubstr("\nstops here: M12 (masks) of switch 0 on the way to 0.1, because VLANTable of port 1 "
+                  "left no port\n"));
+    EXPECT_THAT(run.out, HasSubstr("\nwhat would let it pass: nothing that a document could say\n"));
+}
+
 TEST(ExplainCommandTest, WrongLines) {
     EXPECT_EQ(explain("mixed", {"0.1", "to", "3.0"}).errors,
               "switchctl: no --cable leads from switch 0 to switch 3\n");
