@@ -83,8 +83,10 @@ void add(std::string const& name, Bench const& bench, std::vector<EthernetFrame>
         requireSame(name, bench, each);
     }
     benchmark::RegisterBenchmark(("model/" + name).c_str(), [=](benchmark::State& state) {
+        Decision decision;
         run(state, frames, [&](EthernetFrame const& each) {
-            benchmark::DoNotOptimize(bench.chip.receive(bench.here, each));
+            bench.chip.receive(bench.here, each, decision);
+            benchmark::DoNotOptimize(decision);
         });
     });
     benchmark::RegisterBenchmark(("floor/" + name).c_str(), [=](benchmark::State& state) {
@@ -97,9 +99,11 @@ void add(std::string const& name, Bench const& bench, std::vector<EthernetFrame>
 void addAfterWrite(std::string const& name, Bench const& bench) {
     auto const frames = framesFor(bench, true);
     benchmark::RegisterBenchmark(("model/" + name).c_str(), [=](benchmark::State& state) {
+        Decision decision;
         run(state, frames, [&](EthernetFrame const& each) {
             bench.writeRegister();
-            benchmark::DoNotOptimize(bench.chip.receive(bench.here, each));
+            bench.chip.receive(bench.here, each, decision);
+            benchmark::DoNotOptimize(decision);
         });
     });
     auto const port = bench.plain.ports[bench.here];

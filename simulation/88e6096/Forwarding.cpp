@@ -10,20 +10,17 @@ Forwarding::Forwarding(Context& context, std::deque<Port>& ports, Global1& globa
       _snapshot(ports, global1, global2),
       _counters(global1.getStatistics(), ports) {}
 
-Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
-    Decision decision;
+void Forwarding::doReceive(unsigned port, EthernetFrame const& frame, Decision& decision) {
     leaveTraces(port, frame, follow(port, frame, everyPort, decision), decision);
-    return decision;
 }
 
-Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
-    Decision decision;
+void Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                          Decision& decision) const {
     Passage const passage = follow(port, frame, among, decision);
     if (auto const& learning = passage.getLearning()) {
         decision.learnt =
             _global1.getAtu().tryLearning(learning->fid, learning->address) == Atu::Learning::learned;
     }
-    return decision;
 }
 
 Passage Forwarding::follow(unsigned port, EthernetFrame const& frame, std::uint32_t among,

@@ -25,8 +25,9 @@ public:
     /// @}
 
 private:
-    Decision doReceive(unsigned port, EthernetFrame const& frame) override;
-    Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const override;
+    void doReceive(unsigned port, EthernetFrame const& frame, Decision& decision) override;
+    void doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                  Decision& decision) const override;
     bool doHasLink(unsigned port) const override { return _ports[port].hasLink(); }
     unsigned doGetMegabits(unsigned port) const override { return _ports[port].getMegabits(); }
 

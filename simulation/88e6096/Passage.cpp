@@ -51,6 +51,8 @@ Passage::Passage(Snapshot const& snapshot, Vtu const& vtu, Atu const& atu, Optio
       _ingress(ingress),
       _settings(snapshot.port(ingress)),
       _frame(frame),
+      _destination(frame.getDestination()),
+      _source(frame.getSource()),
       _tag(frame.getTag()),
       _class(frame.getDestinationClass()),
       _decision(decision) {}
@@ -134,7 +136,7 @@ bool Passage::tag() {
 
 bool Passage::management() {
     if (_class != Class::reserved ||
-        !_snapshot.isForCpu(lastByte.get(static_cast<std::uint32_t>(_frame.getDestination())))) {
+        !_snapshot.isForCpu(lastByte.get(static_cast<std::uint32_t>(_destination)))) {
         return true;
     }
     unsigned const cpu = _snapshot.getCpuPort();
@@ -216,8 +218,9 @@ bool Passage::learn() {
     std::uint32_t const ports = _settings.isTrunk
                                     ? atu::trunk.getMask() | atu::trunkId.placed(_settings.trunkId)
                                     : atu::portVector.placed(_settings.associationVector);
-    if (isOpen && !_frame.hasGroupSource() && _settings.associationVector != 0 && !_settings.isLocked) {
-        _learning = Learning{_fid, _frame.getSource(), ports};
+    if (isOpen && !EthernetFrame::isGroup(_source) && _settings.associationVector != 0 &&
+        !_settings.isLocked) {
+        _learning = Learning{_fid, _source, ports};
     }
     return true;
 }
@@ -228,13 +231,13 @@ bool Passage::vlanState() {
 }
 
 bool Passage::destination() {
-    std::uint32_t const data = _settings.mapsDa ? _atu.find(_fid, _frame.getDestination()) : 0;
+    std::uint32_t const data = _settings.mapsDa ? _atu.find(_fid, _destination) : 0;
     _isHit = data != 0;
     if (!_isHit) {
         _ports = flood() & _among;
         return _ports != 0 || drop("no port sends frames to unknown addresses");
     }
-    _isStaticUnicast = _class == Class::unicast && Atu::isStatic(_frame.getDestination(), data);
+    _isStaticUnicast = _class == Class::unicast && Atu::isStatic(_destination, data);
     _ports = atu::trunk.isSet(data) ? _snapshot.getTrunkMembers(atu::trunkId.get(data))
                                     : atu::portVector.get(data);
     _ports &= _among;
@@ -283,7 +286,7 @@ std::uint32_t Passage::membersOf(std::uint32_t ports) const {
 
 // The chip's own hash, which bit 11 of the trunk masks selects, is not public: here all bytes count for it.
 unsigned Passage::trunkHash() const {
-    EthernetFrame::Address mixed = _frame.getDestination() ^ _frame.getSource();
+    EthernetFrame::Address mixed = _destination ^ _source;
     if (_snapshot.hashesAddresses()) {
         mixed ^= mixed >> 24;
         mixed ^= mixed >> 16 ^ mixed >> 8;

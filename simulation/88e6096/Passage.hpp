@@ -86,6 +86,8 @@ private:
     unsigned const _ingress;
     PortSettings const& _settings;
     EthernetFrame const& _frame;
+    EthernetFrame::Address const _destination;
+    EthernetFrame::Address const _source;
     std::optional<EthernetFrame::Tag> const _tag;
     EthernetFrame::DestinationClass const _class;
 

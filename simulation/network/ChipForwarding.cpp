@@ -6,13 +6,22 @@
 namespace simulation {
 
 Decision ChipForwarding::receive(unsigned port, EthernetFrame const& frame) {
+    Decision decision;
+    receive(port, frame, decision);
+    return decision;
+}
+
+void ChipForwarding::receive(unsigned port, EthernetFrame const& frame, Decision& decision) {
     auto const held = lockFor(port);
-    return doReceive(port, frame);
+    decision.clear();
+    doReceive(port, frame, decision);
 }
 
 Decision ChipForwarding::decide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
     auto const held = lockFor(port);
-    return doDecide(port, frame, among);
+    Decision decision;
+    doDecide(port, frame, among, decision);
+    return decision;
 }
 
 bool ChipForwarding::hasLink(unsigned port) const {

@@ -31,6 +31,9 @@ public:
     /// \throws std::out_of_range when there is no such port.
     Decision receive(unsigned port, EthernetFrame const& frame);
 
+    /// The same into a decision that is there, whose room is used again: for who has many frames.
+    void receive(unsigned port, EthernetFrame const& frame, Decision& decision);
+
     /// What receive() would decide now. Nothing changes but the snapshot.
     /// \throws std::out_of_range when there is no such port.
     Decision decide(unsigned port, EthernetFrame const& frame) const {
@@ -56,10 +59,11 @@ protected:
     explicit ChipForwarding(Services& services) : _services(services) {}
 
 private:
-    /// \name The same for a port that there is, with the board's mutex held
+    /// \name The same for a port that there is and an empty decision, with the board's mutex held
     /// @{
-    virtual Decision doReceive(unsigned port, EthernetFrame const& frame) = 0;
-    virtual Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const = 0;
+    virtual void doReceive(unsigned port, EthernetFrame const& frame, Decision& decision) = 0;
+    virtual void doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                          Decision& decision) const = 0;
     virtual bool doHasLink(unsigned port) const = 0;
     virtual unsigned doGetMegabits(unsigned port) const = 0;
     /// @}

@@ -7,6 +7,16 @@
 
 namespace simulation {
 
+void Decision::clear() {
+    vid.reset();
+    egress.clear();
+    learnt = false;
+    toProcessor = false;
+    rules = {};
+    dropReason.clear();
+    notModelled.clear();
+}
+
 Decision::Egress const* Decision::find(unsigned port) const {
     auto const found =
         std::find_if(egress.begin(), egress.end(), [port](Egress const& copy) { return copy.port == port; });

@@ -53,6 +53,9 @@ struct Decision {
     /// is then dropped. Empty in all other cases.
     std::string notModelled;
 
+    /// Makes it one that says nothing yet. Room for copies and texts stays.
+    void clear();
+
     bool isDropped() const { return egress.empty() && !toProcessor; }
     bool isRefused() const { return !notModelled.empty(); }
 

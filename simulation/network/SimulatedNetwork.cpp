@@ -220,7 +220,8 @@ void SimulatedNetwork::enterChip(std::uint64_t time, Copy const& copy) {
         ++_totals.dropped;
         return report(fmt::format("switch {}: its model does not forward frames", copy.at.switchId));
     }
-    Decision const decision = forwarding->receive(copy.at.port, copy.frame);
+    forwarding->receive(copy.at.port, copy.frame, _decision);
+    Decision const& decision = _decision;
     std::vector<unsigned> megabits;
     for (Decision::Egress const& egress : decision.egress) {
         megabits.push_back(forwarding->getMegabits(egress.port));

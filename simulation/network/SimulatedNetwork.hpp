@@ -170,6 +170,8 @@ private:
     VirtualClock& _clock;
     Chips const _chips;
     std::mutex _running;
+    // Of the frame that has just entered a chip; of who runs.
+    Decision _decision;
     mutable std::mutex _mutex;
     std::map<End, Socket> _sockets;
     unsigned _cables = 0;

@@ -13,21 +13,20 @@ Forwarding::Forwarding(Context const& context, Analyser& analyser, std::deque<Po
     }
 }
 
-Decision Forwarding::doReceive(unsigned port, EthernetFrame const& frame) {
-    Passage passage = pass(port, frame, everyPort);
+void Forwarding::doReceive(unsigned port, EthernetFrame const& frame, Decision& decision) {
+    Passage const passage = pass(port, frame, everyPort, decision);
     countIn(passage);
-    passage.decision.learnt = passage.isToLearn && learn(passage);
-    for (Decision::Egress const& copy : passage.decision.egress) {
+    decision.learnt = passage.isToLearn && learn(passage);
+    for (Decision::Egress const& copy : decision.egress) {
         countOut(copy);
     }
-    return std::move(passage.decision);
 }
 
-Decision Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
-    Passage passage = pass(port, frame, among);
-    passage.decision.learnt =
+void Forwarding::doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                          Decision& decision) const {
+    Passage const passage = pass(port, frame, among, decision);
+    decision.learnt =
         passage.isToLearn && _analyser.getMacTable().canLearn(frame.getSource(), passage.classified.vid);
-    return std::move(passage.decision);
 }
 
 bool Forwarding::doHasLink(unsigned port) const {
@@ -39,8 +38,9 @@ unsigned Forwarding::doGetMegabits(unsigned port) const {
     return _snapshot.getPort(port).megabits;
 }
 
-Passage Forwarding::pass(unsigned port, EthernetFrame const& frame, std::uint32_t among) const {
-    Passage passage(frame, port, _snapshot.getPort(port));
+Passage Forwarding::pass(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                         Decision& decision) const {
+    Passage passage(frame, port, _snapshot.getPort(port), decision);
     passage.among = among;
     _rules.apply(passage);
     return passage;

@@ -43,12 +43,13 @@ public:
     /// @}
 
 private:
-    Decision doReceive(unsigned port, EthernetFrame const& frame) override;
-    Decision doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among) const override;
+    void doReceive(unsigned port, EthernetFrame const& frame, Decision& decision) override;
+    void doDecide(unsigned port, EthernetFrame const& frame, std::uint32_t among,
+                  Decision& decision) const override;
     bool doHasLink(unsigned port) const override;
     unsigned doGetMegabits(unsigned port) const override;
 
-    Passage pass(unsigned port, EthernetFrame const& frame, std::uint32_t among) const;
+    Passage pass(unsigned port, EthernetFrame const& frame, std::uint32_t among, Decision& decision) const;
     bool learn(Passage const& passage);
     void countIn(Passage const& passage);
     void countOut(Decision::Egress const& copy);

@@ -15,12 +15,15 @@ struct Passage {
     /// What the counters of the port have of the frame.
     enum class Arrival { none, good, bad };
 
-    Passage(EthernetFrame const& received, unsigned port, Snapshot::PortSettings const& settings)
+    /// All must outlive the object.
+    Passage(EthernetFrame const& received, unsigned port, Snapshot::PortSettings const& settings,
+            Decision& made)
         : frame(received),
           ingress(port),
           receiver(settings),
           destination(received.getDestinationClass()),
-          tag(received.getTag()) {}
+          tag(received.getTag()),
+          decision(made) {}
 
     EthernetFrame const& frame;
     unsigned ingress;
@@ -29,7 +32,7 @@ struct Passage {
     /// The outer tag that the frame came with.
     std::optional<EthernetFrame::Tag> tag;
 
-    Decision decision;
+    Decision& decision;
     Arrival arrival = Arrival::none;
     /// The receiving port counts it as dropped.
     bool isDropped = false;

@@ -63,7 +63,8 @@ void Rules::apply(Passage& passage) const {
 std::uint32_t Rules::getEgressPorts(unsigned ingress, std::uint64_t destination, std::uint64_t source,
                                     unsigned vid) const {
     EthernetFrame const frame = EthernetFrame::make(destination, source, 0);
-    Passage passage(frame, ingress, _snapshot.getPort(ingress));
+    Decision decision;
+    Passage passage(frame, ingress, _snapshot.getPort(ingress), decision);
     passage.classified.vid = vid;
     passage.vlan = _analyser.getVlanTable().getEntry(vid);
     bool const isAccepted = meetReceiveMask(passage) && meetIngressCheck(passage) && !passage.isDropped;

@@ -62,8 +62,11 @@ protected:
         return {port, chance.frame()};
     }
 
+    /// Into one decision for all frames, so that what one leaves there shows in the next.
     static Decision receive(ForwardingChip& chip, Probe const& probe) {
-        return chip.forwarding().receive(probe.port, probe.frame);
+        static Decision decision;
+        chip.forwarding().receive(probe.port, probe.frame, decision);
+        return decision;
     }
 
     /// Calls `look` with chip and frame, many times; the chip keeps what it learns.

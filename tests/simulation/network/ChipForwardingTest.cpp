@@ -26,15 +26,14 @@ public:
     mutable bool _wasUnlocked = false;
 
 private:
-    Decision doReceive(unsigned port, EthernetFrame const& got) override {
+    void doReceive(unsigned port, EthernetFrame const& got, Decision& decision) override {
         ++_received;
-        return doDecide(port, got, everyPort);
+        doDecide(port, got, everyPort, decision);
     }
-    Decision doDecide(unsigned port, EthernetFrame const& got, std::uint32_t /*among*/) const override {
+    void doDecide(unsigned port, EthernetFrame const& got, std::uint32_t /*among*/,
+                  Decision& decision) const override {
         noteLock();
-        Decision decision;
         decision.egress.push_back({1 - port, Decision::Form::asReceived, got});
-        return decision;
     }
     bool doHasLink(unsigned port) const override {
         noteLock();

@@ -53,4 +53,15 @@ TEST(DecisionTest, TheProcessorIsADestination) {
     EXPECT_FALSE(decision.isDropped());
 }
 
+TEST(DecisionTest, ClearedItSaysNothing) {
+    static constexpr std::string_view rules[] = {"M1"};
+    Decision decision{5, {{0, Form::tagged, answer}}, true, true, rules, "a reason", "a mode"};
+    decision.clear();
+    EXPECT_FALSE(decision.vid.has_value());
+    EXPECT_TRUE(decision.egress.empty());
+    EXPECT_FALSE(decision.learnt || decision.toProcessor);
+    EXPECT_TRUE(decision.rules.empty());
+    EXPECT_EQ(decision.dropReason + decision.notModelled, "");
+}
+
 } // namespace

@@ -39,21 +39,21 @@ public:
     std::function<simulation::Decision(unsigned port, simulation::EthernetFrame const& frame)> _decide;
 
 private:
-    simulation::Decision doReceive(unsigned port, simulation::EthernetFrame const& frame) override {
-        return doDecide(port, frame, everyPort);
+    void doReceive(unsigned port, simulation::EthernetFrame const& frame,
+                   simulation::Decision& decision) override {
+        doDecide(port, frame, everyPort, decision);
     }
-    simulation::Decision doDecide(unsigned port, simulation::EthernetFrame const& frame,
-                                  std::uint32_t /*among*/) const override {
+    void doDecide(unsigned port, simulation::EthernetFrame const& frame, std::uint32_t /*among*/,
+                  simulation::Decision& decision) const override {
         if (_decide) {
-            return _decide(port, frame);
+            decision = _decide(port, frame);
+            return;
         }
-        simulation::Decision decision;
         for (unsigned each = 0; each < _numberOfPorts; ++each) {
             if (each != port) {
                 decision.egress.push_back({each, simulation::Decision::Form::asReceived, frame});
             }
         }
-        return decision;
     }
     bool doHasLink(unsigned port) const override { return _linked.count(port) != 0; }
     unsigned doGetMegabits(unsigned /*port*/) const override { return _megabits; }
