@@ -258,4 +258,15 @@ TEST_F(ForwardingIngressTest, M6OtherwiseAnOrdinaryGroup) {
     EXPECT_EQ(ports(2, untagged(0x0180C2000000)), everyPort & ~0x004U);
 }
 
+// With the option by which it restores registers.
+TEST_F(ForwardingIngressTest, AResetBySoftwareCountsForTheNextFrame) {
+    Options options;
+    options.softwareReset = Options::SoftwareReset::restoresDefaults;
+    restart(options);
+    setState(2, 0);
+    EXPECT_EQ(ports(2, untagged()), 0U);
+    write(global1, 0x04, 0x8000);
+    EXPECT_EQ(ports(2, untagged()), everyPort & ~0x004U);
+}
+
 } // namespace

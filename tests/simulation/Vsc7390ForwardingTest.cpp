@@ -121,6 +121,8 @@ TEST_F(Vsc7390ForwardingTest, LinkAndSpeed) {
     writePort(6, 0x00, 0x10000002);
     EXPECT_TRUE(chip().getForwarding()->hasLink(6)) << "it sends";
     EXPECT_EQ(chip().getForwarding()->getMegabits(6), 100U);
+    writePort(6, 0x00, 0x00010002);
+    EXPECT_TRUE(chip().getForwarding()->hasLink(6)) << "it gets frames";
     EXPECT_THROW(decide(untagged(), 24), std::out_of_range);
 }
 

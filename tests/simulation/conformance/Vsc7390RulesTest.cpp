@@ -295,6 +295,8 @@ INSTANTIATE_TEST_SUITE_P(
              {port(2, 0x24, 0x00020000), mac(0x0112, 0x00010200, 0x00000002, 0x4417)}, untagged(),
              "VLAN 1: refused by V12"),
         rule("V12", "UNTAGGED_VID", {port(2, 0x24, 0x0019)}, untagged(), flooded),
+        rule("V12", "UNTAGGED_VID, not enabled any more", {port(2, 0x24, 0x0019), port(2, 0x24, 0x0011)},
+             untagged(), "VLAN 1: 2t1.0 3u 4u; learnt 111/1 to 1"),
         rule("V12", "UNTAGGED_VID, tag", {port(2, 0x24, 0x0059)}, tagged(5), flooded5),
         rule("V12", "UNTAGGED_VID, another VLAN", {port(2, 0x24, 0x0059)}, untagged(),
              "VLAN 1: 2t1.0 3u 4u; learnt 111/1 to 1"),
