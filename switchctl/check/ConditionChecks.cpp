@@ -19,7 +19,7 @@ using VlansOfSwitch = std::vector<BoardReading::Vlan const*>;
 VlansOfSwitch vlansOf(BoardReading const& board, Switch const& owner) {
     VlansOfSwitch found;
     for (auto const& [id, vlan] : board.getVlans()) {
-        if (vlan.tagBased && !BoardReading::addedMembers(vlan.members, static_cast<int>(owner.id)).empty()) {
+        if (vlan.tagBased && !BoardReading::addedMembers(vlan.members, owner.id).empty()) {
             found.push_back(&vlan);
         }
     }
@@ -102,7 +102,7 @@ void statesShared(BoardReading const& board, Report const& report) {
 /// Whether a port-based VLAN holds several ports of one trunk.
 bool opensTrunk(BoardReading const& board, Switch const& owner) {
     auto const isHeldTwice = [&](BoardReading::Trunk const& trunk, BoardReading::Vlan const& vlan) {
-        auto const members = BoardReading::addedMembers(vlan.members, static_cast<int>(owner.id));
+        auto const members = BoardReading::addedMembers(vlan.members, owner.id);
         return std::count_if(members.begin(), members.end(), [&](BoardReading::Member const* member) {
                    return std::any_of(trunk.members.begin(), trunk.members.end(), [&](xmlNodePtr element) {
                        return BoardReading::trunkPortIdOf(element) == static_cast<unsigned>(member->portId);
