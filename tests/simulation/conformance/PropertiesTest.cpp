@@ -20,7 +20,7 @@ using simulation::UnitKind;
 using Frame = Frames::Frame;
 
 #ifdef SLOW_BUILD
-constexpr unsigned seeds = 5;
+constexpr unsigned seeds = 12;
 #else
 constexpr unsigned seeds = 50;
 #endif
