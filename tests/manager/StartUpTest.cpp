@@ -160,8 +160,14 @@ TEST(StartUpTest, TouchesNothingWithoutHardware) {
     EXPECT_EQ(session.getBoard()->getBusAccesses(), 0U);
 }
 
-/// Every register access of a bring-up in turn finds the chip busy for longer than anything waits.
+/// Every register access of a bring-up in turn finds the chip busy for longer than anything waits; one in
+/// seven where programs are slow.
 TEST(StartUpTest, ComesToAnEndWhicheverAccessFails) {
+#ifdef SLOW_BUILD
+    constexpr unsigned step = 7;
+#else
+    constexpr unsigned step = 1;
+#endif
     std::uint64_t accesses = 0;
     {
         BoardRun run(XmlDocument::fromFile(minimal));
@@ -171,7 +177,8 @@ TEST(StartUpTest, ComesToAnEndWhicheverAccessFails) {
     }
     ASSERT_GT(accesses, 50U);
     unsigned found = 0;
-    for (unsigned failing = 1; failing <= accesses; ++failing) {
+    unsigned runs = 0;
+    for (unsigned failing = 1; failing <= accesses; failing += step, ++runs) {
         BoardRun run(XmlDocument::fromFile(minimal));
         run.board().getMarvell(0).failAccess(failing);
         ASSERT_TRUE(run.bringUp().populated) << failing;
@@ -181,8 +188,8 @@ TEST(StartUpTest, ComesToAnEndWhicheverAccessFails) {
             return line.find("Timeout waiting for SMI") != std::string::npos;
         })) << failing;
     }
-    // Only the probe decides whether the switch is there.
-    EXPECT_EQ(found, accesses - 1);
+    // Only the probe, the first of them, decides whether the switch is there.
+    EXPECT_EQ(found, runs - 1);
 }
 
 } // namespace
