@@ -10,7 +10,9 @@
 namespace switchctl::paths {
 
 using board::FrameKind;
+using board::PortSet;
 using Json = nlohmann::ordered_json;
+using Rule = board::ForwardingRules::Rule;
 
 namespace {
 
@@ -89,6 +91,48 @@ Json destinationsToJson(board::AskedFrames const& asked, std::vector<std::size_t
         list.push_back(asked.getDestinations()[index].name);
     }
     return list;
+}
+
+std::vector<unsigned> numbersOf(PortSet ports) {
+    std::vector<unsigned> numbers;
+    for (unsigned port = 0; ports != 0; ++port, ports >>= 1U) {
+        if ((ports & 1U) != 0) {
+            numbers.push_back(port);
+        }
+    }
+    return numbers;
+}
+
+std::vector<std::string> addressesOf(unsigned switchId, PortSet ports) {
+    std::vector<std::string> addresses;
+    for (unsigned const port : numbersOf(ports)) {
+        addresses.push_back(board::portAddress(static_cast<int>(switchId), static_cast<int>(port)));
+    }
+    return addresses;
+}
+
+std::vector<Rule const*> unsureOf(std::set<std::string> const& rules) {
+    std::set<Rule const*> unsure;
+    for (std::string const& numbers : rules) {
+        auto const some = board::ForwardingRules::unsureOf(numbers);
+        unsure.insert(some.begin(), some.end());
+    }
+    return {unsure.begin(), unsure.end()};
+}
+
+void printUnsure(std::ostream& out, std::set<std::string> const& rules) {
+    auto const unsure = unsureOf(rules);
+    if (!unsure.empty()) {
+        out << "rests on what no public document of the chips settles:\n";
+    }
+    for (auto const* const rule : unsure) {
+        out << fmt::format("  {} ({}): {}\n", rule->number, board::ForwardingRules::name(rule->mark),
+                           rule->text);
+    }
+}
+
+Json ruleToJson(Rule const& rule) {
+    return {{"rule", rule.number}, {"mark", board::ForwardingRules::name(rule.mark)}, {"text", rule.text}};
 }
 
 std::string counted(std::size_t number, char const* thing) {

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
+#include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "board/paths/AskedFrames.hpp"
+#include "board/paths/ForwardingRules.hpp"
 
 namespace switchctl::paths {
 
@@ -29,6 +32,20 @@ nlohmann::ordered_json framesToJson(std::vector<board::FrameKind::Tags> const& f
 
 nlohmann::ordered_json destinationsToJson(board::AskedFrames const& asked,
                                           std::vector<std::size_t> const& destinations);
+
+/// In ascending order.
+std::vector<unsigned> numbersOf(board::PortSet ports);
+
+/// "0.1", "0.10".
+std::vector<std::string> addressesOf(unsigned switchId, board::PortSet ports);
+
+/// Those rules that are not sure, each once, of lists of numbers with blanks between them.
+std::vector<board::ForwardingRules::Rule const*> unsureOf(std::set<std::string> const& rules);
+
+/// Prints `unsureOf`, with a heading where there are any.
+void printUnsure(std::ostream& out, std::set<std::string> const& rules);
+
+nlohmann::ordered_json ruleToJson(board::ForwardingRules::Rule const& rule);
 
 /// "1 error".
 std::string counted(std::size_t number, char const* thing);
