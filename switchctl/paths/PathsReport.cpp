@@ -13,7 +13,9 @@
 
 namespace switchctl::paths {
 
+using board::addressesOf;
 using board::IntendedBoard;
+using board::numbersOf;
 using board::PathLine;
 using board::PortSet;
 using Json = nlohmann::ordered_json;

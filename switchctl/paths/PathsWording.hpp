@@ -8,6 +8,7 @@
 
 #include "board/paths/AskedFrames.hpp"
 #include "board/paths/ForwardingRules.hpp"
+#include "board/paths/PathWording.hpp"
 
 namespace switchctl::paths {
 
@@ -23,21 +24,11 @@ char const* nameOf(Severity severity);
 /// `nameOf` in its colour, where what is written to the stream has colours.
 std::string paint(std::ostream const& out, Severity severity);
 
-/// "untagged, tagged 0 1 5-9", and the destinations where these are not all.
-std::string framesText(board::AskedFrames const& asked, std::vector<board::FrameKind::Tags> const& frames,
-                       std::vector<std::size_t> const& destinations);
-
 /// VIDs, and null for frames without a tag.
 nlohmann::ordered_json framesToJson(std::vector<board::FrameKind::Tags> const& frames);
 
 nlohmann::ordered_json destinationsToJson(board::AskedFrames const& asked,
                                           std::vector<std::size_t> const& destinations);
-
-/// In ascending order.
-std::vector<unsigned> numbersOf(board::PortSet ports);
-
-/// "0.1", "0.10".
-std::vector<std::string> addressesOf(unsigned switchId, board::PortSet ports);
 
 /// Those rules that are not sure, each once, of lists of numbers with blanks between them.
 std::vector<board::ForwardingRules::Rule const*> unsureOf(std::set<std::string> const& rules);

@@ -14,6 +14,8 @@
 
 namespace switchctl::paths {
 
+using board::addressesOf;
+using board::numbersOf;
 using board::PathLine;
 using simulation::AccessLog;
 using Json = nlohmann::ordered_json;
@@ -24,13 +26,9 @@ namespace {
 using Pairs = std::set<std::tuple<unsigned, unsigned, unsigned>>;
 
 void addPairs(Pairs& pairs, PathLine const& line) {
-    auto const to = numbersOf(PathLine::portsOf(line.reach));
-    auto const from = numbersOf(line.from);
-    for (unsigned const sender : from) {
-        for (unsigned const receiver : to) {
-            if (sender != receiver || (from.size() == 1 && to.size() == 1)) {
-                pairs.emplace(line.key.switchId, sender, receiver);
-            }
+    for (unsigned const sender : numbersOf(line.from)) {
+        for (unsigned const receiver : numbersOf(line.receiversOf(sender, PathLine::portsOf(line.reach)))) {
+            pairs.emplace(line.key.switchId, sender, receiver);
         }
     }
 }

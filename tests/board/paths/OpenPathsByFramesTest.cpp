@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "board/AccessReplay.hpp"
+#include "board/paths/PathWording.hpp"
 #include "board/paths/WatchedStartUp.hpp"
 #include "simulation/network/SimulatedNetwork.hpp"
 #include "tests/board/paths/StartingDocuments.hpp"
@@ -39,14 +40,9 @@ std::size_t indexOf(AskedFrames const& frames, board::FrameKind::Tags const& tag
 std::set<Opening> openingsIn(OpenPaths::Interval const& interval, AskedFrames const& frames) {
     std::set<Opening> openings;
     for (PathLine const& line : interval.lines) {
-        PortSet const reached = PathLine::portsOf(line.reach);
-        bool const reachesItself = line.from == reached && (reached & (reached - 1)) == 0;
-        for (unsigned from = 0; from < 32; ++from) {
-            for (unsigned to = 0; to < 32; ++to) {
-                if ((line.from >> from & 1U) == 0 || (reached >> to & 1U) == 0 ||
-                    (from == to && !reachesItself)) {
-                    continue;
-                }
+        for (unsigned const from : board::numbersOf(line.from)) {
+            for (unsigned const to :
+                 board::numbersOf(line.receiversOf(from, PathLine::portsOf(line.reach)))) {
                 for (auto const& tags : line.frames) {
                     for (std::size_t const destination : line.destinations) {
                         openings.insert({{from, indexOf(frames, tags), destination, to},
