@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "board/paths/PathWording.hpp"
 #include "simulation/network/ChipForwarding.hpp"
 
 namespace board {
@@ -183,13 +184,10 @@ std::vector<PathLine> OpenPaths::getLeft() const {
         for (Question const& question : questions) {
             FrameKind const kind = _frames.getFrame(question.tags, question.destination);
             Intent::Answer const answer = _intent.ask(switchId, question.port, kind);
-            for (unsigned to = 0; to < 32; ++to) {
-                PortSet const leak = question.reached & ~question.wanted & (PortSet{1} << to);
+            for (unsigned const to : numbersOf(question.reached & ~question.wanted)) {
                 PathLine::Key key = leakOf(switchId);
-                if (leak != 0) {
-                    key.reason = _intent.explain(switchId, question.port, kind, answer, to);
-                    add(grouping, key, {&question, leak});
-                }
+                key.reason = _intent.explain(switchId, question.port, kind, answer, to);
+                add(grouping, key, {&question, PortSet{1} << to});
             }
         }
     }

@@ -28,9 +28,9 @@ using simulation::AccessLog;
 namespace {
 
 /// Port, frame by tags and destination, port.
-using Way = std::tuple<unsigned, std::size_t, std::size_t, unsigned>;
+using Leak = std::tuple<unsigned, std::size_t, std::size_t, unsigned>;
 /// With the writes that opened and closed it.
-using Opening = std::tuple<Way, OpenPaths::Write, OpenPaths::Write>;
+using Opening = std::tuple<Leak, OpenPaths::Write, OpenPaths::Write>;
 
 std::size_t indexOf(AskedFrames const& frames, board::FrameKind::Tags const& tags) {
     auto const& all = frames.getTags();
@@ -83,14 +83,14 @@ public:
         for (unsigned port = 0; port < getPorts(); ++port) {
             _board.getChip(_id).plugLink(port);
         }
-        std::set<Way> const before = send(frames);
+        std::set<Leak> const before = send(frames);
         if (_past.empty()) {
             note(before, {}, 0);
         }
         OpenPaths::Write write = 0;
         replay.run(_accesses, [&](AccessLog::Entry const& entry) {
             write += writesUpTo(entry.sequence);
-            note(send(frames), _past.empty() ? std::set<Way>() : before, write);
+            note(send(frames), _past.empty() ? std::set<Leak>() : before, write);
         });
         return _ended;
     }
@@ -108,8 +108,8 @@ private:
     }
 
     /// Who reaches whom and must not.
-    std::set<Way> send(AskedFrames const& frames) {
-        std::set<Way> leaks;
+    std::set<Leak> send(AskedFrames const& frames) {
+        std::set<Leak> leaks;
         for (std::size_t tags = 0; tags < frames.getTags().size(); ++tags) {
             for (std::size_t destination = 0; destination < frames.getDestinations().size(); ++destination) {
                 board::FrameKind const kind = frames.getFrame(tags, destination);
@@ -129,7 +129,7 @@ private:
         return leaks;
     }
 
-    void note(std::set<Way> const& leaks, std::set<Way> const& allowed, OpenPaths::Write write) {
+    void note(std::set<Leak> const& leaks, std::set<Leak> const& allowed, OpenPaths::Write write) {
         for (auto open = _open.begin(); open != _open.end();) {
             if (leaks.count(open->first) == 0) {
                 _ended.insert({open->first, open->second, write});
@@ -138,7 +138,7 @@ private:
                 ++open;
             }
         }
-        for (Way const& leak : leaks) {
+        for (Leak const& leak : leaks) {
             if (allowed.count(leak) == 0) {
                 _open.emplace(leak, write);
             }
@@ -155,7 +155,7 @@ private:
     std::vector<AccessLog::Entry> _accesses;
     std::size_t _counted = 0;
     PortSet _arrived = 0;
-    std::map<Way, OpenPaths::Write> _open;
+    std::map<Leak, OpenPaths::Write> _open;
     std::set<Opening> _ended;
 };
 

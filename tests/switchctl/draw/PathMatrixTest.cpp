@@ -91,8 +91,7 @@ TEST(PathMatrixTest, APathThatIsMissingIsInItsCell) {
     EXPECT_TRUE(missing.isMissing);
     EXPECT_FALSE(missing.isWrong);
     EXPECT_THAT(missing.colours, testing::IsEmpty());
-    EXPECT_THAT(missing.texts,
-                ElementsAre("missing: untagged: a port-based VLAN has both"));
+    EXPECT_THAT(missing.texts, ElementsAre("missing: untagged: a port-based VLAN has both"));
     // What the document says two things of is not wrong.
     PathMatrix::Cell const& ambiguous = switches.matrix.getCells().at({0, 0, 8});
     EXPECT_FALSE(ambiguous.isWrong);

@@ -30,7 +30,7 @@ CommandRun start(std::vector<std::string> arguments) {
     return CommandRun::of<PathsCommand>(arguments, std::string("/nonexistent/mem"));
 }
 
-json jsonOf(std::vector<std::string> arguments) {
+json startJson(std::vector<std::string> arguments) {
     arguments.emplace_back("--json");
     return json::parse(start(arguments).out);
 }
@@ -38,7 +38,7 @@ json jsonOf(std::vector<std::string> arguments) {
 } // namespace
 
 TEST(WhileStartingTest, AnAccessPointIsOpenFromTheResetUntilTheLastWrites) {
-    json const starting = jsonOf({pathOf("access-point")});
+    json const starting = startJson({pathOf("access-point")});
     EXPECT_EQ(starting["warm"], json());
     EXPECT_EQ(starting["writes"], 349);
     EXPECT_EQ(starting["nanoseconds"], 80793600);
@@ -59,7 +59,7 @@ TEST(WhileStartingTest, AnAccessPointIsOpenFromTheResetUntilTheLastWrites) {
 
 TEST(WhileStartingTest, AnAccessPointThatStartsAgainIsInterruptedAndNothingOpens) {
     std::string const path = pathOf("access-point");
-    json const starting = jsonOf({path, "--warm", path});
+    json const starting = startJson({path, "--warm", path});
     EXPECT_EQ(starting["warm"], path);
     EXPECT_THAT(starting["intervals"], IsEmpty());
     EXPECT_EQ(starting["pairs"], 0);
