@@ -10,15 +10,19 @@ ModelBringUp::ModelBringUp(std::string const& path)
     bringUp(*_xml);
 }
 
-ModelBringUp::ModelBringUp(Xml& document, std::string const& path) : _path(path) {
-    bringUp(document);
+ModelBringUp::ModelBringUp(Xml& document, std::string const& path, Past const& past) : _path(path) {
+    bringUp(document, past);
 }
 
-void ModelBringUp::bringUp(Xml& document) {
+void ModelBringUp::bringUp(Xml& document, Past const& past) {
     BoardSession::Options options;
     options.simulate = true;
     _document = std::make_unique<BoardReading>(document);
     _session = std::make_unique<BoardSession>(document, options);
+    if (past) {
+        past(getBoard());
+        getBoard().getLog().clear();
+    }
     StartUpMonitor::Outcome const outcome = _session->bringUp();
     if (!outcome.populated) {
         throw chips::ToolError(chips::ExitStatus::startUpFailed, startUpFailureText(_path, outcome.reason));

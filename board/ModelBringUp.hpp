@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -14,13 +15,17 @@ namespace board {
 /// Belongs to the thread that constructs it, like a BoardSession; of several, the last made goes first.
 class ModelBringUp {
 public:
+    /// What happens to the chips before the library meets them.
+    using Past = std::function<void(simulation::SimulatedBoard& board)>;
+
     /// Throws XmlError when the document cannot be read, ToolError (startUpFailed) when start-up gives up or
     /// a switch of the document does not come up.
     /// \param path of the document.
     explicit ModelBringUp(std::string const& path);
 
     /// As above, of a document that was read before, which must outlive the object.
-    ModelBringUp(Xml& document, std::string const& path);
+    /// \param past the log is that of the bring-up alone.
+    ModelBringUp(Xml& document, std::string const& path, Past const& past = {});
     ModelBringUp(ModelBringUp const&) = delete;
     ModelBringUp& operator=(ModelBringUp const&) = delete;
 
@@ -33,7 +38,7 @@ public:
     std::string getModel(unsigned switchId) const;
 
 private:
-    void bringUp(Xml& document);
+    void bringUp(Xml& document, Past const& past = {});
 
     std::string _path;
     std::unique_ptr<reference_host::XmlDocument> _xml;

@@ -46,6 +46,21 @@ AskedFrames::AskedFrames(IntendedBoard const& board, BoardReading const& reading
     }
 }
 
+void AskedFrames::add(AskedFrames const& others) {
+    std::set<FrameKind::Tags> tags(_tags.begin(), _tags.end());
+    tags.insert(others._tags.begin(), others._tags.end());
+    _tags.assign(tags.begin(), tags.end());
+    for (Destination const& other : others._destinations) {
+        bool const isKnown =
+            std::any_of(_destinations.begin(), _destinations.end(), [&](Destination const& own) {
+                return own.kind == other.kind && own.group == other.group;
+            });
+        if (!isKnown) {
+            _destinations.push_back(other);
+        }
+    }
+}
+
 FrameKind AskedFrames::getFrame(std::size_t tags, std::size_t destination) const {
     Destination const& to = _destinations.at(destination);
     return {_tags.at(tags), to.kind, to.group};

@@ -26,6 +26,9 @@ public:
     /// \param more VIDs that chips know beside.
     AskedFrames(IntendedBoard const& board, BoardReading const& reading, std::set<unsigned> const& more = {});
 
+    /// Asks what others ask, too.
+    void add(AskedFrames const& others);
+
     /// Ascending, without a tag first.
     std::vector<FrameKind::Tags> const& getTags() const { return _tags; }
     std::vector<Destination> const& getDestinations() const { return _destinations; }

@@ -34,6 +34,11 @@ PortSet PathLine::portsOf(std::vector<Reach> const& reach) {
     return ports;
 }
 
+PortSet PathLine::receiversOf(unsigned sender, PortSet reached) const {
+    PortSet const self = PortSet{1} << sender;
+    return from == self ? reached : reached & ~self;
+}
+
 char const* PathLine::name(Kind kind) {
     switch (kind) {
     case Kind::path:

@@ -75,6 +75,9 @@ struct PathLine {
     /// Indices of AskedFrames.
     std::vector<std::size_t> destinations;
 
+    /// The ports that one of the senders reaches, of those that the line has in `reach` or a part of it.
+    PortSet receiversOf(unsigned sender, PortSet reached) const;
+
     /// "leak".
     static char const* name(Kind kind);
 };

@@ -20,7 +20,7 @@ namespace {
 using Words = std::vector<std::string>;
 using Switches = std::map<unsigned int, board::BoardReading::Switch>;
 
-constexpr std::array<char const*, 8> files = {"BOARD.xml", "OTHER.xml", "FILE",         "PATH",
+constexpr std::array<char const*, 9> files = {"BOARD.xml", "OTHER.xml", "OLD.xml",      "FILE",        "PATH",
                                               "A",         "B",         "[=OTHER.xml]", "[=BOARD.xml]"};
 constexpr char const* phyUnit = "phy ";
 

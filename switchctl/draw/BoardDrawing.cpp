@@ -6,14 +6,11 @@
 
 #include "board/Element.hpp"
 #include "board/Wording.hpp"
+#include "switchctl/draw/VlanColours.hpp"
 
 namespace switchctl::draw {
 
 namespace {
-
-/// Told apart by people with any colour vision, on white.
-constexpr std::array<char const*, 10> vlanColours = {"#0072B2", "#D55E00", "#009E73", "#CC79A7", "#8C6D00",
-                                                     "#56B4E9", "#6A3D9A", "#B2182B", "#5E5E5E", "#1B7837"};
 
 struct TypeColour {
     char const* connectedTo;
@@ -96,7 +93,7 @@ std::string BoardDrawing::getDot() {
     addInterlinks();
     std::size_t number = 0;
     for (auto const& entry : _board.getVlans()) {
-        addVlan(entry.second, vlanColours[number++ % vlanColours.size()]);
+        addVlan(entry.second, vlanColour(number++));
     }
     addLegend();
     _out << "}\n";

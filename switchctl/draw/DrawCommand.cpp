@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -10,11 +11,18 @@
 #include <string>
 
 #include "board/BoardReading.hpp"
+#include "board/ModelBringUp.hpp"
 #include "board/OutputFile.hpp"
+#include "board/intent/Intent.hpp"
+#include "board/paths/PathComparison.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/draw/BoardDrawing.hpp"
 #include "switchctl/draw/BoardJson.hpp"
 #include "switchctl/draw/Graphviz.hpp"
+#include "switchctl/draw/MatrixDrawing.hpp"
+#include "switchctl/draw/PathMatrix.hpp"
+#include "switchctl/draw/VlanColours.hpp"
+#include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
 
 namespace switchctl::draw {
@@ -39,7 +47,16 @@ void DrawCommand::declare(Arguments& arguments) {
         .type("FILE");
     addJson(arguments, {formats.begin(), formats.end()}, "");
     arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
-    arguments.finally([this] { static_cast<void>(chooseFormat()); });
+    arguments.flag(
+        "--paths", _paths,
+        "Draw who reaches whom after a bring-up on chip models, as a matrix in svg, and what of it is "
+        "not as the document wants it");
+    arguments.finally([this] {
+        if (chooseFormat() != "svg" && _paths) {
+            throw Arguments::Wrong(
+                "--paths: can only be drawn as svg; \"switchctl paths --json\" is for programs");
+        }
+    });
 }
 
 /// A picture is what its name says.
@@ -63,6 +80,7 @@ std::string DrawCommand::getHelp() const {
     return "Examples:\n"
            "  switchctl draw board.xml -o board.svg\n"
            "  switchctl draw board.xml -o board.png\n"
+           "  switchctl draw board.xml --paths -o matrix.svg\n"
            "  switchctl draw board.xml --format dot | dot -Tpdf > board.pdf\n"
            "\n";
 }
@@ -71,6 +89,8 @@ std::vector<Command::StatusLine> DrawCommand::getStatuses() const {
     return {{ExitStatus::success, "the picture was written"},
             ExitStatus::usage,
             {ExitStatus::badDocument, "the document cannot be read, is not well-formed or has no switch"},
+            {ExitStatus::startUpFailed,
+             "with --paths, a bring-up on models fails, or not every switch would come up"},
             {ExitStatus::noPicture, "the picture could not be drawn or written"}};
 }
 
@@ -80,11 +100,38 @@ ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (board.getSwitches().empty()) {
         throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
-    std::string const picture = draw(board, errors);
+    std::string const picture = _paths ? drawPaths(*document, board, errors) : draw(board, errors);
     board::OutputFile file(_outputPath.empty() ? "-" : _outputPath, out, ExitStatus::noPicture);
     file.getStream() << picture;
     file.finish();
     return ExitStatus::success;
+}
+
+std::string DrawCommand::getTitle() const {
+    return _documentPath.substr(_documentPath.rfind('/') + 1);
+}
+
+std::string DrawCommand::drawPaths(Xml& document, board::BoardReading const& reading,
+                                   std::ostream& errors) const {
+    OutputDiversion const diversion(errors);
+    Progress const progress(errors, "asking the models of " + _documentPath);
+    board::ModelBringUp bringUp(document, _documentPath);
+    board::IntendedBoard const intended(document);
+    board::Intent const intent(intended);
+    board::RegisterPaths const registers(board::RegisterPaths::chipsOf(bringUp.getBoard()));
+    board::AskedFrames const frames(intended, reading);
+    PathMatrix const matrix(board::PathComparison(intent, registers, frames));
+    MatrixDrawing::Sizes sizes;
+    for (auto const& [id, chip] : registers.getChips()) {
+        if (intended.getSwitches().count(id) != 0) {
+            sizes.emplace(id, chip->getNumberOfPorts());
+        }
+    }
+    std::map<unsigned, std::string> colours;
+    for (auto const& [id, vlan] : reading.getVlans()) {
+        colours.emplace(id, vlanColour(colours.size()));
+    }
+    return MatrixDrawing(matrix, sizes, intended, colours).getSvg(getTitle());
 }
 
 std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& errors) const {
@@ -94,8 +141,7 @@ std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& er
         print(text, BoardJson::of(board, _documentPath));
         return text.str();
     }
-    std::string const title = _documentPath.substr(_documentPath.rfind('/') + 1);
-    std::string graph = BoardDrawing(board, title).getDot();
+    std::string graph = BoardDrawing(board, getTitle()).getDot();
     if (format == "dot") {
         return graph;
     }

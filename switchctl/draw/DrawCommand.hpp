@@ -22,10 +22,13 @@ protected:
 private:
     std::string chooseFormat() const;
     std::string draw(board::BoardReading const& board, std::ostream& errors) const;
+    std::string drawPaths(Xml& document, board::BoardReading const& reading, std::ostream& errors) const;
+    std::string getTitle() const;
 
     std::string _documentPath;
     std::string _outputPath;
     std::string _graphviz = "dot";
+    bool _paths = false;
 };
 
 } // namespace switchctl::draw

@@ -9,9 +9,11 @@
 #include "board/paths/Cables.hpp"
 #include "board/paths/PathComparison.hpp"
 #include "board/paths/StationComparison.hpp"
+#include "board/paths/WatchedStartUp.hpp"
 #include "chips/PortAddress.hpp"
 #include "reference_host/XmlDocument.hpp"
 #include "switchctl/paths/PathsReport.hpp"
+#include "switchctl/paths/StartingReport.hpp"
 #include "switchctl/paths/StationsReport.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
@@ -23,7 +25,7 @@ namespace {
 using board::PathComparison;
 using board::RegisterPaths;
 
-ExitStatus statusOf(PathsReport const& report) {
+template <typename Report> ExitStatus statusOf(Report const& report) {
     if (report.count(Severity::error) != 0) {
         return ExitStatus::badDocument;
     }
@@ -69,16 +71,30 @@ PathsCommand::PathsCommand(std::string memoryDevice)
 
 void PathsCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
-    arguments.option("--between", _between, "Between these two ports only")
-        .type("SWITCH.PORT")
-        .values(2)
-        .check(complaintAboutPort);
-    arguments
-        .option("--cable", _cables,
-                "A cable between two ports, of which the document says nothing. May be repeated")
-        .type("SWITCH.PORT=SWITCH.PORT")
-        .oneEach();
+    auto const between = arguments.option("--between", _between, "Between these two ports only")
+                             .type("SWITCH.PORT")
+                             .values(2)
+                             .check(complaintAboutPort);
+    auto const cable =
+        arguments
+            .option("--cable", _cables,
+                    "A cable between two ports, of which the document says nothing. May be repeated")
+            .type("SWITCH.PORT=SWITCH.PORT")
+            .oneEach();
     _live.addTo(arguments);
+    auto const whileStarting = arguments
+                                   .flag("--while-starting", _whileStarting,
+                                         "Show what is open for a while as a bring-up writes register by "
+                                         "register, and nobody wants")
+                                   .excludes(between)
+                                   .excludes(cable)
+                                   .excludes(arguments.get("--live"));
+    arguments
+        .option("--warm", _oldPath,
+                "With --while-starting: on chips that a bring-up of this document has left, not on chips "
+                "after a reset. What this document allows is wanted, too")
+        .type("OLD.xml")
+        .needs(whileStarting);
     addJson(arguments);
 }
 
@@ -90,12 +106,17 @@ std::string PathsCommand::getHelp() const {
            "are\n"
            "also followed from station to station. --live reads the chips as an audit does; what cannot be\n"
            "read without disturbing them, learned addresses above all, counts as after a reset.\n"
+           "--while-starting asks anew after every register write, of chips after a reset or, with --warm,\n"
+           "of those that another bring-up has left, and tells from which write to which a path is open\n"
+           "that no document allows and that was closed before. What is still open in the end is only\n"
+           "counted.\n"
            "\n"
            "Examples:\n"
            "  switchctl paths board.xml\n"
            "  switchctl paths board.xml --between 0.1 0.10\n"
            "  switchctl paths board.xml --cable 0.10=3.20 --cable 1.10=3.21\n"
            "  switchctl paths board.xml --live\n"
+           "  switchctl paths board.xml --while-starting --warm board.xml\n"
            "  switchctl paths board.xml --json | jq '.differences[] | select(.kind == \"leak\")'\n"
            "\n";
 }
@@ -110,10 +131,28 @@ std::vector<Command::StatusLine> PathsCommand::getStatuses() const {
             ExitStatus::startUpFailed,
             {ExitStatus::registerFailed, "a chip could not be read completely"},
             {ExitStatus::documentWarnings,
-             "frames do not go where they must, or go where a port is not forwarding"}};
+             "frames do not go where they must, go where a port is not forwarding, or, with "
+             "--while-starting, go for a while where they must not"}};
+}
+
+ExitStatus PathsCommand::watch(std::ostream& out, std::ostream& errors) const {
+    OutputDiversion const diversion(errors);
+    std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
+    board::WatchedStartUp const startUp(_path, _oldPath);
+    StartingReport const report(_path, _oldPath, startUp);
+    progress.reset();
+    if (isJson()) {
+        print(out, report.toJson());
+    } else {
+        report.print(out);
+    }
+    return statusOf(report);
 }
 
 ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const {
+    if (_whileStarting) {
+        return watch(out, errors);
+    }
     OutputDiversion const diversion(errors);
     std::optional<Progress> progress(std::in_place, errors, "asking the models of " + _path);
     auto const document = reference_host::XmlDocument::fromFile(_path);

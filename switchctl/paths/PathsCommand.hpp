@@ -22,10 +22,14 @@ protected:
     ExitStatus perform(std::ostream& out, std::ostream& errors) const override;
 
 private:
+    ExitStatus watch(std::ostream& out, std::ostream& errors) const;
+
     LiveBoard _live;
     std::string _path;
     std::vector<std::string> _between;
     std::vector<std::string> _cables;
+    bool _whileStarting = false;
+    std::string _oldPath;
 };
 
 } // namespace switchctl::paths

@@ -13,7 +13,9 @@
 
 namespace switchctl::paths {
 
+using board::addressesOf;
 using board::IntendedBoard;
+using board::numbersOf;
 using board::PathLine;
 using board::PortSet;
 using Json = nlohmann::ordered_json;
@@ -21,26 +23,8 @@ using Reason = board::Intent::Reason;
 
 namespace {
 
-std::vector<unsigned> numbersOf(PortSet ports) {
-    std::vector<unsigned> numbers;
-    for (unsigned port = 0; ports != 0; ++port, ports >>= 1U) {
-        if ((ports & 1U) != 0) {
-            numbers.push_back(port);
-        }
-    }
-    return numbers;
-}
-
 unsigned lowestOf(PortSet ports) {
     return numbersOf(ports).front();
-}
-
-std::vector<std::string> addressesOf(unsigned switchId, PortSet ports) {
-    std::vector<std::string> addresses;
-    for (unsigned const port : numbersOf(ports)) {
-        addresses.push_back(board::portAddress(static_cast<int>(switchId), static_cast<int>(port)));
-    }
-    return addresses;
 }
 
 /// The numbers of rules, which are in their order: "M1 to M7" for "M1 M2 M3 M4 M5 M6 M7".
@@ -148,22 +132,6 @@ void PathsReport::printDifference(std::ostream& out, PathLine const& line) const
                        example.isDropped() ? ": " + example.dropReason : "");
 }
 
-void PathsReport::printUnsure(std::ostream& out) const {
-    std::set<board::ForwardingRules::Rule const*> unsure;
-    for (PathLine const& line : _differences) {
-        for (auto const* const rule : board::ForwardingRules::unsureOf(line.key.rules)) {
-            unsure.insert(rule);
-        }
-    }
-    if (!unsure.empty()) {
-        out << "rests on what no public document of the chips settles:\n";
-    }
-    for (auto const* const rule : unsure) {
-        out << fmt::format("  {} ({}): {}\n", rule->number, board::ForwardingRules::name(rule->mark),
-                           rule->text);
-    }
-}
-
 void PathsReport::print(std::ostream& out) const {
     printBlock(out, "in no VLAN of the document", std::nullopt);
     for (auto const& [id, vlan] : _intent.getBoard().getVlans()) {
@@ -181,7 +149,11 @@ void PathsReport::print(std::ostream& out) const {
     for (std::string const& line : _comparison.getNotModelled()) {
         out << "not modelled: " << line << '\n';
     }
-    printUnsure(out);
+    std::set<std::string> rules;
+    for (PathLine const& line : _differences) {
+        rules.insert(line.key.rules);
+    }
+    printUnsure(out, rules);
     out << fmt::format("{}: {}, {}, {}; {} asked\n", _file, counted(count(Severity::error), "error"),
                        counted(count(Severity::warning), "warning"), counted(count(Severity::note), "note"),
                        counted(_comparison.getQuestions(), "frame"));
@@ -209,9 +181,7 @@ Json PathsReport::differenceToJson(PathLine const& line) const {
     json["rules"] = line.key.rules;
     json["unsure"] = Json::array();
     for (auto const* const rule : board::ForwardingRules::unsureOf(line.key.rules)) {
-        json["unsure"].push_back({{"rule", rule->number},
-                                  {"mark", board::ForwardingRules::name(rule->mark)},
-                                  {"text", rule->text}});
+        json["unsure"].push_back(ruleToJson(*rule));
     }
     return json;
 }

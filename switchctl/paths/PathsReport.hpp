@@ -24,11 +24,11 @@ public:
     nlohmann::ordered_json toJson() const;
 
     std::size_t count(Severity severity) const;
+    static Severity severityOf(board::PathLine const& line);
 
 private:
     void printBlock(std::ostream& out, std::string const& title, std::optional<unsigned> vlan) const;
     void printDifference(std::ostream& out, board::PathLine const& line) const;
-    void printUnsure(std::ostream& out) const;
     nlohmann::ordered_json differenceToJson(board::PathLine const& line) const;
     nlohmann::ordered_json lineToJson(board::PathLine const& line) const;
 
@@ -36,7 +36,6 @@ private:
     static std::string reachOf(board::PathLine const& line);
     static std::string explanationOf(board::PathLine const& line);
     int lineOf(board::PathLine const& line) const;
-    static Severity severityOf(board::PathLine const& line);
 
     std::string _file;
     board::Intent const& _intent;

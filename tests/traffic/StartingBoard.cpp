@@ -1,5 +1,7 @@
 #include "tests/traffic/StartingBoard.hpp"
 
+#include "board/AccessReplay.hpp"
+
 using simulation::AccessLog;
 using simulation::EthernetFrame;
 using simulation::SimulatedBoard;
@@ -16,23 +18,11 @@ StartingBoard::StartingBoard(std::string const& text, SimulatedBoard::Options co
 }
 
 void StartingBoard::start(Watcher const& afterEachWrite) {
-    for (AccessLog::Entry const& access : _accesses) {
-        unsigned const id = static_cast<unsigned>(std::stoul(access.chip.substr(access.chip.find(' '))));
-        // The command's own write has reached what is behind a command unit already.
-        if (access.identity->kind == simulation::UnitKind::phy ||
-            access.identity->kind == simulation::UnitKind::unknown) {
-            continue;
+    board::AccessReplay(_board).run(_accesses, [&](AccessLog::Entry const&) {
+        if (afterEachWrite) {
+            afterEachWrite();
         }
-        simulation::RegisterFile& unit = _board.getChip(id).getUnit(access.unit);
-        if (access.kind == AccessLog::Kind::read) {
-            unit.read(access.address, access.transfer);
-        } else {
-            unit.write(access.address, access.value, access.transfer);
-            if (afterEachWrite) {
-                afterEachWrite();
-            }
-        }
-    }
+    });
 }
 
 std::uint32_t StartingBoard::reached(unsigned switchId, unsigned port, std::optional<unsigned> vid,
