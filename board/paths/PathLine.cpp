@@ -53,6 +53,8 @@ char const* PathLine::name(Kind kind) {
         return "form";
     case Kind::doubled:
         return "double";
+    case Kind::loop:
+        return "loop";
     }
     return "";
 }

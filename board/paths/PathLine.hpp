@@ -23,7 +23,9 @@ struct PathLine {
         /// Several members of a trunk send the same frame.
         doubled,
         /// They do, and the document says two things of it.
-        ambiguous
+        ambiguous,
+        /// Over cables, for ever.
+        loop
     };
 
     /// The tags of a copy beside those that the frame came with.

@@ -176,20 +176,4 @@ std::vector<StationComparison::Line> StationComparison::getLines() const {
     return lines;
 }
 
-char const* StationComparison::name(Kind kind) {
-    switch (kind) {
-    case Kind::path:
-        return "path";
-    case Kind::leak:
-        return "leak";
-    case Kind::missing:
-        return "missing";
-    case Kind::form:
-        return "form";
-    case Kind::loop:
-        return "loop";
-    }
-    return "";
-}
-
 } // namespace board

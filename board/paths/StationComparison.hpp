@@ -19,7 +19,8 @@ class StationComparison {
 public:
     using Place = CableWalk::Place;
 
-    enum class Kind { path, leak, missing, form, loop };
+    /// One of path, leak, missing, form and loop.
+    using Kind = PathLine::Kind;
 
     /// Ports at which frames arrive with the same tags; of what is missing, at which they should; of a loop,
     /// the ports that they enter.
@@ -43,9 +44,6 @@ public:
 
     /// By kind; the paths first.
     std::vector<Line> getLines() const;
-
-    /// "leak".
-    static char const* name(Kind kind);
 
 private:
     struct Case {

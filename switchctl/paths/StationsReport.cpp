@@ -91,7 +91,7 @@ void StationsReport::printDifferences(std::ostream& out, std::string const& file
         out << fmt::format("{}: {}: {} ({}) [{}]\n", file, paint(out, severityOf(line)),
                            fmt::join(addressesOf(line.from), " "),
                            framesText(_frames, line.frames, line.destinations),
-                           StationComparison::name(line.kind));
+                           board::PathLine::name(line.kind));
         if (line.kind == Kind::loop) {
             out << fmt::format("    go round for ever, in at {}\n",
                                fmt::join(addressesOf(line.reach.begin()->second), ", then "));
@@ -106,7 +106,7 @@ Json StationsReport::toJson(Line const& line) const {
     for (auto const& [form, ports] : line.reach) {
         to.push_back({{"ports", addressesOf(ports)}, {"form", form.describe()}});
     }
-    return {{"kind", StationComparison::name(line.kind)},
+    return {{"kind", board::PathLine::name(line.kind)},
             {"severity", line.kind == Kind::path ? Json() : Json(nameOf(severityOf(line)))},
             {"from", addressesOf(line.from)},
             {"frames", framesToJson(line.frames)},
