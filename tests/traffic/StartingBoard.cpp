@@ -7,9 +7,7 @@ using simulation::EthernetFrame;
 using simulation::SimulatedBoard;
 
 StartingBoard::StartingBoard(std::string const& text, SimulatedBoard::Options const& options)
-    : _document(reference_host::XmlDocument::fromText(text, "board.xml")),
-      _accesses(board::ModelBringUp(*_document, "board.xml").getBoard().getLog().getEntries()),
-      _board(*_document, options) {
+    : _document(reference_host::XmlDocument::fromText(text, "board.xml")), _board(*_document, options) {
     for (unsigned const id : _board.getSwitchIds()) {
         for (unsigned port = 0; port < _board.getChip(id).getForwarding()->getNumberOfPorts(); ++port) {
             _board.getChip(id).plugLink(port, 1000, true);
@@ -18,11 +16,15 @@ StartingBoard::StartingBoard(std::string const& text, SimulatedBoard::Options co
 }
 
 void StartingBoard::start(Watcher const& afterEachWrite) {
-    board::AccessReplay(_board).run(_accesses, [&](AccessLog::Entry const&) {
+    board::ModelBringUp bringUp(*_document, "board.xml",
+                                [this](SimulatedBoard& other) { board::AccessReplay(other).run(_past); });
+    auto const accesses = bringUp.getBoard().getLog().getEntries();
+    board::AccessReplay(_board).run(accesses, [&](AccessLog::Entry const&) {
         if (afterEachWrite) {
             afterEachWrite();
         }
     });
+    _past.insert(_past.end(), accesses.begin(), accesses.end());
 }
 
 std::uint32_t StartingBoard::reached(unsigned switchId, unsigned port, std::optional<unsigned> vid,

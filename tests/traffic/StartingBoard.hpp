@@ -29,6 +29,7 @@ public:
 
 private:
     std::unique_ptr<reference_host::XmlDocument> _document;
-    std::vector<simulation::AccessLog::Entry> _accesses;
+    // Of the start-ups so far: what the library reads in the next one, they have left.
+    std::vector<simulation::AccessLog::Entry> _past;
     simulation::SimulatedBoard _board;
 };
