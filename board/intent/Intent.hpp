@@ -65,6 +65,9 @@ public:
     Reason explain(unsigned switchId, unsigned port, FrameKind const& frame, Answer const& answer,
                    unsigned to) const;
 
+    /// The tag-based VLAN to which a frame belongs that comes in there; none: nothing.
+    static std::optional<unsigned> vlanOf(IntendedBoard::Port const& port, FrameKind::Tags const& tags);
+
     /// For people, for example "it is no member of the frame's VLAN".
     static char const* describe(Reason reason);
 
@@ -72,7 +75,6 @@ private:
     using Port = IntendedBoard::Port;
     using Switch = IntendedBoard::Switch;
 
-    static std::optional<unsigned> vlanOf(Port const& port, FrameKind::Tags const& tags);
     static void addByTags(Answer& answer, Switch const& owner, unsigned port, PortSet open);
     static void addByPorts(Answer& answer, Port const& from, FrameKind const& frame, PortSet open);
     void restrictGroup(Answer& answer, Switch const& owner, FrameKind const& frame) const;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "board/Wording.hpp"
+#include "board/intent/Intent.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
@@ -57,8 +58,10 @@ void Cables::plug(std::string const& text, IntendedBoard const& board) {
         }
         _ports[end.switchId] |= PortSet{1} << end.portId;
     }
-    findMismatches(text, board, ends->first, ends->second);
-    findMismatches(text, board, ends->second, ends->first);
+    for (auto const& [one, other] : {*ends, std::pair(ends->second, ends->first)}) {
+        findMismatches(text, board, one, other);
+        findRetagging(text, board, one, other);
+    }
 }
 
 void Cables::findMismatches(std::string const& text, IntendedBoard const& board, PortAddress const& one,
@@ -73,6 +76,22 @@ void Cables::findMismatches(std::string const& text, IntendedBoard const& board,
     if (!names.empty()) {
         _mismatches.push_back(fmt::format("cable {}: {} is in {}, {} is not", text, one.getText(),
                                           listed(names), other.getText()));
+    }
+}
+
+void Cables::findRetagging(std::string const& text, IntendedBoard const& board, PortAddress const& sender,
+                           PortAddress const& receiver) {
+    auto const nameOf = [&board](unsigned vlan) { return vlanName(vlan, board.getVlans().at(vlan).written); };
+    auto const& far = portAt(board, receiver);
+    for (auto const& [vlan, membership] : portAt(board, sender).memberships) {
+        auto const sent = membership.stripsTag ? FrameKind::Tags::none() : FrameKind::Tags::one(vlan);
+        auto const taken = Intent::vlanOf(far, sent);
+        if (far.memberships.count(vlan) != 0 && taken != vlan) {
+            _mismatches.push_back(
+                fmt::format("cable {}: frames of {} leave {} {} (line {}), {} takes these for {}", text,
+                            nameOf(vlan), sender.getText(), sent.describe(), membership.line,
+                            receiver.getText(), taken ? nameOf(*taken) + "'s" : "no VLAN's"));
+        }
     }
 }
 

@@ -31,7 +31,8 @@ public:
     /// Ports of the switch that have cables.
     PortSet getPorts(unsigned switchId) const;
 
-    /// One line for each end of a cable that is in VLANs in which the other is not.
+    /// One line for each end of a cable that is in VLANs in which the other is not, and for each VLAN in which
+    /// both are, whose frames the other end takes for another's or for none's.
     std::vector<std::string> const& getMismatches() const { return _mismatches; }
 
 private:
@@ -40,6 +41,8 @@ private:
     void plug(std::string const& text, IntendedBoard const& board);
     void findMismatches(std::string const& text, IntendedBoard const& board, chips::PortAddress const& one,
                         chips::PortAddress const& other);
+    void findRetagging(std::string const& text, IntendedBoard const& board, chips::PortAddress const& sender,
+                       chips::PortAddress const& receiver);
 
     std::vector<std::string> _texts;
     std::map<Place, chips::PortAddress> _others;

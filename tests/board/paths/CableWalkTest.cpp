@@ -1,5 +1,6 @@
 #include "board/paths/CableWalk.hpp"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -108,4 +109,31 @@ TEST(CablesTest, EndsOfDifferentVlansAreMismatches) {
     EXPECT_EQ(Cables({"0.1=1.2"}, board).getMismatches(),
               std::vector<std::string>{"cable 0.1=1.2: 1.2 is in VLAN 10 (0xa, written \"a\"), 0.1 is not"});
     EXPECT_EQ(Cables({"0.2=1.23"}, board).getMismatches(), std::vector<std::string>{});
+}
+
+TEST(CablesTest, ATagThatIsStrippedOrReplacedOnTheWayIsAMismatch) {
+    test_support::TestDocument document(R"(<board><switches>
+<switch id='0' switchModel='88e6096'/><switch id='1' switchModel='88e6096'/></switches>
+<vlan id='5' typeOfVlan='tagBasedVlan'>
+<port switchId='0' portId='1' ingress='validateTag' egress='stripTag'/>
+<port switchId='0' portId='2' ingress='validateTag' egress='validateTag'/>
+<port switchId='1' portId='1' ingress='validateTag' egress='validateTag'/>
+<port switchId='1' portId='2' ingress='addTagIfUntagged' egress='stripTag'/>
+<port switchId='1' portId='3' ingress='validateTag' egress='validateTag'/></vlan>
+<vlan id='6' typeOfVlan='tagBasedVlan'>
+<port switchId='1' portId='3' ingress='addTag' egress='validateTag'/></vlan></board>)");
+    board::IntendedBoard const board(document);
+    std::string const five = "VLAN 5 (0x5, written \"5\")";
+    EXPECT_EQ(Cables({"0.1=1.1"}, board).getMismatches(),
+              std::vector<std::string>{"cable 0.1=1.1: frames of " + five +
+                                       " leave 0.1 untagged (line 4), 1.1 takes these for no VLAN's"});
+    EXPECT_EQ(Cables({"0.2=1.1"}, board).getMismatches(), std::vector<std::string>{});
+    EXPECT_EQ(Cables({"0.1=1.2"}, board).getMismatches(),
+              std::vector<std::string>{"cable 0.1=1.2: frames of " + five +
+                                       " leave 1.2 untagged (line 7), 0.1 takes these for no VLAN's"});
+    EXPECT_THAT(Cables({"0.2=1.3"}, board).getMismatches(),
+                testing::ElementsAre("cable 0.2=1.3: frames of " + five +
+                                         " leave 0.2 tagged 5 (line 5), 1.3 takes "
+                                         "these for VLAN 6 (0x6, written \"6\")'s",
+                                     "cable 0.2=1.3: 1.3 is in VLAN 6 (0x6, written \"6\"), 0.2 is not"));
 }
