@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,11 +22,22 @@ public:
     /// From now on all of the tables counts as determined, written or not.
     virtual void takeAll() = 0;
 
-    /// What is never read, in words.
+    /// From now on addresses count, too, that come and go while frames pass: those that the chip learned, and
+    /// where nothing but its age tells the others from these, all.
+    virtual void takeLearned() = 0;
+
+    /// What the tables are called in an image, when all are taken.
+    virtual std::vector<std::string> getNames() const = 0;
+
+    /// What is not read unless it is learned, in words.
     virtual std::vector<std::string> getLeftOut() const = 0;
 
     /// Reads what is determined, from any chip of the family. Throws ToolError (registerFailed).
     virtual void read(RegisterTransport& transport, ChipImage& image) const = 0;
+
+protected:
+    /// The low bytes of an address: "01:00:5e:01:02:03".
+    static std::string addressText(std::uint64_t address, unsigned bytes);
 };
 
 } // namespace chips

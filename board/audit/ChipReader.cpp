@@ -66,14 +66,8 @@ void ChipReader::readTables() {
 
 void ChipReader::readRegister(ChipScope::Item const& item) {
     chips::RegisterLocation const& location = item.location;
-    std::uint32_t const value = _transport.read(location);
-    std::vector<ChipImage::Field> fields;
-    for (simulation::Register::Field const& field : location.description->getFields()) {
-        if (location.description->keeps(field)) {
-            fields.push_back({field.name, field.get(value)});
-        }
-    }
-    _image.addRegister(location.unit, location.name, fields, !item.isWritten);
+    _image.addRegister(location.unit, location.name, item.fieldsOf(_transport.read(location)),
+                       !item.isWritten);
 }
 
 } // namespace board

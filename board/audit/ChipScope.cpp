@@ -43,6 +43,16 @@ ChipScope::ChipScope(ModelBringUp& bringUp, unsigned switchId, Extent extent)
     }
 }
 
+std::vector<chips::ChipImage::Field> ChipScope::Item::fieldsOf(std::uint32_t value) const {
+    std::vector<chips::ChipImage::Field> fields;
+    for (Register::Field const& field : location.description->getFields()) {
+        if (location.description->keeps(field)) {
+            fields.push_back({field.name, field.get(value)});
+        }
+    }
+    return fields;
+}
+
 std::string ChipScope::getChip() const {
     return "switch " + std::to_string(_switchId);
 }

@@ -29,6 +29,9 @@ public:
         chips::RegisterLocation location;
         /// By the bring-up.
         bool isWritten;
+
+        /// Those fields that are compared.
+        std::vector<chips::ChipImage::Field> fieldsOf(std::uint32_t value) const;
     };
 
     /// \param switchId of a chip of the board. The bring-up is not needed afterwards.

@@ -1,5 +1,8 @@
 #include "board/paths/LoadedBoard.hpp"
 
+#include <algorithm>
+#include <stdexcept>
+
 #include "board/audit/ChipReader.hpp"
 #include "board/paths/FieldAccess.hpp"
 #include "board/paths/TableLoader.hpp"
@@ -25,6 +28,68 @@ void LoadedBoard::load(BoardAccess& board) {
         loadChip(scope, image);
         addVids(scope);
     }
+}
+
+void LoadedBoard::load(std::vector<RegisterDump> const& dumps) {
+    std::set<RegisterDump const*> used;
+    for (ChipScope const& scope : _scopes) {
+        DumpedChip const chip(scope, dumps, countOf(scope.getModel()) == 1);
+        if (chip.isUnread()) {
+            _unread.insert(scope.getSwitchId());
+            continue;
+        }
+        used.insert(chip.getDumps().begin(), chip.getDumps().end());
+        chips::ChipImage const image = chip.getRegisters();
+        if (!image.getUnread().empty()) {
+            _unreadPhys.insert(scope.getSwitchId());
+        }
+        loadChip(scope, image);
+        loadTables(scope, chip);
+        addVids(scope);
+    }
+    requireUse(dumps, used);
+}
+
+void LoadedBoard::loadTables(ChipScope const& scope, DumpedChip const& chip) {
+    TableLoader const loader(_board, scope.getSwitchId());
+    for (RegisterDump::Table const* const table : chip.getTables()) {
+        for (RegisterDump::Entry const& entry : table->entries) {
+            try {
+                loader.load({table->name, entry.name, entry.fields, true});
+            } catch (std::out_of_range const& error) {
+                throw chips::ToolError(chips::ExitStatus::badDocument, entry.where + ": " + error.what());
+            }
+        }
+    }
+}
+
+void LoadedBoard::requireUse(std::vector<RegisterDump> const& dumps,
+                             std::set<RegisterDump const*> const& used) const {
+    for (RegisterDump const& dump : dumps) {
+        if (used.count(&dump) == 0) {
+            std::string const& model = dump.catalogue->getModel();
+            throw chips::ToolError(chips::ExitStatus::badDocument,
+                                   dump.path +
+                                       (!dump.getSwitchId() && countOf(model) > 1
+                                            ? ": does not say of which " + model + " of the board it is"
+                                            : ": of a " + model +
+                                                  (dump.transport.empty() ? "" : " over " + dump.transport) +
+                                                  ", which the board does not have"));
+        }
+    }
+}
+
+unsigned LoadedBoard::countOf(std::string const& model) const {
+    return static_cast<unsigned>(std::count_if(
+        _scopes.begin(), _scopes.end(), [&](ChipScope const& scope) { return scope.getModel() == model; }));
+}
+
+RegisterPaths::Chips LoadedBoard::getChips() {
+    RegisterPaths::Chips chips = RegisterPaths::chipsOf(_board);
+    for (unsigned const id : _unread) {
+        chips.erase(id);
+    }
+    return chips;
 }
 
 void LoadedBoard::addVids(ChipScope const& scope) {

@@ -4,14 +4,22 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "simulation/88e6096/Registers.hpp"
+
 namespace board {
 
 namespace {
 
+constexpr unsigned bitsOfId = 12;
+constexpr unsigned bitsOfPorts = 25;
+
 using Item = chips::ChipImage::Item;
 
-std::uint32_t valueOf(Item const& entry, std::string const& field) {
+std::uint32_t valueOf(Item const& entry, std::string const& field, unsigned bits) {
     for (chips::ChipImage::Field const& candidate : entry.fields) {
+        if (candidate.name == field && candidate.value >> bits != 0) {
+            throw std::out_of_range(field + " of " + entry.unit + " " + entry.name + " does not fit");
+        }
         if (candidate.name == field) {
             return candidate.value;
         }
@@ -19,9 +27,16 @@ std::uint32_t valueOf(Item const& entry, std::string const& field) {
     throw std::out_of_range(entry.unit + " " + entry.name + " has no " + field);
 }
 
-/// The number behind "VID " or "SID " in the entry's name.
+bool isSet(Item const& entry, std::string const& field) {
+    return valueOf(entry, field, 1) != 0;
+}
+
+/// The number behind "VID ", "SID " or "FID " in the entry's name.
 unsigned idOf(Item const& entry) {
     std::size_t const place = entry.name.find("ID ");
+    if (place == std::string::npos) {
+        throw std::out_of_range("\"" + entry.name + "\" is no entry of " + entry.unit);
+    }
     return static_cast<unsigned>(std::stoul(entry.name.substr(place + 3)));
 }
 
@@ -31,6 +46,9 @@ std::uint64_t addressOf(Item const& entry) {
     std::istringstream words(entry.name);
     std::string digits;
     words >> digits >> digits;
+    if (digits.find(':') == std::string::npos) {
+        throw std::out_of_range("\"" + entry.name + "\" is no entry of " + entry.unit);
+    }
     digits.erase(std::remove(digits.begin(), digits.end(), ':'), digits.end());
     return std::stoull(digits, nullptr, hexadecimal);
 }
@@ -42,6 +60,8 @@ void TableLoader::load(Item const& entry) const {
         loadVtu(entry);
     } else if (entry.unit == "STU") {
         loadStu(entry);
+    } else if (entry.unit == "ATU") {
+        loadAtu(entry);
     } else if (entry.unit == "VLAN table") {
         loadVlan(entry);
     } else if (entry.unit == "MAC table") {
@@ -53,10 +73,10 @@ void TableLoader::load(Item const& entry) const {
 
 void TableLoader::loadVtu(Item const& entry) const {
     simulation::Marvell88E6096TestSide::VtuEntry loaded;
-    loaded.fid = valueOf(entry, "FID");
-    loaded.sid = valueOf(entry, "SID");
+    loaded.fid = valueOf(entry, "FID", bitsOfId);
+    loaded.sid = valueOf(entry, "SID", bitsOfId);
     for (unsigned port = 0; port < loaded.memberTags.size(); ++port) {
-        loaded.memberTags.at(port) = valueOf(entry, "MemberTag" + std::to_string(port));
+        loaded.memberTags.at(port) = valueOf(entry, "MemberTag" + std::to_string(port), 2);
     }
     _board.getMarvell(_switchId).setVtuEntry(idOf(entry), loaded);
 }
@@ -64,17 +84,28 @@ void TableLoader::loadVtu(Item const& entry) const {
 void TableLoader::loadStu(Item const& entry) const {
     simulation::Marvell88E6096TestSide::StuEntry loaded;
     for (unsigned port = 0; port < loaded.portStates.size(); ++port) {
-        loaded.portStates.at(port) = valueOf(entry, "PortState" + std::to_string(port));
+        loaded.portStates.at(port) = valueOf(entry, "PortState" + std::to_string(port), 2);
     }
     _board.getMarvell(_switchId).setStuEntry(idOf(entry), loaded);
 }
 
+void TableLoader::loadAtu(Item const& entry) const {
+    namespace atu = simulation::marvell::atu;
+    constexpr unsigned bitsOfVector = 11;
+    constexpr unsigned bitsOfState = 4;
+    _board.getMarvell(_switchId).setAtuEntry(
+        idOf(entry), addressOf(entry),
+        atu::trunk.placed(isSet(entry, atu::trunk.name)) |
+            atu::portVector.placed(valueOf(entry, atu::portVector.name, bitsOfVector)) |
+            atu::entryState.placed(valueOf(entry, atu::entryState.name, bitsOfState)));
+}
+
 void TableLoader::loadVlan(Item const& entry) const {
     simulation::Vsc7390TestSide::VlanEntry loaded;
-    loaded.ports = valueOf(entry, "Ports");
-    loaded.sourceCheck = valueOf(entry, "VLAN_SRC_CHECK") != 0;
-    loaded.mirror = valueOf(entry, "VLAN_MIRROR") != 0;
-    loaded.learnDisabled = valueOf(entry, "LEARN_DISABLED") != 0;
+    loaded.ports = valueOf(entry, "Ports", bitsOfPorts);
+    loaded.sourceCheck = isSet(entry, "VLAN_SRC_CHECK");
+    loaded.mirror = isSet(entry, "VLAN_MIRROR");
+    loaded.learnDisabled = isSet(entry, "LEARN_DISABLED");
     _board.getVitesse(_switchId).setVlanEntry(idOf(entry), loaded);
 }
 
@@ -87,14 +118,16 @@ void TableLoader::loadMac(Item const& entry) const {
     simulation::Vsc7390TestSide& chip = _board.getVitesse(_switchId);
     simulation::Vsc7390TestSide::MacEntry loaded;
     loaded.mac =
-        isGroup ? std::uint64_t{valueOf(entry, "Ports")} << bitsOfGroup | (address & groupBytes) : address;
+        isGroup ? std::uint64_t{valueOf(entry, "Ports", bitsOfPorts)} << bitsOfGroup | (address & groupBytes)
+                : address;
     loaded.vid = idOf(entry);
-    loaded.destination = valueOf(entry, "DEST_IDX");
-    loaded.locked = true;
-    loaded.aged = isGroup;
-    loaded.ignoreVlan = valueOf(entry, "IGNORE_VLAN") != 0;
-    loaded.forwardKill = valueOf(entry, "FWD_KILL") != 0;
-    loaded.cpuCopy = valueOf(entry, "CPU_COPY") != 0;
+    loaded.destination = valueOf(entry, "DEST_IDX", 6);
+    bool const isLearned = entry.name.rfind("learned ", 0) == 0;
+    loaded.locked = !isLearned;
+    loaded.aged = isLearned ? isSet(entry, "AGED_FLAG") : isGroup;
+    loaded.ignoreVlan = isSet(entry, "IGNORE_VLAN");
+    loaded.forwardKill = isSet(entry, "FWD_KILL");
+    loaded.cpuCopy = isSet(entry, "CPU_COPY");
     unsigned const row = chip.getRow(address, loaded.vid);
     unsigned bucket = 0;
     while (chip.getMacEntry(row, bucket)) {

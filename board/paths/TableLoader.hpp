@@ -14,6 +14,7 @@ public:
     /// The board must outlive the object.
     TableLoader(simulation::SimulatedBoard& board, unsigned switchId) : _board(board), _switchId(switchId) {}
 
+    /// Throws std::out_of_range when it is no entry of a table of the chip.
     void load(chips::ChipImage::Item const& entry) const;
 
 private:
@@ -21,6 +22,7 @@ private:
 
     void loadVtu(Item const& entry) const;
     void loadStu(Item const& entry) const;
+    void loadAtu(Item const& entry) const;
     void loadVlan(Item const& entry) const;
     void loadMac(Item const& entry) const;
 

@@ -1,7 +1,5 @@
 #include "chips/vsc7390/VitesseTables.hpp"
 
-#include <fmt/format.h>
-
 #include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 
@@ -21,15 +19,6 @@ constexpr unsigned mostLooks = 100'000;
 
 /// In the entry of a group: its ports in the high half, the low bytes of its address in the other.
 constexpr unsigned bitsOfGroup = 24;
-
-/// Those of ports, so that the fields tell which is which.
-std::string addressText(std::uint64_t address, unsigned bytes) {
-    std::string text;
-    while (bytes-- > 0) {
-        text += fmt::format("{}{:02x}", text.empty() ? "" : ":", address >> bytes * 8 & 0xFFU);
-    }
-    return text;
-}
 
 std::set<unsigned> allBelow(unsigned end) {
     std::set<unsigned> numbers;
@@ -115,7 +104,7 @@ void VitesseTables::readBucket(unsigned row, unsigned bucket, RegisterTransport&
                                ChipImage& image) const {
     transport.write(_macIndex, mac::row.placed(row) | mac::bucket.placed(bucket));
     std::uint32_t const access = perform(transport, _macAccess, mac::readEntry, mac::command);
-    if (mac::valid.isSet(access) && mac::locked.isSet(access)) {
+    if (mac::valid.isSet(access) && (_learned || mac::locked.isSet(access))) {
         addMacEntry(access, transport.read(_macHigh), transport.read(_macLow), image);
     }
 }
@@ -126,16 +115,20 @@ void VitesseTables::addMacEntry(std::uint32_t access, std::uint32_t high, std::u
     constexpr unsigned bytesOfGroup = 3;
     constexpr unsigned bytesOfAddress = 6;
     std::uint64_t const address = std::uint64_t{mac::highBytes.get(high)} << bitsInLow | low;
-    bool const isGroup = mac::aged.isSet(access);
+    bool const isLearned = !mac::locked.isSet(access);
+    bool const isGroup = !isLearned && mac::aged.isSet(access);
     std::string const vid = " VID " + std::to_string(mac::vid.get(high));
     std::vector<ChipImage::Field> fields = {{"DEST_IDX", mac::destination.get(access)},
                                             {"IGNORE_VLAN", mac::ignoreVlan.get(access)},
                                             {"FWD_KILL", mac::forwardKill.get(access)},
                                             {"CPU_COPY", mac::cpuCopy.get(access)}};
-    std::string name = "address " + addressText(address, bytesOfAddress) + vid;
+    std::string name = (isLearned ? "learned " : "address ") + addressText(address, bytesOfAddress) + vid;
     if (isGroup) {
         name = "group 01:00:5e:" + addressText(address, bytesOfGroup) + vid;
         fields.insert(fields.begin(), {"Ports", static_cast<std::uint32_t>(address >> bitsOfGroup)});
+    }
+    if (isLearned) {
+        fields.push_back({"AGED_FLAG", mac::aged.get(access)});
     }
     std::string const first = name;
     for (unsigned copy = 2; image.find("MAC table", name) != nullptr; ++copy) {

@@ -7,14 +7,16 @@
 
 namespace chips {
 
-/// The VLAN table of a VSC7390, and the locked entries of its MAC table. To read them it writes to their
-/// index and command registers, and only starts reads.
+/// The VLAN table of a VSC7390 and its MAC table, of which locked entries are no learned ones. To read them
+/// it writes to their index and command registers, and only starts reads.
 class VitesseTables : public ChipTables {
 public:
     explicit VitesseTables(ChipCatalogue const& catalogue);
 
     void take(simulation::AccessLog::Entry const& entry) override;
     void takeAll() override;
+    void takeLearned() override { _learned = true; }
+    std::vector<std::string> getNames() const override { return {"VLAN table", "MAC table"}; }
     std::vector<std::string> getLeftOut() const override { return {"MAC table entries that are not locked"}; }
     void read(RegisterTransport& transport, ChipImage& image) const override;
 
@@ -32,6 +34,7 @@ private:
     RegisterLocation _macLow;
     std::set<unsigned> _vids;
     std::set<unsigned> _rows;
+    bool _learned = false;
     /// The index registers as the log goes by.
     unsigned _vid = 0;
     unsigned _place = 0;

@@ -25,7 +25,6 @@ constexpr Field toPort{"ToPort", 11, 8};
 constexpr unsigned noPort = 0xF;
 
 constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
-constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
 constexpr unsigned macBits = 48;
 constexpr unsigned groupBit = 40;
 
@@ -57,7 +56,7 @@ void Atu::perform(std::uint32_t word) {
     case flushNonStatic:
         return flushOrMove(false, true);
     case loadEntry:
-        return load();
+        return load(stagedKey(), _registers.getStored(global1::atuData));
     case getNext:
         return next();
     case flushFid:
@@ -79,9 +78,7 @@ Atu::Key Atu::stagedKey() const {
     return keyOf(_registers.getStored(global1::atuFid), mac);
 }
 
-void Atu::load() {
-    std::uint32_t const data = _registers.getStored(global1::atuData);
-    Key const key = stagedKey();
+void Atu::load(Key key, std::uint32_t data) {
     if (entryState.get(data) == unused) {
         _entries.erase(key);
         return;
@@ -153,6 +150,10 @@ void Atu::fetchViolation() {
 std::uint32_t Atu::find(unsigned fid, std::uint64_t address) const {
     auto const found = _entries.find(keyOf(fid, address));
     return found == _entries.end() ? 0 : aged(found->first, found->second);
+}
+
+void Atu::setEntry(unsigned fid, std::uint64_t address, std::uint32_t data) {
+    load(keyOf(fid, address), data);
 }
 
 Atu::Learning Atu::tryLearning(unsigned fid, std::uint64_t address) const {

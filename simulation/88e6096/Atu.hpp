@@ -13,6 +13,8 @@ namespace simulation::marvell {
 class Atu : public CommandUnit {
 public:
     static constexpr std::size_t capacity = 8192;
+    static constexpr unsigned highestFid = 0xFFF;
+    static constexpr std::uint64_t highestMac = 0xFFFF'FFFF'FFFF;
     /// The state of an entry that was just learned or seen again.
     static constexpr unsigned newest = 7;
 
@@ -28,6 +30,9 @@ public:
 
     /// The data register of the entry for an address, first byte on the wire highest; 0 when there is none.
     std::uint32_t find(unsigned fid, std::uint64_t address) const;
+
+    /// As the operation that loads an entry.
+    void setEntry(unsigned fid, std::uint64_t address, std::uint32_t data);
 
     /// What learn() would return.
     Learning tryLearning(unsigned fid, std::uint64_t address) const;
@@ -68,7 +73,7 @@ private:
 
     void perform(std::uint32_t word) override;
     Key stagedKey() const;
-    void load();
+    void load(Key key, std::uint32_t data);
     void put(Key key, std::uint32_t data);
     void next();
     void stage(Key key, std::uint32_t data);

@@ -107,6 +107,17 @@ void Marvell88E6096TestSide::setStuEntry(unsigned sid, StuEntry const& entry) {
     _chip._global1.getVtu().setEntry(sid, entry);
 }
 
+std::uint32_t Marvell88E6096TestSide::getAtuEntry(unsigned fid, std::uint64_t mac) const {
+    auto const held = lock();
+    return _chip._global1.getAtu().find(fid, mac);
+}
+
+void Marvell88E6096TestSide::setAtuEntry(unsigned fid, std::uint64_t mac, std::uint32_t data) {
+    auto const held = lock();
+    require(fid <= marvell::Atu::highestFid && mac <= marvell::Atu::highestMac, "no such FID or address");
+    _chip._global1.getAtu().setEntry(fid, mac, data);
+}
+
 void Marvell88E6096TestSide::addVtuViolation(unsigned vid, unsigned sourcePort, VtuViolation violation) {
     auto const held = lock();
     require(vid < numberOfVids && sourcePort < numberOfPorts, "no such VID or port");

@@ -75,6 +75,12 @@ public:
     void setVtuEntry(unsigned vid, VtuEntry const& entry);
     void setStuEntry(unsigned sid, StuEntry const& entry);
 
+    /// The ATU's entry for an address, first byte on the wire highest, as its data register has it; 0 when
+    /// there is none.
+    std::uint32_t getAtuEntry(unsigned fid, std::uint64_t mac) const;
+    /// Puts an entry there as if it had been loaded; removes it when the data has no state.
+    void setAtuEntry(unsigned fid, std::uint64_t mac, std::uint32_t data);
+
     /// A violation that the VTU's operation 7 will return.
     void addVtuViolation(unsigned vid, unsigned sourcePort, VtuViolation violation);
 

@@ -20,8 +20,8 @@ namespace {
 using Words = std::vector<std::string>;
 using Switches = std::map<unsigned int, board::BoardReading::Switch>;
 
-constexpr std::array<char const*, 9> files = {"BOARD.xml", "OTHER.xml", "OLD.xml",      "FILE",        "PATH",
-                                              "A",         "B",         "[=OTHER.xml]", "[=BOARD.xml]"};
+constexpr std::array<char const*, 10> files = {
+    "BOARD.xml", "OTHER.xml", "OLD.xml", "FILE", "PATH", "A", "B", "DUMP", "[=OTHER.xml]", "[=BOARD.xml]"};
 constexpr char const* phyUnit = "phy ";
 
 /// As they are typed most easily: without blanks.

@@ -45,13 +45,15 @@ std::string ExplainCommand::getHelp() const {
            "pairs,\n"
            "else all threes. A frame to a port is for a station that no chip knows. Where no way over the\n"
            "cables leads there, that of the fewest cables is shown. --live reads the chips as an audit "
-           "does.\n"
+           "does,\n"
+           "--from takes dumps of them, one a switch; of a switch without one, nothing is said.\n"
            "\n"
            "Examples:\n"
            "  switchctl explain board.xml 0.1 to 0.10\n"
            "  switchctl explain board.xml 0.1 tagged 5 to 239.1.2.3\n"
            "  switchctl explain board.xml 0.1 to 3.0 --cable 0.10=3.20\n"
            "  switchctl explain board.xml 0.1 to 0.10 --live\n"
+           "  switchctl explain board.xml 0.1 to 0.10 --from switch0.txt\n"
            "\n";
 }
 
@@ -59,7 +61,8 @@ std::vector<Command::StatusLine> ExplainCommand::getStatuses() const {
     return {{ExitStatus::success, "the frame is delivered"},
             {ExitStatus::notDelivered, "it is not"},
             {ExitStatus::usage, "the command line is wrong, or the board has no such port"},
-            ExitStatus::badDocument,
+            {ExitStatus::badDocument, "the document or a dump cannot be read, is not well-formed or lacks "
+                                      "something"},
             ExitStatus::noHardware,
             ExitStatus::startUpFailed,
             {ExitStatus::registerFailed, "a chip could not be read completely"}};
@@ -77,15 +80,24 @@ ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) cons
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
     board::Cables const cables(_cables, board);
+    if (live) {
+        LiveBoard::requireRead(*live, {_from, _words.back()}, cables);
+    }
     FrameWay way(live ? live->getBoard() : bringUp->getBoard(), intent, cables);
     way.follow(*chips::PortAddress::fromText(_from), FrameQuestion(_words));
     board::BoardReading const reading(*document);
     ExplainReport const report(_path, reading, intent, way, FrameQuestion(_words));
     progress.reset();
-    if (isJson() && live) {
-        printWithTime(out, report.toJson());
+    auto json = isJson() ? report.toJson() : nlohmann::ordered_json();
+    if (live && !_live.isLive() && isJson()) {
+        LiveBoard::addUnread(json, *live);
+    } else if (live && !isJson()) {
+        LiveBoard::printUnread(out, *live);
+    }
+    if (isJson() && _live.isLive()) {
+        printWithTime(out, json);
     } else if (isJson()) {
-        Command::print(out, report.toJson());
+        Command::print(out, json);
     } else {
         report.print(out);
     }

@@ -88,7 +88,8 @@ void PathsCommand::declare(Arguments& arguments) {
                                          "register, and nobody wants")
                                    .excludes(between)
                                    .excludes(cable)
-                                   .excludes(arguments.get("--live"));
+                                   .excludes(arguments.get("--live"))
+                                   .excludes(arguments.get("--from"));
     arguments
         .option("--warm", _oldPath,
                 "With --while-starting: on chips that a bring-up of this document has left, not on chips "
@@ -106,6 +107,10 @@ std::string PathsCommand::getHelp() const {
            "are\n"
            "also followed from station to station. --live reads the chips as an audit does; what cannot be\n"
            "read without disturbing them, learned addresses above all, counts as after a reset.\n"
+           "--from takes dumps of the chips, one a switch, in place of the chips; a switch without one is "
+           "unread\n"
+           "and not in the answer. A dump of PHYs tells which are powered down; trunks of an 88E6096\n"
+           "are in no dump and count as after a reset.\n"
            "--while-starting asks anew after every register write, of chips after a reset or, with --warm,\n"
            "of those that another bring-up has left, and tells from which write to which a path is open\n"
            "that no document allows and that was closed before. What is still open in the end is only\n"
@@ -116,6 +121,7 @@ std::string PathsCommand::getHelp() const {
            "  switchctl paths board.xml --between 0.1 0.10\n"
            "  switchctl paths board.xml --cable 0.10=3.20 --cable 1.10=3.21\n"
            "  switchctl paths board.xml --live\n"
+           "  switchctl paths board.xml --from switch0.txt --from switch1.txt\n"
            "  switchctl paths board.xml --while-starting --warm board.xml\n"
            "  switchctl paths board.xml --json | jq '.differences[] | select(.kind == \"leak\")'\n"
            "\n";
@@ -125,8 +131,8 @@ std::vector<Command::StatusLine> PathsCommand::getStatuses() const {
     return {{ExitStatus::success, "frames go where the document wants them"},
             {ExitStatus::usage, "the command line is wrong, or the board has no such port"},
             {ExitStatus::badDocument,
-             "frames go where they must not or with wrong tags, the document contradicts itself, or it "
-             "cannot be read or is not well-formed"},
+             "frames go where they must not or with wrong tags, the document contradicts itself, or it or "
+             "a dump cannot be read, is not well-formed or lacks something"},
             ExitStatus::noHardware,
             ExitStatus::startUpFailed,
             {ExitStatus::registerFailed, "a chip could not be read completely"},
@@ -149,6 +155,17 @@ ExitStatus PathsCommand::watch(std::ostream& out, std::ostream& errors) const {
     return statusOf(report);
 }
 
+void PathsCommand::printJson(std::ostream& out, nlohmann::ordered_json json,
+                             board::LoadedBoard const* loaded) const {
+    if (_live.isLive()) {
+        return printWithTime(out, json);
+    }
+    if (loaded != nullptr) {
+        LiveBoard::addUnread(json, *loaded);
+    }
+    print(out, json);
+}
+
 ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (_whileStarting) {
         return watch(out, errors);
@@ -164,20 +181,24 @@ ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const 
     }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    RegisterPaths const registers(RegisterPaths::chipsOf(live ? live->getBoard() : bringUp->getBoard()));
+    board::Cables const cables(_cables, board);
+    if (live) {
+        LiveBoard::requireRead(*live, _between, cables);
+    }
+    RegisterPaths const registers(live ? live->getChips() : RegisterPaths::chipsOf(bringUp->getBoard()));
     board::AskedFrames const frames(board, board::BoardReading(*document),
                                     live ? live->getVids() : std::set<unsigned>());
-    board::Cables const cables(_cables, board);
     PathComparison::Selection const selection = selectionOf(registers, _between);
     PathComparison const comparison(intent, registers, frames, selection);
     StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
     PathsReport const report(_path, intent, comparison, stations);
     progress.reset();
-    if (isJson() && live) {
-        printWithTime(out, report.toJson());
-    } else if (isJson()) {
-        print(out, report.toJson());
+    if (isJson()) {
+        printJson(out, report.toJson(), live.get());
     } else {
+        if (live) {
+            LiveBoard::printUnread(out, *live);
+        }
         report.print(out);
     }
     return statusOf(report);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ protected:
 
 private:
     ExitStatus watch(std::ostream& out, std::ostream& errors) const;
+
+    /// \param loaded null after a bring-up.
+    void printJson(std::ostream& out, nlohmann::ordered_json json, board::LoadedBoard const* loaded) const;
 
     LiveBoard _live;
     std::string _path;

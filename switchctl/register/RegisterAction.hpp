@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "board/dump/RegisterReading.hpp"
 #include "chips/ChipCatalogue.hpp"
 #include "switchctl/Command.hpp"
-#include "switchctl/register/RegisterReading.hpp"
 #include "switchctl/register/TransportOptions.hpp"
 
 namespace switchctl::registers {
+
+using board::RegisterReading;
 
 /// Something that `switchctl register` can do.
 class RegisterAction : public Command {

@@ -2,11 +2,30 @@
 
 #include <nlohmann/json.hpp>
 
+#include "board/dump/RegisterDump.hpp"
 #include "chips/ToolError.hpp"
+#include "switchctl/register/EntryDifference.hpp"
 #include "switchctl/register/RegisterDifference.hpp"
-#include "switchctl/register/RegisterDump.hpp"
 
 namespace switchctl::registers {
+
+namespace {
+
+template <typename Difference> nlohmann::ordered_json arrayOf(std::vector<Difference> const& differences) {
+    nlohmann::ordered_json array = nlohmann::ordered_json::array();
+    for (Difference const& difference : differences) {
+        array.push_back(difference.toJson());
+    }
+    return array;
+}
+
+template <typename Difference> void printAll(std::ostream& out, std::vector<Difference> const& differences) {
+    for (Difference const& difference : differences) {
+        difference.print(out);
+    }
+}
+
+} // namespace
 
 RegisterDiffAction::RegisterDiffAction()
     : RegisterAction("diff", "Compare two dumps; names registers and fields that differ") {}
@@ -24,26 +43,22 @@ std::string RegisterDiffAction::getHelp() const {
 }
 
 ExitStatus RegisterDiffAction::perform(std::ostream& out, std::ostream& /*errors*/) const {
-    RegisterDump const first = RegisterDump::fromFile(_first);
-    RegisterDump const second = RegisterDump::fromFile(_second);
+    auto const first = RegisterDump::fromFile(_first);
+    auto const second = RegisterDump::fromFile(_second);
     std::string const chip = first.catalogue->getModel();
     if (second.catalogue->getModel() != chip) {
         throw ToolError(ExitStatus::badDocument, _second + ": a dump of a " + second.catalogue->getModel() +
                                                      ", but " + _first + " is one of a " + chip);
     }
-    std::vector<RegisterDifference> const differences = RegisterDifference::between(first, second);
-    nlohmann::ordered_json array = nlohmann::ordered_json::array();
-    for (RegisterDifference const& difference : differences) {
-        if (isJson()) {
-            array.push_back(difference.toJson());
-        } else {
-            difference.print(out);
-        }
-    }
+    std::vector<RegisterDifference> const registers = RegisterDifference::between(first, second);
+    std::vector<EntryDifference> const entries = EntryDifference::between(first, second);
     if (isJson()) {
-        Command::print(out, {{"differences", array}});
+        Command::print(out, {{"differences", arrayOf(registers)}, {"tables", arrayOf(entries)}});
+    } else {
+        printAll(out, registers);
+        printAll(out, entries);
     }
-    return differences.empty() ? ExitStatus::success : ExitStatus::registersDiffer;
+    return registers.empty() && entries.empty() ? ExitStatus::success : ExitStatus::registersDiffer;
 }
 
 } // namespace switchctl::registers

@@ -9,8 +9,8 @@ namespace switchctl::registers {
 
 namespace {
 
-RegisterReading const* findIn(RegisterDump const& dump, chips::RegisterLocation const& location) {
-    for (RegisterReading const& reading : dump.readings) {
+board::RegisterReading const* findIn(RegisterDump const& dump, chips::RegisterLocation const& location) {
+    for (board::RegisterReading const& reading : dump.readings) {
         if (reading.location.getText() == location.getText()) {
             return &reading;
         }
@@ -31,15 +31,15 @@ nlohmann::ordered_json jsonOf(std::optional<std::uint32_t> value) {
 std::vector<RegisterDifference> RegisterDifference::between(RegisterDump const& first,
                                                             RegisterDump const& second) {
     std::vector<RegisterDifference> differences;
-    for (RegisterReading const& reading : first.readings) {
-        RegisterReading const* const other = findIn(second, reading.location);
+    for (board::RegisterReading const& reading : first.readings) {
+        board::RegisterReading const* const other = findIn(second, reading.location);
         if (other == nullptr) {
             differences.push_back({reading.location, reading.value, std::nullopt});
         } else if (other->value != reading.value) {
             differences.push_back({reading.location, reading.value, other->value});
         }
     }
-    for (RegisterReading const& reading : second.readings) {
+    for (board::RegisterReading const& reading : second.readings) {
         if (findIn(first, reading.location) == nullptr) {
             differences.push_back({reading.location, std::nullopt, reading.value});
         }

@@ -6,10 +6,12 @@
 #include <ostream>
 #include <vector>
 
+#include "board/dump/RegisterDump.hpp"
 #include "chips/RegisterLocation.hpp"
-#include "switchctl/register/RegisterDump.hpp"
 
 namespace switchctl::registers {
+
+using board::RegisterDump;
 
 /// A register that two dumps do not agree about.
 struct RegisterDifference {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "board/dump/RegisterDump.hpp"
 #include "chips/RegisterTransport.hpp"
 #include "switchctl/register/RegisterAction.hpp"
-#include "switchctl/register/RegisterDump.hpp"
 
 namespace switchctl::registers {
 
@@ -18,9 +18,12 @@ protected:
 
 private:
     /// \return false when a PHY did not answer; its registers are then missing.
-    bool readAll(chips::RegisterTransport& transport, RegisterDump& dump, std::ostream& errors) const;
+    bool readAll(chips::RegisterTransport& transport, board::RegisterDump& dump, std::ostream& errors) const;
+    void readTables(chips::RegisterTransport& transport, board::RegisterDump& dump,
+                    std::ostream& errors) const;
 
     std::string _memoryDevice;
+    bool _tables = false;
     TransportOptions _transport;
 };
 

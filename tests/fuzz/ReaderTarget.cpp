@@ -3,11 +3,12 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "board/dump/DumpReader.hpp"
 #include "chips/ChipCatalogue.hpp"
 #include "chips/PortAddress.hpp"
 #include "chips/RegisterAssignment.hpp"
 #include "chips/ToolError.hpp"
-#include "switchctl/register/DumpReader.hpp"
+#include "switchctl/register/EntryDifference.hpp"
 #include "switchctl/register/RegisterDifference.hpp"
 
 using namespace switchctl;
@@ -18,12 +19,12 @@ namespace {
 
 /// A dump that was understood is the same dump when it is written and read again.
 void readDump(std::string const& text) {
-    switchctl::registers::RegisterDump const dump = switchctl::registers::DumpReader("input").read(text);
+    board::RegisterDump const dump = board::DumpReader("input").read(text);
     std::ostringstream written;
-    dump.print(written, "parallel");
-    switchctl::registers::RegisterDump const again =
-        switchctl::registers::DumpReader("again").read(written.str());
-    if (!switchctl::registers::RegisterDifference::between(dump, again).empty()) {
+    dump.print(written);
+    board::RegisterDump const again = board::DumpReader("again").read(written.str());
+    if (!registers::RegisterDifference::between(dump, again).empty() ||
+        !registers::EntryDifference::between(dump, again).empty()) {
         throw std::logic_error("a dump is not read as it was written");
     }
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "board/ModelBringUp.hpp"
 #include "board/intent/Intent.hpp"
@@ -13,7 +14,10 @@ namespace board_test {
 /// A document, its intent, and chips that it was brought up on.
 struct ComparedBoard {
     explicit ComparedBoard(std::string const& path)
-        : document(reference_host::XmlDocument::fromFile(path)), bringUp(*document, path) {}
+        : ComparedBoard(reference_host::XmlDocument::fromFile(path), path) {}
+
+    ComparedBoard(std::unique_ptr<reference_host::XmlDocument> read, std::string const& name)
+        : document(std::move(read)), bringUp(*document, name) {}
 
     static std::string example(std::string const& name) {
         return std::string(EXAMPLES_FOLDER) + "/" + name + ".xml";

@@ -3,61 +3,22 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <string>
 
-#include "simulation/network/ChipForwarding.hpp"
-#include "simulation/network/SimulatedNetwork.hpp"
 #include "tests/board/paths/ComparedBoard.hpp"
+#include "tests/board/paths/SentFrames.hpp"
 
 using board::FrameKind;
 using board::RegisterPaths;
 using board_test::ComparedBoard;
-using End = simulation::SimulatedNetwork::End;
+using board_test::SentFrames;
 
 namespace {
 
-using Arrivals = std::multimap<End, FrameKind::Tags>;
-
 class PathsByFramesTest : public testing::TestWithParam<char const*> {
 protected:
-    PathsByFramesTest() {
-        for (auto const& [id, chip] : compared.registers.getChips()) {
-            for (unsigned port = 0; port < chip->getNumberOfPorts(); ++port) {
-                End const end{id, port};
-                _network.attach(end, [this, end](simulation::EthernetFrame const& frame) {
-                    _arrivals.emplace(end, RegisterPaths::tagsOf(frame));
-                });
-            }
-        }
-    }
-
-    Arrivals send(End const& from, FrameKind const& kind) {
-        _arrivals.clear();
-        _network.inject(from, RegisterPaths::frameOf(kind));
-        _network.run();
-        return _arrivals;
-    }
-
-    Arrivals predict(End const& from, FrameKind const& kind) const {
-        Arrivals arrivals;
-        auto const decision =
-            compared.registers.getChips().at(from.switchId)->decide(from.port, RegisterPaths::frameOf(kind));
-        for (RegisterPaths::Copies const& copies : RegisterPaths::copiesOf(decision)) {
-            for (unsigned port = 0; port < 32; ++port) {
-                if ((copies.ports >> port & 1U) != 0) {
-                    arrivals.emplace(End{from.switchId, port}, copies.tags);
-                }
-            }
-        }
-        return arrivals;
-    }
-
     ComparedBoard compared{ComparedBoard::example(GetParam())};
-
-private:
-    simulation::SimulatedNetwork _network{compared.bringUp.getBoard()};
-    Arrivals _arrivals;
+    SentFrames stations{compared.bringUp.getBoard(), compared.registers};
 };
 
 } // namespace
@@ -69,8 +30,9 @@ TEST_P(PathsByFramesTest, StationsGetWhatRegistersSay) {
             FrameKind const kind = compared.frames.getFrame(tags, destination);
             for (auto const& [id, chip] : compared.registers.getChips()) {
                 for (unsigned port = 0; port < chip->getNumberOfPorts(); ++port) {
-                    Arrivals const predicted = predict({id, port}, kind);
-                    ASSERT_EQ(send({id, port}, kind), predicted)
+                    auto const frame = RegisterPaths::frameOf(kind);
+                    SentFrames::Arrivals const predicted = stations.predict({id, port}, frame);
+                    ASSERT_EQ(stations.send({id, port}, frame), predicted)
                         << id << "." << port << " " << kind.tags.describe() << " "
                         << compared.frames.getDestinations()[destination].name;
                     copies += predicted.size();

@@ -1,4 +1,4 @@
-#include "switchctl/register/RegisterDump.hpp"
+#include "board/dump/RegisterDump.hpp"
 
 #include <gmock/gmock.h>
 
@@ -157,6 +157,49 @@ TEST_F(RegisterDumpTest, DifferencesAsJson) {
          "fields": []}])"));
     EXPECT_EQ(run({"diff", "--json", first.path(), first.path()}), chips::ExitStatus::success);
     EXPECT_EQ(json::parse(out.str())["differences"], json::array());
+}
+
+TEST_F(RegisterDumpTest, TablesAreDumpedOnRequest) {
+    std::string const board = "--simulate=" + std::string(EXAMPLES_FOLDER) + "/mixed.xml";
+    Arguments const marvell = {"dump", "smi", "--switch", "0", board, "--tables"};
+    EXPECT_THAT(outputOf(marvell), HasSubstr("\ntable VTU\n  VID 5                   FID=0x5  "));
+    EXPECT_THAT(outputOf(marvell), testing::EndsWith("\ntable ATU\n"));
+    Arguments const vitesse = {"dump", "parallel", board, "--tables"};
+    EXPECT_THAT(outputOf(vitesse),
+                HasSubstr("\ntable VLAN table\n  VID 0 to 4              Ports=0x1ffffff  "));
+    EXPECT_THAT(outputOf(vitesse), HasSubstr("\ntable MAC table\n  group 01:00:5e:"));
+    for (Arguments arguments : {marvell, vitesse}) {
+        std::string const text = outputOf(arguments);
+        arguments.emplace_back("--json");
+        std::string const asJson = outputOf(arguments);
+        EXPECT_EQ(diff(text, asJson, chips::ExitStatus::success), "");
+        EXPECT_FALSE(json::parse(asJson)["tables"].empty());
+    }
+    EXPECT_EQ(run({"dump", "phy", "--switch", "0", "--simulate", "--tables"}), chips::ExitStatus::usage);
+    EXPECT_EQ(errors.str(), "switchctl: --tables: PHYs have none\n");
+}
+
+TEST_F(RegisterDumpTest, DifferencesOfTablesAreNamed) {
+    std::string const before = "chip vsc7390\ntable VLAN table\n"
+                               "  VID 0 to 4095  Ports=0x1ffffff  VLAN_SRC_CHECK=0x0\n";
+    std::string const after = "chip vsc7390\ntable VLAN table\n"
+                              "  VID 0 to 6  Ports=0x1ffffff  VLAN_SRC_CHECK=0x0\n"
+                              "  VID 7  Ports=0x1fffffe  VLAN_SRC_CHECK=0x1\n"
+                              "  VID 8 to 4094  Ports=0x1ffffff  VLAN_SRC_CHECK=0x0\n"
+                              "table MAC table\n";
+    EXPECT_EQ(diff(before, after, chips::ExitStatus::registersDiffer),
+              "VLAN table/VID 7:\n"
+              "    Ports: 0x1ffffff -> 0x1fffffe\n"
+              "    VLAN_SRC_CHECK: 0x0 -> 0x1\n"
+              "VLAN table/VID 4095: present -> absent\n"
+              "MAC table: absent -> present\n");
+    EXPECT_EQ(diff(after, after, chips::ExitStatus::success), "");
+    TemporaryFile const first(before);
+    TemporaryFile const second("chip vsc7390\ntable VLAN table\n  VID 0 to 4094  Ports=0x1ffffff\n");
+    EXPECT_EQ(run({"diff", "--json", first.path(), second.path()}), chips::ExitStatus::registersDiffer);
+    EXPECT_EQ(json::parse(out.str())["tables"],
+              json::parse(R"([{"table": "VLAN table", "entry": "VID 4095", "first": "present",
+                               "second": "absent", "fields": []}])"));
 }
 
 TEST_F(RegisterDumpTest, BadTextIsRefusedWithItsLine) {

@@ -7,7 +7,7 @@
 
 #include "chips/RegisterLocation.hpp"
 
-namespace switchctl::registers {
+namespace board {
 
 /// A register and what was read from it or written to it.
 struct RegisterReading {
@@ -26,4 +26,4 @@ struct RegisterReading {
     nlohmann::ordered_json toJson() const;
 };
 
-} // namespace switchctl::registers
+} // namespace board

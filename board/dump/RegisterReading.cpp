@@ -1,11 +1,11 @@
-#include "switchctl/register/RegisterReading.hpp"
+#include "board/dump/RegisterReading.hpp"
 
 #include <fmt/ostream.h>
 #include <nlohmann/json.hpp>
 
 #include "chips/NumberText.hpp"
 
-namespace switchctl::registers {
+namespace board {
 
 using simulation::Register;
 
@@ -59,4 +59,4 @@ nlohmann::ordered_json RegisterReading::toJson() const {
             {"fields", fields}};
 }
 
-} // namespace switchctl::registers
+} // namespace board
