@@ -119,7 +119,7 @@ std::vector<FaultKind> ofChips() {
         ofChip("other-address", "an 88E6096 answers at the next free MDIO address", moveAway),
         ofChip("single-chip", "an 88E6096 is strapped to single-chip mode",
                [](Target const& target) { marvellOf(target).strapSingleChip(); }),
-        ofChip("cpu-strap", "an 88E6096's strap reads as one that waits for a processor",
+        ofChip("cpu-strap", "an 88E6096's strap says to wait for a processor",
                [](Target const& target) { marvellOf(target).stick("global 1", 0, 0, switchMode.getMask()); }),
         ofChip("bytes-turned", "the bytes of a VSC7390's words come in the opposite order",
                [](Target const& target) {
