@@ -9,6 +9,7 @@
 #include "chips/ChipTables.hpp"
 #include "chips/Counter.hpp"
 #include "chips/CounterReader.hpp"
+#include "chips/Examination.hpp"
 #include "chips/PortAddress.hpp"
 #include "chips/RegisterTransport.hpp"
 #include "chips/TraceAccess.hpp"
@@ -82,6 +83,13 @@ public:
 
     /// Whether the library's switch is one of the family.
     virtual bool drives(ManagedSwitch const& managedSwitch) const = 0;
+
+    /// Looks whether the switches of a document answer, for a board that may not: without a bring-up, in a
+    /// time that is bounded, and writing to no chip unless that is allowed. Throws ToolError (noHardware)
+    /// when there is no way to look at all. \param reach has the path of a serial line where the chips are to
+    /// be reached over it; its switch id says
+    ///        nothing.
+    virtual Examination examine(Reach const& reach, ExaminationRequest const& request) const = 0;
 
     /// The library's own text about a port's counters, by port objects that set nothing up.
     /// \return false when a register could not be read. May throw a text (char const*).

@@ -53,7 +53,9 @@ std::unique_lock<std::recursive_mutex> ChipTestSide::lock() const {
 }
 
 CommandTimer& ChipTestSide::getTimer(CommandUnit unit) const {
-    return *_timers.at(unit);
+    auto const found = _timers.find(unit);
+    require(found != _timers.end(), "the chip has no such unit");
+    return *found->second;
 }
 
 void ChipTestSide::require(bool condition, char const* what) {

@@ -77,6 +77,11 @@ public:
     ///        0 disarms.
     virtual void failAccess(unsigned nth) = 0;
 
+    /// The chip leaves its socket, or comes back: reads then give what its bus does when it is idle, writes
+    /// go nowhere. Without effect on a chip that has no socket.
+    virtual void unplug() {}
+    virtual void plug() {}
+
     /// Every command that is started from now on takes that long, whatever the options say.
     void setBusyTime(CommandUnit unit, std::uint64_t nanoseconds);
 

@@ -17,15 +17,23 @@ void MdioBus::attach(unsigned address, MdioDevice& device) {
     _devices[address] = &device;
 }
 
+void MdioBus::detach(unsigned address) {
+    _devices.at(address) = nullptr;
+}
+
 std::uint16_t MdioBus::read(unsigned address, unsigned registerAddress) {
     passFrame();
+    if (_heldValue) {
+        return *_heldValue;
+    }
     MdioDevice* const device = _devices.at(address);
     return device == nullptr ? _options.idleValue : device->mdioRead(registerAddress);
 }
 
 void MdioBus::write(unsigned address, unsigned registerAddress, std::uint16_t value) {
     passFrame();
-    if (MdioDevice* const device = _devices.at(address)) {
+    MdioDevice* const device = _devices.at(address);
+    if (device != nullptr && !_heldValue) {
         device->mdioWrite(registerAddress, value);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "simulation/MdioDevice.hpp"
 #include "simulation/Services.hpp"
@@ -27,6 +28,15 @@ public:
     /// the address is taken. The device must outlive the bus.
     void attach(unsigned address, MdioDevice& device);
 
+    /// The address becomes free. Nothing happens where nothing is attached.
+    void detach(unsigned address);
+
+    /// Whether something is attached there; address 0 to 31.
+    bool isTaken(unsigned address) const { return _devices.at(address) != nullptr; }
+
+    /// From now on the data line is held, whoever pulls: reads give `value`, frames that write are lost.
+    void holdLine(std::uint16_t value) { _heldValue = value; }
+
     /// One read or write frame; address and register 0 to 31.
     std::uint16_t read(unsigned address, unsigned registerAddress);
     void write(unsigned address, unsigned registerAddress, std::uint16_t value);
@@ -40,6 +50,7 @@ private:
     Services& _services;
     Options _options;
     std::array<MdioDevice*, numberOfAddresses> _devices{};
+    std::optional<std::uint16_t> _heldValue;
     std::uint64_t _busNanoseconds = 0;
 };
 

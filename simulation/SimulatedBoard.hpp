@@ -65,6 +65,9 @@ public:
     /// What goes wrong between the processor and the windows, whichever chip they lead to.
     BusFaults& getFaults() { return _faults; }
 
+    /// What is attached to the MDIO master, and what holds its data line.
+    MdioBus& getMdio() { return _mdioBus; }
+
     /// Ids of the chips that are there, ascending.
     std::vector<unsigned> getSwitchIds() const;
 

@@ -40,6 +40,7 @@ std::unique_ptr<board::LoadedBoard> LiveBoard::load(Xml& document, std::string c
     } else if (_simulation.isChosen()) {
         board::ModelBringUp chips(_simulation.getPath(path));
         board::BoardAccess board(chips.getBoard());
+        _simulation.strike(chips.getBoard());
         loaded->load(board);
     } else {
         board::BoardAccess board(_memoryDevice);

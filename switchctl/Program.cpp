@@ -7,8 +7,10 @@
 #include "switchctl/check/DocumentCheck.hpp"
 #include "switchctl/completion/CompletionCommand.hpp"
 #include "switchctl/controller/SimulateControllerCommand.hpp"
+#include "switchctl/doctor/DoctorCommand.hpp"
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/explain/ExplainCommand.hpp"
+#include "switchctl/faults/FaultsCommand.hpp"
 #include "switchctl/paths/PathsCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
 #include "switchctl/register/RegisterCommand.hpp"
@@ -55,9 +57,11 @@ Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<explain::ExplainCommand>(memoryDevice));
     _commands.push_back(std::make_unique<plan::PlanCommand>());
     _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<doctor::DoctorCommand>(memoryDevice));
     _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));
     _commands.push_back(std::make_unique<replay::ReplayCommand>());
     _commands.push_back(std::make_unique<controller::SimulateControllerCommand>());
+    _commands.push_back(std::make_unique<faults::FaultsCommand>());
 }
 
 ExitStatus Program::run(std::vector<std::string> const& words, std::ostream& out, std::ostream& errors) {

@@ -1,6 +1,7 @@
 #include "chips/88e6096/Marvell88E6096Kind.hpp"
 
 #include "chips/88e6096/MarvellCounterReader.hpp"
+#include "chips/88e6096/MarvellExaminer.hpp"
 #include "chips/88e6096/MarvellTables.hpp"
 #include "chips/88e6096/MdioDecoder.hpp"
 #include "chips/88e6096/SmiTransport.hpp"
@@ -143,6 +144,10 @@ void Marvell88E6096Kind::decode(unsigned switchId, TraceSink& sink, DecodedWindo
 
 bool Marvell88E6096Kind::drives(ManagedSwitch const& managedSwitch) const {
     return dynamic_cast<MarvellSwitch const*>(&managedSwitch) != nullptr;
+}
+
+Examination Marvell88E6096Kind::examine(Reach const& reach, ExaminationRequest const& request) const {
+    return MarvellExaminer(*this, reach, request).run();
 }
 
 bool Marvell88E6096Kind::writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const {

@@ -17,6 +17,7 @@ public:
     std::unique_ptr<ChipTables> makeTables(ChipCatalogue const& catalogue) const override;
     void decode(unsigned switchId, TraceSink& sink, DecodedWindows& windows) const override;
     bool drives(ManagedSwitch const& managedSwitch) const override;
+    Examination examine(Reach const& reach, ExaminationRequest const& request) const override;
     bool writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const override;
 };
 

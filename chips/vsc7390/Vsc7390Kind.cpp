@@ -1,6 +1,7 @@
 #include "chips/vsc7390/Vsc7390Kind.hpp"
 
 #include "chips/vsc7390/ParallelDecoder.hpp"
+#include "chips/vsc7390/VitesseExaminer.hpp"
 #include "chips/vsc7390/VitesseTables.hpp"
 #include "chips/vsc7390/VitesseTransport.hpp"
 #include "simulation/vsc7390/Registers.hpp"
@@ -102,6 +103,10 @@ void Vsc7390Kind::decode(unsigned switchId, TraceSink& sink, DecodedWindows& win
 
 bool Vsc7390Kind::drives(ManagedSwitch const& managedSwitch) const {
     return dynamic_cast<VitesseSwitch const*>(&managedSwitch) != nullptr;
+}
+
+Examination Vsc7390Kind::examine(Reach const& reach, ExaminationRequest const& request) const {
+    return VitesseExaminer(*this, reach, request).run();
 }
 
 bool Vsc7390Kind::writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const {

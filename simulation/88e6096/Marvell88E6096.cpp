@@ -6,7 +6,7 @@
 namespace simulation {
 
 Marvell88E6096::Marvell88E6096(Services& services, unsigned id, Marvell88E6096Options const& options)
-    : _id(id),
+    : _address(id),
       _context{services, "switch " + std::to_string(id), options},
       _global1(_context, [this] { reset(); }),
       _global2(_context, _phys),
@@ -60,7 +60,8 @@ std::string Marvell88E6096::getModel() const {
 }
 
 void Marvell88E6096::attach(BoardBuses& buses) {
-    buses.getMdioBus().attach(_id, _smi);
+    _mdioBus = &buses.getMdioBus();
+    _mdioBus->attach(_address, _smi);
 }
 
 ChipTestSide& Marvell88E6096::getTestSide() {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "simulation/88e6096/Context.hpp"
+#include "simulation/88e6096/DirectUnit.hpp"
 #include "simulation/88e6096/Forwarding.hpp"
 #include "simulation/88e6096/Global1.hpp"
 #include "simulation/88e6096/Global2.hpp"
@@ -13,6 +14,7 @@
 #include "simulation/88e6096/Marvell88E6096TestSide.hpp"
 #include "simulation/88e6096/Port.hpp"
 #include "simulation/88e6096/Smi.hpp"
+#include "simulation/MdioBus.hpp"
 #include "simulation/SimulatedChip.hpp"
 #include "simulation/UnitDirectory.hpp"
 
@@ -39,7 +41,7 @@ private:
     void reset();
     void listen();
 
-    unsigned _id;
+    unsigned _address;
     marvell::Context _context;
     UnitDirectory _units;
     marvell::Global2::Phys _phys;
@@ -48,6 +50,8 @@ private:
     marvell::Global2 _global2;
     marvell::Forwarding _forwarding;
     marvell::Smi _smi;
+    MdioBus* _mdioBus = nullptr;
+    std::deque<marvell::DirectUnit> _direct;
     /// Devices that the chip does not have: accesses to them are stored and reported as misuse.
     std::map<unsigned, std::unique_ptr<RegisterFile>> _unknownDevices;
     std::unique_ptr<Marvell88E6096TestSide> _testSide;

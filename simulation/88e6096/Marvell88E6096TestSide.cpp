@@ -140,6 +140,26 @@ void Marvell88E6096TestSide::plug() {
     _chip._smi.setPlugged(true);
 }
 
+void Marvell88E6096TestSide::moveTo(unsigned address) {
+    auto const held = lock();
+    require(address < MdioBus::numberOfAddresses && !_chip._mdioBus->isTaken(address),
+            "no such free address");
+    _chip._mdioBus->detach(_chip._address);
+    _chip._address = address;
+    _chip._mdioBus->attach(address, _chip._smi);
+}
+
+void Marvell88E6096TestSide::strapSingleChip() {
+    auto const held = lock();
+    _chip._mdioBus->detach(_chip._address);
+    for (RegisterFile* const unit : _chip._units.getAll()) {
+        unsigned const address = unit->getIdentity().place.unit;
+        if (!_chip._mdioBus->isTaken(address)) {
+            _chip._mdioBus->attach(address, _chip._direct.emplace_back(*unit));
+        }
+    }
+}
+
 marvell::Port& Marvell88E6096TestSide::port(unsigned number) const {
     require(number < numberOfPorts, "no such port");
     return _chip._ports[number];

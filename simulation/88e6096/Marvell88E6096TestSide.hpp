@@ -89,8 +89,17 @@ public:
 
     /// The chip leaves its socket, or comes back: nothing pulls its bus down, so frames read all ones and
     /// written ones are lost.
-    void unplug();
-    void plug();
+    void unplug() override;
+    void plug() override;
+
+    /// The address straps say another MDIO address, 0 to 31; throws std::out_of_range where one answers
+    /// already.
+    void moveTo(unsigned address);
+
+    /// The straps select single-chip mode: ports and global registers answer at MDIO addresses of their own,
+    /// 0x10 to 0x1C, the PHYs at 0 to 7, and the chip at its own no more. Where another chip answers, that
+    /// one goes on to.
+    void strapSingleChip();
 
 private:
     marvell::Port& port(unsigned number) const;

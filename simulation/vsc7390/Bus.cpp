@@ -37,6 +37,12 @@ bool Bus::read(unsigned offset, unsigned& value) {
         value = _context.options.idleBusValue;
         return true;
     }
+    bool const answered = readWord(place, value);
+    value = answered ? inOrder(value) : value;
+    return answered;
+}
+
+bool Bus::readWord(Place const& place, unsigned& value) {
     if (isPollOfFetch(place)) {
         value = pollFetch(place.address);
         return true;
@@ -65,7 +71,7 @@ bool Bus::write(unsigned offset, unsigned value) {
     }
     Fate const fate = startRegisterAccess();
     if (fate == Fate::normal) {
-        store(placeOf(offset), value);
+        store(placeOf(offset), inOrder(value));
     }
     return fate != Fate::refused;
 }
@@ -73,6 +79,10 @@ bool Bus::write(unsigned offset, unsigned value) {
 Bus::Place Bus::placeOf(unsigned offset) {
     return {{UnitPlace::Space::block, window::block.get(offset), window::subBlock.get(offset)},
             window::address.get(offset)};
+}
+
+std::uint32_t Bus::inOrder(std::uint32_t word) const {
+    return _isTurned ? word >> 24 | (word >> 8 & 0xFF00U) | (word << 8 & 0xFF0000U) | word << 24 : word;
 }
 
 bool Bus::isPollOfFetch(Place const& place) {

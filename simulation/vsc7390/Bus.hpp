@@ -30,6 +30,7 @@ public:
     void failBusAccess(unsigned nth) { _busAccessesToFailure = nth; }
     void failRegisterAccess(unsigned nth) { _registerAccessesToFailure = nth; }
     void setPlugged(bool plugged) { _isPlugged = plugged; }
+    void turnBytes() { _isTurned = true; }
     /// @}
 
 private:
@@ -42,6 +43,8 @@ private:
     static Place placeOf(unsigned offset);
     static bool isPollOfFetch(Place const& place);
     bool passAccess();
+    bool readWord(Place const& place, unsigned& value);
+    std::uint32_t inOrder(std::uint32_t word) const;
     Fate startRegisterAccess();
     std::uint32_t pollFetch(unsigned address);
     std::uint32_t sample(Place const& place);
@@ -55,6 +58,7 @@ private:
     unsigned _busAccessesToFailure = 0;
     unsigned _registerAccessesToFailure = 0;
     bool _isPlugged = true;
+    bool _isTurned = false;
 };
 
 } // namespace simulation::vitesse

@@ -169,6 +169,11 @@ void Vsc7390TestSide::plug() {
     _chip._bus.setPlugged(true);
 }
 
+void Vsc7390TestSide::turnBytes() {
+    auto const held = lock();
+    _chip._bus.turnBytes();
+}
+
 void Vsc7390TestSide::loseReads(unsigned count) {
     auto const held = lock();
     getTimer(CommandUnit::indirectRead).lose(count);

@@ -155,8 +155,12 @@ public:
     void failBusAccess(unsigned nth);
 
     /// The chip leaves its socket, or comes back: reads then give all ones, writes go nowhere.
-    void unplug();
-    void plug();
+    void unplug() override;
+    void plug() override;
+
+    /// The four bytes of each word, read or written, come in the opposite order: the bus is not set up for
+    /// the processor, or wired the other way round.
+    void turnBytes();
 
     /// The next indirect reads never get ready, as many as `count`; those after them do.
     void loseReads(unsigned count);

@@ -139,6 +139,7 @@ void AuditCommand::compareSimulated(board::AuditRun& run) const {
     for (std::string const& deviation : _deviations) {
         deviate(deviation, chips, run, board);
     }
+    _simulation.strike(chips.getBoard());
     run.compare(board);
 }
 

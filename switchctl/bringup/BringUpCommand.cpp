@@ -57,6 +57,7 @@ void BringUpCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _documentPath, "Configuration document of the board").required();
     auto const simulate =
         arguments.flag("--simulate", _simulate, "Use chip models instead of the board's hardware");
+    _faults.addTo(arguments).needs(simulate);
     arguments.flag("--no-hardware-access", _noHardwareAccess,
                    "Create the switches without accessing any chip");
     arguments
@@ -182,8 +183,11 @@ ExitStatus BringUpCommand::bringUp(XmlDocument& document, board::BringUpTrace* t
         return trace != nullptr ? trace->wrap(std::move(watched)) : std::move(watched);
     };
     board::BoardSession session(document, options);
-    if (_prepare && session.getBoard() != nullptr) {
-        _prepare(*session.getBoard());
+    if (session.getBoard() != nullptr) {
+        if (_prepare) {
+            _prepare(*session.getBoard());
+        }
+        _faults.strike(*session.getBoard());
     }
     ExitStatus const status = report(document, session, watch, output);
     if (trace != nullptr) {

@@ -14,6 +14,7 @@
 #include "host/Xml.hpp"
 #include "reference_host/DeviceMemory.hpp"
 #include "switchctl/Command.hpp"
+#include "switchctl/Faults.hpp"
 #include "switchctl/bringup/FindingCounts.hpp"
 
 namespace switchctl::bringup {
@@ -62,6 +63,7 @@ private:
     std::function<void(simulation::SimulatedBoard&)> _prepare;
     std::string _documentPath;
     bool _simulate = false;
+    Faults _faults;
     bool _noHardwareAccess = false;
     std::string _tracePath;
     std::optional<unsigned int> _logLevel;

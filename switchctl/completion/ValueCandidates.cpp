@@ -8,6 +8,7 @@
 
 #include "board/BoardReading.hpp"
 #include "board/Wording.hpp"
+#include "board/faults/FaultKind.hpp"
 #include "chips/ChipCatalogue.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
@@ -122,6 +123,7 @@ Words ValueCandidates::get(std::string const& value, std::string const& typed) c
         {"LOCATION", &ValueCandidates::getRegisters},
         {"LOCATION...", &ValueCandidates::getRegisters},
         {"ASSIGNMENT", &ValueCandidates::getAssignments},
+        {"KIND[:N]", &ValueCandidates::getFaults},
         {"SWITCH/LOCATION=VALUE", &ValueCandidates::getDeviations},
         {"SWITCH.PORT/COUNTER=VALUE[+STEP]", &ValueCandidates::getSeeds},
     };
@@ -160,6 +162,26 @@ Words ValueCandidates::getDeviations(std::string const& typed) const {
         } else if (typed.substr(0, slash + 1) == prefix) {
             return withPrefix(prefix,
                               assignmentsOf(owner.kind->getFacts().model, typed.substr(slash + 1), false));
+        }
+    }
+    return candidates;
+}
+
+/// Kinds, with a ":" where N has to follow; and then the switches and ports of the document.
+Words ValueCandidates::getFaults(std::string const& typed) const {
+    using Argument = board::FaultKind::Argument;
+    std::string const name = typed.substr(0, typed.find(':'));
+    board::FaultKind const* const kind = board::FaultKind::find(name);
+    Words candidates;
+    if (kind == nullptr || name.size() == typed.size()) {
+        for (board::FaultKind const& offered : board::FaultKind::getAll()) {
+            candidates.push_back(offered.name + (offered.needsArgument() ? ":" : ""));
+        }
+    } else if (kind->argument == Argument::port) {
+        candidates = withPrefix(name + ":", getPorts());
+    } else if (kind->argument == Argument::switchId) {
+        for (auto const& [switchId, owner] : switchesIn(_words)) {
+            candidates.push_back(name + ":" + std::to_string(switchId));
         }
     }
     return candidates;

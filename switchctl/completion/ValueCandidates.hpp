@@ -26,6 +26,7 @@ private:
     Words getRegisters(std::string const& typed) const;
     Words getAssignments(std::string const& typed) const;
     Words getDeviations(std::string const& typed) const;
+    Words getFaults(std::string const& typed) const;
     Words getSeeds(std::string const& typed) const;
     std::string getModel() const;
     bool has(char const* word) const;

@@ -51,6 +51,7 @@ void SimulateControllerCommand::declare(Arguments& arguments) {
     auto const document = arguments.option("BOARD.xml", _documentPath, "Board to bring up first");
     arguments.flag("--fresh", _fresh, "Just a VSC7390 after reset").excludes(document);
     arguments.option("--link", _link, "Make PATH a link to the line's device").type("PATH");
+    _faults.addTo(arguments);
     addJson(arguments);
     arguments.finally([this] {
         if (!_fresh && _documentPath.empty()) {
@@ -105,7 +106,8 @@ void SimulateControllerCommand::serveDocument(EndSignals const& signals, std::os
 
 void SimulateControllerCommand::serve(SimulatedBoard& board, EndSignals const& signals,
                                       std::ostream& out) const {
-    simulation::SerialController const controller(board);
+    simulation::SerialController controller(board);
+    _faults.strike(board, &controller);
     Link const link(controller.getDevicePath(), _link);
     // Nobody would find a line whose name is lost.
     if (isJson()) {

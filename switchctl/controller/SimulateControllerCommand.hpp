@@ -5,6 +5,7 @@
 
 #include "simulation/SimulatedBoard.hpp"
 #include "switchctl/Command.hpp"
+#include "switchctl/Faults.hpp"
 #include "switchctl/terminal/EndSignals.hpp"
 
 namespace switchctl::controller {
@@ -28,6 +29,7 @@ private:
 
     std::string _documentPath;
     std::string _link;
+    Faults _faults;
     bool _fresh = false;
 };
 

@@ -42,6 +42,7 @@ RegisterSession::RegisterSession(TransportOptions const& options, std::string co
     : _options(options), _memoryDevice(memoryDevice), _errors(errors), _diversion(errors) {
     if (_options.isSimulated()) {
         simulate();
+        _options.strike(*_board, _controller.get());
     } else {
         requireHardware();
         _memory = std::make_unique<DeviceMemory>(_memoryDevice);

@@ -43,6 +43,11 @@ public:
 
     bool isSimulated() const;
 
+    /// See Simulation.
+    void strike(simulation::SimulatedBoard& board, simulation::SerialController* line) const {
+        _simulation.strike(board, line);
+    }
+
     /// The board that is brought up first; empty when the simulated chip is fresh.
     std::string getDocumentPath() const;
 

@@ -143,6 +143,7 @@ StatisticsCommand::Chips StatisticsCommand::open(PortSelection const& selection,
     chips.models = std::make_unique<board::ModelBringUp>(_simulation.getPath(_path));
     chips.board = std::make_unique<board::BoardAccess>(chips.models->getBoard());
     chips.seed();
+    _simulation.strike(chips.models->getBoard());
     return chips;
 }
 

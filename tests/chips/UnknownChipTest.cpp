@@ -86,6 +86,10 @@ public:
     std::unique_ptr<chips::ChipTables> makeTables(chips::ChipCatalogue const& /*catalogue*/) const override {
         return nullptr;
     }
+    chips::Examination examine(Reach const& /*reach*/,
+                               chips::ExaminationRequest const& /*request*/) const override {
+        return {};
+    }
     void decode(unsigned /*switchId*/, chips::TraceSink& /*sink*/,
                 chips::DecodedWindows& /*windows*/) const override {}
     bool drives(ManagedSwitch const& /*managedSwitch*/) const override { return false; }

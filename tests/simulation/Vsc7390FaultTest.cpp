@@ -36,6 +36,15 @@ TEST_F(Vsc7390FaultTest, TheNthRegisterAccessIsRefusedAndNoOther) {
     }
 }
 
+TEST_F(Vsc7390FaultTest, TurnedBytesAreTurnedBothWays) {
+    unsigned value = 0;
+    chip().turnBytes();
+    EXPECT_TRUE(tryBusRead(identifier, value));
+    EXPECT_EQ(value, 0x00003907U);
+    EXPECT_TRUE(tryBusWrite(0x1C008, 0x0C000000));
+    EXPECT_EQ(chip().peek("system", 2), 0x0000000CU);
+}
+
 TEST_F(Vsc7390FaultTest, ARefusedReadLeavesTheValueAlone) {
     chip().failAccess(1);
     unsigned value = 0x55;

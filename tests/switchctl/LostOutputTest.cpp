@@ -56,6 +56,8 @@ protected:
         {"statistics", minimal, "--simulate", "--format", "json"},
         {"statistics", minimal, "--simulate", "--format", "openmetrics"},
         {"statistics", minimal, "--simulate", "--watch", "0.1"},
+        {"doctor", minimal, "--simulate"},
+        {"faults"},
         {"replay", _trace.path()},
         {"simulate-controller", "--fresh"},
     };
