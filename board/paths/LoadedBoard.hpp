@@ -17,8 +17,8 @@
 namespace board {
 
 /// Models that hold what was read from the chips of a board, so that they forward as these do: all registers
-/// and table entries that can be read without disturbing a chip. What cannot, addresses that were learned
-/// above all, is in the models as after a reset.
+/// and table entries that can be read without disturbing a chip. What cannot is in the models as after a
+/// reset; addresses that were learned are in them when they come from dumps.
 class LoadedBoard {
 public:
     /// \param document of the board; it is brought up on other models for the sake of what to read.

@@ -40,6 +40,12 @@ public:
         ++(isNoticed ? _noticed : _explained[rule]);
     }
 
+    /// What follows is turned over beginning with what is in force now.
+    void restart() {
+        _before = getMatrix(1);
+        _beforeOfFlows = getMatrix(board::RegisterPaths::flows);
+    }
+
     unsigned getNoticed() const { return _noticed; }
 
 private:
