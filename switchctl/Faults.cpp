@@ -29,7 +29,11 @@ Arguments::Option Faults::addTo(Arguments& arguments) {
 
 void Faults::strike(simulation::SimulatedBoard& board, simulation::SerialController* line) const {
     for (std::string const& text : _texts) {
-        board::SimulatedFault(text).strike(board, line);
+        try {
+            board::SimulatedFault(text).strike(board, line);
+        } catch (chips::ToolError const& error) {
+            throw chips::ToolError(error.getStatus(), std::string("--fault: ") + error.what());
+        }
     }
 }
 

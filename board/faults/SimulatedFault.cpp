@@ -52,7 +52,7 @@ void SimulatedFault::strike(simulation::SimulatedBoard& board, simulation::Seria
 }
 
 void SimulatedFault::refuse(std::string const& reason) const {
-    throw chips::ToolError(chips::ExitStatus::usage, "--fault " + _text + ": " + reason);
+    throw chips::ToolError(chips::ExitStatus::usage, "\"" + _text + "\": " + reason);
 }
 
 } // namespace board

@@ -128,10 +128,10 @@ TEST(DoctorCommandTest, AFaultThatDoesNotFitIsRefused) {
         EXPECT_EQ(run.status, ExitStatus::usage) << fault;
         return run.errors;
     };
-    EXPECT_THAT(refusal("unplugged:7"), HasSubstr("--fault unplugged:7: the board has no switch 7\n"));
+    EXPECT_THAT(refusal("unplugged:7"), HasSubstr("--fault: \"unplugged:7\": the board has no switch 7\n"));
     EXPECT_THAT(refusal("single-chip:3"), HasSubstr("switch 3 is not an 88E6096"));
     EXPECT_THAT(refusal("bytes-turned:0"), HasSubstr("switch 0 is not a VSC7390"));
-    EXPECT_THAT(refusal("vtu-stuck:3"), HasSubstr("--fault vtu-stuck:3: the chip has no such unit"));
+    EXPECT_THAT(refusal("vtu-stuck:3"), HasSubstr("--fault: \"vtu-stuck:3\": the chip has no such unit"));
     EXPECT_THAT(refusal("phy-absent:3.24"), HasSubstr("no such PHY"));
     EXPECT_THAT(refusal("phy-absent:3"), HasSubstr("\"3\" is no port, SWITCH.PORT"));
     EXPECT_THAT(refusal("serial-silent"), HasSubstr("nothing goes over a simulated serial line here"));
@@ -139,5 +139,6 @@ TEST(DoctorCommandTest, AFaultThatDoesNotFitIsRefused) {
     EXPECT_THAT(refusal("mdio-low:1"), HasSubstr("mdio-low takes no number"));
     EXPECT_THAT(refusal("all-ones:0"), HasSubstr("\"0\" is no number from 1 on"));
     EXPECT_THAT(refusal("all-ones:x"), HasSubstr("\"x\" is no number"));
-    EXPECT_THAT(refusal("gremlins"), HasSubstr("no such fault; \"switchctl faults\" lists them"));
+    EXPECT_THAT(refusal("gremlins"),
+                HasSubstr("--fault: \"gremlins\": no such fault; \"switchctl faults\" lists them"));
 }
