@@ -66,6 +66,9 @@ public:
     /// The way to a chip's registers. What `reach` names must outlive it.
     virtual std::unique_ptr<RegisterTransport> connect(Transport transport, Reach const& reach) const = 0;
 
+    /// Whether a chip of the kind answers; throws ToolError (registerFailed) when nothing does.
+    bool answers(ChipCatalogue const& catalogue, RegisterTransport& transport) const;
+
     /// What reads the counters; one whose counters are all registers of the port needs nothing else.
     virtual std::unique_ptr<CounterReader> makeCounterReader(ChipCatalogue const& catalogue,
                                                              RegisterTransport& transport) const;

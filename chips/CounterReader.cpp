@@ -19,9 +19,7 @@ CounterReader::CounterReader(ChipKind const& kind, ChipCatalogue const& catalogu
     : _kind(kind), _catalogue(catalogue), _transport(transport) {}
 
 bool CounterReader::isChipThere() {
-    ChipKind::Facts const& facts = _kind.getFacts();
-    std::uint32_t const word = _transport.read(_catalogue.at(facts.identifierUnit, 0, facts.identifier));
-    return facts.product.get(word) == facts.productNumber;
+    return _kind.answers(_catalogue, _transport);
 }
 
 PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread) {
