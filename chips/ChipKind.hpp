@@ -10,6 +10,7 @@
 #include "chips/Counter.hpp"
 #include "chips/CounterReader.hpp"
 #include "chips/PortAddress.hpp"
+#include "chips/PortStatusReader.hpp"
 #include "chips/RegisterTransport.hpp"
 #include "chips/TraceAccess.hpp"
 #include "chips/TraceSink.hpp"
@@ -72,6 +73,10 @@ public:
     /// What reads the counters; one whose counters are all registers of the port needs nothing else.
     virtual std::unique_ptr<CounterReader> makeCounterReader(ChipCatalogue const& catalogue,
                                                              RegisterTransport& transport) const;
+
+    /// What reads the state of ports.
+    virtual std::unique_ptr<PortStatusReader> makePortStatusReader(ChipCatalogue const& catalogue,
+                                                                   RegisterTransport& transport) const = 0;
 
     /// Has a counter of a model hold the value. Throws std::out_of_range when the board has no such chip.
     virtual void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,

@@ -22,14 +22,15 @@ bool CounterReader::isChipThere() {
     return _kind.answers(_catalogue, _transport);
 }
 
-PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread) {
+PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread,
+                                 Choice const& choice) {
     PortCounters counters{port, _kind.getFacts().model, {}};
     counters.values.resize(_kind.getFacts().counters.size());
-    readInto(counters, unread);
+    readInto(counters, unread, choice);
     return counters;
 }
 
-void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& unread) {
+void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& unread, Choice const& choice) {
     auto const complain = [&](std::string const& what, ToolError const& error) {
         unread.push_back(fmt::format("port {}: {}: {}", counters.port.getText(), what, error.what()));
         return isChipLost();
@@ -46,7 +47,8 @@ void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& u
     for (std::size_t index = 0; index < counters.values.size(); ++index) {
         Counter const& counter = _kind.getFacts().counters[index];
         // What an earlier capture left is somebody else's.
-        if (counter.place == Counter::Place::statisticsUnit && !isCaptured) {
+        if ((choice && !choice(counter)) ||
+            (counter.place == Counter::Place::statisticsUnit && !isCaptured)) {
             continue;
         }
         try {
