@@ -12,6 +12,7 @@
 #include "chips/PortAddress.hpp"
 #include "chips/PortStatusReader.hpp"
 #include "chips/RegisterTransport.hpp"
+#include "chips/TableReader.hpp"
 #include "chips/TraceAccess.hpp"
 #include "chips/TraceSink.hpp"
 #include "chips/WindowDecoder.hpp"
@@ -77,6 +78,10 @@ public:
     /// What reads the state of ports.
     virtual std::unique_ptr<PortStatusReader> makePortStatusReader(ChipCatalogue const& catalogue,
                                                                    RegisterTransport& transport) const = 0;
+
+    /// What reads the chip's tables for people, and flushes addresses.
+    virtual std::unique_ptr<TableReader> makeTableReader(ChipCatalogue const& catalogue,
+                                                         RegisterTransport& transport) const = 0;
 
     /// Has a counter of a model hold the value. Throws std::out_of_range when the board has no such chip.
     virtual void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,

@@ -2,6 +2,7 @@
 
 #include "chips/88e6096/MarvellCounterReader.hpp"
 #include "chips/88e6096/MarvellPortStatus.hpp"
+#include "chips/88e6096/MarvellTableReader.hpp"
 #include "chips/88e6096/MarvellTables.hpp"
 #include "chips/88e6096/MdioDecoder.hpp"
 #include "chips/88e6096/SmiTransport.hpp"
@@ -124,6 +125,11 @@ std::unique_ptr<CounterReader> Marvell88E6096Kind::makeCounterReader(ChipCatalog
 std::unique_ptr<PortStatusReader>
 Marvell88E6096Kind::makePortStatusReader(ChipCatalogue const& catalogue, RegisterTransport& transport) const {
     return std::make_unique<MarvellPortStatus>(*this, catalogue, transport);
+}
+
+std::unique_ptr<TableReader> Marvell88E6096Kind::makeTableReader(ChipCatalogue const& catalogue,
+                                                                 RegisterTransport& transport) const {
+    return std::make_unique<MarvellTableReader>(catalogue, transport);
 }
 
 void Marvell88E6096Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port,

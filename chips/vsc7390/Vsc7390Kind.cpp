@@ -2,6 +2,7 @@
 
 #include "chips/vsc7390/ParallelDecoder.hpp"
 #include "chips/vsc7390/VitessePortStatus.hpp"
+#include "chips/vsc7390/VitesseTableReader.hpp"
 #include "chips/vsc7390/VitesseTables.hpp"
 #include "chips/vsc7390/VitesseTransport.hpp"
 #include "simulation/vsc7390/Registers.hpp"
@@ -92,6 +93,11 @@ std::unique_ptr<RegisterTransport> Vsc7390Kind::connect(Transport transport, Rea
 std::unique_ptr<PortStatusReader> Vsc7390Kind::makePortStatusReader(ChipCatalogue const& catalogue,
                                                                     RegisterTransport& transport) const {
     return std::make_unique<VitessePortStatus>(*this, catalogue, transport);
+}
+
+std::unique_ptr<TableReader> Vsc7390Kind::makeTableReader(ChipCatalogue const& catalogue,
+                                                          RegisterTransport& transport) const {
+    return std::make_unique<VitesseTableReader>(catalogue, transport);
 }
 
 void Vsc7390Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,

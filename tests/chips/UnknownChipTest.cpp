@@ -86,6 +86,11 @@ public:
                          chips::RegisterTransport& /*transport*/) const override {
         return nullptr;
     }
+    std::unique_ptr<chips::TableReader>
+    makeTableReader(chips::ChipCatalogue const& /*catalogue*/,
+                    chips::RegisterTransport& /*transport*/) const override {
+        return nullptr;
+    }
     void seed(simulation::SimulatedBoard& /*board*/, chips::PortAddress const& /*port*/,
               chips::Counter const& /*counter*/, std::uint64_t /*value*/) const override {}
     std::unique_ptr<chips::ChipTables> makeTables(chips::ChipCatalogue const& /*catalogue*/) const override {
