@@ -17,11 +17,12 @@ StatusSample StatusSampler::sample(Watcher const& watcher) {
         }
         unsigned const id = port.address.switchId;
         Reach& reach = _chips.try_emplace(id, _board, port).first->second;
-        if (there.count(id) == 0) {
-            there[id] = isThere(reach, result.unread);
+        auto known = there.find(id);
+        if (known == there.end()) {
+            known = there.emplace(id, isThere(reach, result.unread)).first;
         }
-        result.rows.push_back({port, there[id] ? reach.reader->read(port.address, result.unread)
-                                               : chips::PortStatus::unread()});
+        result.rows.push_back({port, known->second ? reach.reader->read(port.address, result.unread)
+                                                   : chips::PortStatus::unread()});
     }
     return result;
 }
