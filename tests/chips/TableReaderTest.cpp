@@ -48,7 +48,7 @@ protected:
         network.run();
     }
 
-    board::ModelBringUp models{EXAMPLES_FOLDER "/mixed.xml"};
+    board::ModelBringUp models{EXAMPLES_FOLDER "/trap-mixed.xml"};
 
 private:
     board::BoardAccess _access{models.getBoard()};

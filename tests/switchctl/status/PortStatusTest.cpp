@@ -20,7 +20,7 @@ using testing::IsSubsetOf;
 using testing::SizeIs;
 
 TEST(PortStatusTest, AMarvellPortHasTheLinkOfItsPhy) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     EXPECT_EQ(bench.textOf("link"), "down");
     EXPECT_EQ(bench.textOf("megabits"), "-");
     EXPECT_EQ(bench.textOf("duplex"), "-");
@@ -32,7 +32,7 @@ TEST(PortStatusTest, AMarvellPortHasTheLinkOfItsPhy) {
 }
 
 TEST(PortStatusTest, EveryStateOfAMarvellPortHasItsName) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     constexpr unsigned portControl = 0x04;
     char const* const names[] = {"disabled", "blocking", "learning", "forwarding"};
     for (unsigned state = 0; state < 4; ++state) {
@@ -42,7 +42,7 @@ TEST(PortStatusTest, EveryStateOfAMarvellPortHasItsName) {
 }
 
 TEST(PortStatusTest, VlanTagsAndModeComeFromTheRegisters) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.poke("port 1", 0x07, 0x0012);
     chip.poke("port 1", 0x04, 0x207F);
@@ -53,20 +53,20 @@ TEST(PortStatusTest, VlanTagsAndModeComeFromTheRegisters) {
 }
 
 TEST(PortStatusTest, AForcedFlowControlCounts) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     EXPECT_EQ(bench.textOf("flowControl"), "off");
     bench.getBoard().getMarvell(0).poke("port 1", 0x01, 0x00C3);
     EXPECT_EQ(bench.textOf("flowControl"), "on");
 }
 
 TEST(PortStatusTest, PortsWithoutPhyHaveNone) {
-    StatusBench bench("mixed", {"0.8"});
+    StatusBench bench("trap-mixed", {"0.8"});
     EXPECT_EQ(bench.textOf("phy"), "-");
     EXPECT_THAT(bench.sampler.sample().unread, IsEmpty());
 }
 
 TEST(PortStatusTest, AVsc7390sLinkIsThatOfThePhy) {
-    StatusBench bench("mixed", {"3.1"});
+    StatusBench bench("trap-mixed", {"3.1"});
     EXPECT_EQ(bench.textOf("link"), "down");
     bench.getBoard().getVitesse(3).plugLink(1);
     EXPECT_EQ(bench.textOf("link"), "up");
@@ -78,7 +78,7 @@ TEST(PortStatusTest, AVsc7390sLinkIsThatOfThePhy) {
 }
 
 TEST(PortStatusTest, MasksMakeTheStateOfAVsc7390sPort) {
-    StatusBench bench("mixed", {"3.1"});
+    StatusBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     EXPECT_EQ(bench.textOf("state"), "forwarding");
     chip.poke("analyser", 0x81, 0);
@@ -90,7 +90,7 @@ TEST(PortStatusTest, MasksMakeTheStateOfAVsc7390sPort) {
 }
 
 TEST(PortStatusTest, AVsc7390sTagsMayLeaveOneVlanOut) {
-    StatusBench bench("mixed", {"3.1"});
+    StatusBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.poke("port 1", 0x24, 0x0001);
     EXPECT_EQ(bench.textOf("tagging"), "tagged");
@@ -103,20 +103,20 @@ TEST(PortStatusTest, AVsc7390sTagsMayLeaveOneVlanOut) {
 }
 
 TEST(PortStatusTest, ErrorsAreTheSumOfTheErrorCounters) {
-    StatusBench marvell("mixed", {"0.1"});
+    StatusBench marvell("trap-mixed", {"0.1"});
     marvell.getBoard().getMarvell(0).setCounter(1, 0x1D, 3);
     marvell.getBoard().getMarvell(0).setCounter(1, 0x1F, 4);
     marvell.getBoard().getMarvell(0).setCounter(1, 0x04, 100);
     EXPECT_EQ(marvell.textOf("errors"), "7");
     EXPECT_EQ(marvell.textOf("errors"), "7") << "nothing is cleared";
-    StatusBench vitesse("mixed", {"3.1"});
+    StatusBench vitesse("trap-mixed", {"3.1"});
     vitesse.getBoard().getVitesse(3).setCounter(1, 0x54, 5);
     vitesse.getBoard().getVitesse(3).setCounter(1, 0x55, 50);
     EXPECT_EQ(vitesse.textOf("errors"), "5");
 }
 
 TEST(PortStatusTest, NothingOfAChipThatIsGoneIsTakenForRead) {
-    StatusBench bench("mixed", {"0.1", "1.3"});
+    StatusBench bench("trap-mixed", {"0.1", "1.3"});
     bench.getBoard().getMarvell(0).unplug();
     auto const sample = bench.sampler.sample();
     ASSERT_THAT(sample.unread, SizeIs(1));
@@ -131,7 +131,7 @@ TEST(PortStatusTest, NothingOfAChipThatIsGoneIsTakenForRead) {
 }
 
 TEST(PortStatusTest, OneRegisterThatFailsIsUnreadAndTheOthersAreNot) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     auto& chip = bench.getBoard().getMarvell(0);
     // The identifier of the chip comes first, then the port's status.
     chip.failAccess(2);
@@ -144,7 +144,7 @@ TEST(PortStatusTest, OneRegisterThatFailsIsUnreadAndTheOthersAreNot) {
 }
 
 TEST(PortStatusTest, LookingChangesNoSetting) {
-    StatusBench bench("mixed", {});
+    StatusBench bench("trap-mixed", {});
     bench.getBoard().getMisuse().clear();
     std::size_t const before = bench.getBoard().getLog().getSize();
     bench.sampler.sample();

@@ -19,7 +19,7 @@ using testing::Not;
 
 namespace {
 
-std::string const mixed = EXAMPLES_FOLDER "/mixed.xml";
+std::string const mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
 
 CommandRun run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "status");

@@ -43,7 +43,7 @@ Told follow(StatusBench& bench, std::vector<std::function<void()>> const& steps)
 } // namespace
 
 TEST(StatusFollowTest, TellsOfLinksThatComeAndGo) {
-    StatusBench bench("mixed", {"0.1", "1.3"});
+    StatusBench bench("trap-mixed", {"0.1", "1.3"});
     auto& board = bench.getBoard();
     Told const told = follow(bench, {[&] { board.getMarvell(1).plugLink(3); }, [] {},
                                      [&] {
@@ -58,7 +58,7 @@ TEST(StatusFollowTest, TellsOfLinksThatComeAndGo) {
 }
 
 TEST(StatusFollowTest, AVsc7390sPhyTellsOfALinkThatCameBack) {
-    StatusBench bench("mixed", {"3.1"});
+    StatusBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.plugLink(1);
     Told const told = follow(bench, {[&] {
@@ -70,7 +70,7 @@ TEST(StatusFollowTest, AVsc7390sPhyTellsOfALinkThatCameBack) {
 }
 
 TEST(StatusFollowTest, TellsOfStatesAndErrors) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setCounter(1, 0x1D, 10);
     Told const told =
@@ -81,7 +81,7 @@ TEST(StatusFollowTest, TellsOfStatesAndErrors) {
 }
 
 TEST(StatusFollowTest, AChipThatGoesIsUnreadAtTheEnd) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     Told const told = follow(bench, {[&] { bench.getBoard().getMarvell(0).unplug(); }});
     ASSERT_EQ(told.lines.size(), 1U);
     EXPECT_THAT(told.lines[0], testing::StartsWith("0.1 link down>unread"));
@@ -89,7 +89,7 @@ TEST(StatusFollowTest, AChipThatGoesIsUnreadAtTheEnd) {
 }
 
 TEST(StatusFollowTest, EndsWhenNobodyHearsIt) {
-    StatusBench bench("mixed", {"0.1"});
+    StatusBench bench("trap-mixed", {"0.1"});
     bool wasAwaited = false;
     ScriptedPace pace({[&] { wasAwaited = true; }});
     StatusFollow([&] { return bench.sampler.sample(); }, bench.models.getDocument(), pace,
