@@ -75,6 +75,11 @@ BoardReading::Switch const* BoardReading::getSwitch(int id) const {
     return entry == _switches.end() ? nullptr : &entry->second;
 }
 
+std::optional<std::string> BoardReading::writtenVlanId(unsigned int id) const {
+    auto const found = _vlans.find(id);
+    return found == _vlans.end() ? std::nullopt : attribute(found->second.element, "id");
+}
+
 std::optional<BoardReading::Chip> BoardReading::chipOf(xmlNodePtr switchElement) {
     std::string const model = attribute(switchElement, "switchModel").value_or("");
     if (model == "88e6096") {

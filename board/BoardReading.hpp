@@ -148,6 +148,9 @@ public:
     /// Null when there is none.
     Switch const* getSwitch(int id) const;
 
+    /// How the document writes the id of a VLAN; nothing when it has none.
+    std::optional<std::string> writtenVlanId(unsigned int id) const;
+
     /// "88e6096", "vsc7390" or nothing when no driver knows the element's model.
     static std::optional<Chip> chipOf(xmlNodePtr switchElement);
 

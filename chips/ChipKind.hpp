@@ -11,7 +11,9 @@
 #include "chips/CounterReader.hpp"
 #include "chips/Examination.hpp"
 #include "chips/PortAddress.hpp"
+#include "chips/PortStatusReader.hpp"
 #include "chips/RegisterTransport.hpp"
+#include "chips/TableReader.hpp"
 #include "chips/TraceAccess.hpp"
 #include "chips/TraceSink.hpp"
 #include "chips/WindowDecoder.hpp"
@@ -67,9 +69,20 @@ public:
     /// The way to a chip's registers. What `reach` names must outlive it.
     virtual std::unique_ptr<RegisterTransport> connect(Transport transport, Reach const& reach) const = 0;
 
+    /// Whether a chip of the kind answers; throws ToolError (registerFailed) when nothing does.
+    bool answers(ChipCatalogue const& catalogue, RegisterTransport& transport) const;
+
     /// What reads the counters; one whose counters are all registers of the port needs nothing else.
     virtual std::unique_ptr<CounterReader> makeCounterReader(ChipCatalogue const& catalogue,
                                                              RegisterTransport& transport) const;
+
+    /// What reads the state of ports.
+    virtual std::unique_ptr<PortStatusReader> makePortStatusReader(ChipCatalogue const& catalogue,
+                                                                   RegisterTransport& transport) const = 0;
+
+    /// What reads the chip's tables for people, and flushes addresses.
+    virtual std::unique_ptr<TableReader> makeTableReader(ChipCatalogue const& catalogue,
+                                                         RegisterTransport& transport) const = 0;
 
     /// Has a counter of a model hold the value. Throws std::out_of_range when the board has no such chip.
     virtual void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,

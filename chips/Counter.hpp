@@ -32,6 +32,8 @@ struct Counter {
     std::optional<unsigned> high;
     /// Bits of one such register.
     unsigned bitsOfRegister;
+    /// Whether what it counts is wrong in itself: no traffic, no rule and no lack of room makes it go on.
+    bool isError = false;
 
     unsigned getBits() const { return high ? 2 * bitsOfRegister : bitsOfRegister; }
 

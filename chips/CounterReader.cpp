@@ -19,19 +19,18 @@ CounterReader::CounterReader(ChipKind const& kind, ChipCatalogue const& catalogu
     : _kind(kind), _catalogue(catalogue), _transport(transport) {}
 
 bool CounterReader::isChipThere() {
-    ChipKind::Facts const& facts = _kind.getFacts();
-    std::uint32_t const word = _transport.read(_catalogue.at(facts.identifierUnit, 0, facts.identifier));
-    return facts.product.get(word) == facts.productNumber;
+    return _kind.answers(_catalogue, _transport);
 }
 
-PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread) {
+PortCounters CounterReader::read(PortAddress const& port, std::vector<std::string>& unread,
+                                 Choice const& choice) {
     PortCounters counters{port, _kind.getFacts().model, {}};
     counters.values.resize(_kind.getFacts().counters.size());
-    readInto(counters, unread);
+    readInto(counters, unread, choice);
     return counters;
 }
 
-void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& unread) {
+void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& unread, Choice const& choice) {
     auto const complain = [&](std::string const& what, ToolError const& error) {
         unread.push_back(fmt::format("port {}: {}: {}", counters.port.getText(), what, error.what()));
         return isChipLost();
@@ -48,7 +47,8 @@ void CounterReader::readInto(PortCounters& counters, std::vector<std::string>& u
     for (std::size_t index = 0; index < counters.values.size(); ++index) {
         Counter const& counter = _kind.getFacts().counters[index];
         // What an earlier capture left is somebody else's.
-        if (counter.place == Counter::Place::statisticsUnit && !isCaptured) {
+        if ((choice && !choice(counter)) ||
+            (counter.place == Counter::Place::statisticsUnit && !isCaptured)) {
             continue;
         }
         try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,11 @@ public:
     /// Whether a chip of that kind answers; throws ToolError (registerFailed) when nothing does.
     bool isChipThere();
 
+    /// Which counters are read; empty for all.
+    using Choice = std::function<bool(Counter const& counter)>;
+
     /// What cannot be read is left out, with a line in `unread`. When the chip is gone, so is the rest.
-    PortCounters read(PortAddress const& port, std::vector<std::string>& unread);
+    PortCounters read(PortAddress const& port, std::vector<std::string>& unread, Choice const& choice = {});
 
 private:
     /// \name Of chips that have a statistics unit; both throw ToolError (registerFailed)
@@ -34,7 +38,7 @@ private:
     virtual std::uint32_t readCaptured(unsigned /*number*/) { return 0; }
     /// @}
 
-    void readInto(PortCounters& counters, std::vector<std::string>& unread);
+    void readInto(PortCounters& counters, std::vector<std::string>& unread, Choice const& choice);
     std::uint64_t readCounter(Counter const& counter, unsigned port);
     std::uint64_t readPortRegisters(Counter const& counter, unsigned port);
     bool isChipLost();

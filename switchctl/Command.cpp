@@ -34,19 +34,13 @@ char const* usualMeaning(ExitStatus status) {
 /// Of docs/schemas/; another one where a member changes its meaning or goes.
 constexpr int versionOfJson = 1;
 
-/// "2026-11-22T04:05:06Z", whatever clock the thread lives by.
-std::string timeOfDay() {
-    board::ClockAdoption const realTime(nullptr);
-    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time(nullptr)));
-}
-
 using Json = nlohmann::ordered_json;
 
 constexpr int indentation = 2;
 constexpr int inOneLine = -1;
 
-Json withTime(Json const& json) {
-    Json stamped{{"time", timeOfDay()}};
+Json withTime(std::string const& time, Json const& json) {
+    Json stamped{{"time", time}};
     stamped.update(json);
     return stamped;
 }
@@ -112,16 +106,21 @@ void Command::addJson(Arguments& arguments, std::vector<std::string> const& form
     arguments.flag("--json", _json, "Short for --format json").excludes(format);
 }
 
+std::string Command::timeOfDay() {
+    board::ClockAdoption const realTime(nullptr);
+    return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(std::time(nullptr)));
+}
+
 void Command::print(std::ostream& out, nlohmann::ordered_json const& json) {
     printVersioned(out, json, indentation);
 }
 
 void Command::printWithTime(std::ostream& out, nlohmann::ordered_json const& json) {
-    printVersioned(out, withTime(json), indentation);
+    printVersioned(out, withTime(timeOfDay(), json), indentation);
 }
 
 void Command::printLineWithTime(std::ostream& out, nlohmann::ordered_json const& json) {
-    printVersioned(out, withTime(json), inOneLine);
+    printVersioned(out, withTime(timeOfDay(), json), inOneLine);
 }
 
 } // namespace switchctl

@@ -63,6 +63,9 @@ protected:
     std::string getFormat() const { return _json ? "json" : _format; }
     bool isJson() const { return getFormat() == "json"; }
 
+    /// "2026-11-22T04:05:06Z", whatever clock the thread lives by.
+    static std::string timeOfDay();
+
     /// Prints an object with the version of the JSON documents before its members.
     static void print(std::ostream& out, nlohmann::ordered_json const& json);
     /// As print(), with the time, for what changes from one moment to the next.

@@ -16,6 +16,7 @@
 #include "switchctl/register/RegisterCommand.hpp"
 #include "switchctl/replay/ReplayCommand.hpp"
 #include "switchctl/statistics/StatisticsCommand.hpp"
+#include "switchctl/status/StatusCommand.hpp"
 
 namespace switchctl {
 
@@ -34,6 +35,7 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "  switchctl draw board.xml -o board.svg\n"
                              "  switchctl bring-up board.xml --simulate\n"
                              "  switchctl audit board.xml --simulate\n"
+                             "  switchctl status board.xml --simulate\n"
                              "  switchctl statistics board.xml --simulate\n"
                              "\"switchctl help COMMAND\", or --help behind a command, has more, and its exit "
                              "statuses. Those of bring-up:\n"
@@ -58,6 +60,7 @@ Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<plan::PlanCommand>());
     _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
     _commands.push_back(std::make_unique<doctor::DoctorCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<status::StatusCommand>(memoryDevice));
     _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));
     _commands.push_back(std::make_unique<replay::ReplayCommand>());
     _commands.push_back(std::make_unique<controller::SimulateControllerCommand>());

@@ -2,6 +2,8 @@
 
 #include "chips/88e6096/MarvellCounterReader.hpp"
 #include "chips/88e6096/MarvellExaminer.hpp"
+#include "chips/88e6096/MarvellPortStatus.hpp"
+#include "chips/88e6096/MarvellTableReader.hpp"
 #include "chips/88e6096/MarvellTables.hpp"
 #include "chips/88e6096/MdioDecoder.hpp"
 #include "chips/88e6096/SmiTransport.hpp"
@@ -41,6 +43,11 @@ Counter inPort(char const* name, char const* metric, Unit unit, unsigned low, ch
     return {name, metric, help, unit, Counter::Place::portRegister, low, high, marvell::bitsPerRegister};
 }
 
+Counter error(Counter counter) {
+    counter.isError = true;
+    return counter;
+}
+
 std::vector<Counter> counters() {
     return {
         inUnit("inGoodOctets", "in_good", Unit::bytes, 0x00, "Bytes of good frames received.", 0x01),
@@ -49,15 +56,18 @@ std::vector<Counter> counters() {
         inUnit("inBroadcast", "in_broadcast", Unit::frames, 0x06, "Good broadcast frames received."),
         inUnit("inMulticast", "in_multicast", Unit::frames, 0x07, "Good multicast frames received."),
         inUnit("inPause", "in_pause", Unit::frames, 0x16, "Flow control frames received."),
-        inUnit("inUndersized", "in_undersized", Unit::frames, 0x18, "Frames received that were too short."),
-        inUnit("inFragments", "in_fragment", Unit::frames, 0x19,
-               "Frames received that were too short and had a wrong checksum."),
-        inUnit("inOversized", "in_oversized", Unit::frames, 0x1A, "Frames received that were too long."),
-        inUnit("inJabber", "in_jabber", Unit::frames, 0x1B,
-               "Frames received that were too long and had a wrong checksum."),
-        inUnit("inRxErr", "in_receive_error", Unit::frames, 0x1C,
-               "Frames during which the receiver signalled an error."),
-        inUnit("inFCSErr", "in_checksum_error", Unit::frames, 0x1D, "Frames received with a wrong checksum."),
+        error(inUnit("inUndersized", "in_undersized", Unit::frames, 0x18,
+                     "Frames received that were too short.")),
+        error(inUnit("inFragments", "in_fragment", Unit::frames, 0x19,
+                     "Frames received that were too short and had a wrong checksum.")),
+        error(
+            inUnit("inOversized", "in_oversized", Unit::frames, 0x1A, "Frames received that were too long.")),
+        error(inUnit("inJabber", "in_jabber", Unit::frames, 0x1B,
+                     "Frames received that were too long and had a wrong checksum.")),
+        error(inUnit("inRxErr", "in_receive_error", Unit::frames, 0x1C,
+                     "Frames during which the receiver signalled an error.")),
+        error(inUnit("inFCSErr", "in_checksum_error", Unit::frames, 0x1D,
+                     "Frames received with a wrong checksum.")),
         inPort("inDiscards", "in_discarded", Unit::frames, port::inDiscardsLow,
                "Good frames received that there was no room to keep.", port::inDiscardsHigh),
         inPort("inFiltered", "in_filtered", Unit::frames, port::inFiltered,
@@ -78,11 +88,12 @@ std::vector<Counter> counters() {
         inUnit("single", "single_collision", Unit::frames, 0x14, "Frames sent after one collision."),
         inUnit("multiple", "multiple_collision", Unit::frames, 0x17,
                "Frames sent after more than one collision."),
-        inUnit("excessive", "excessive_collision", Unit::frames, 0x11,
-               "Frames given up after too many collisions."),
-        inUnit("late", "late_collision", Unit::events, 0x1F,
-               "Collisions when more than 64 bytes had been sent."),
-        inUnit("outFcsErr", "out_checksum_error", Unit::frames, 0x03, "Frames sent with a wrong checksum."),
+        error(inUnit("excessive", "excessive_collision", Unit::frames, 0x11,
+                     "Frames given up after too many collisions.")),
+        error(inUnit("late", "late_collision", Unit::events, 0x1F,
+                     "Collisions when more than 64 bytes had been sent.")),
+        error(inUnit("outFcsErr", "out_checksum_error", Unit::frames, 0x03,
+                     "Frames sent with a wrong checksum.")),
         inPort("outFiltered", "out_filtered", Unit::frames, port::outFiltered,
                "Frames that a rule kept from being sent here."),
     };
@@ -110,6 +121,16 @@ std::unique_ptr<RegisterTransport> Marvell88E6096Kind::connect(Transport /*trans
 std::unique_ptr<CounterReader> Marvell88E6096Kind::makeCounterReader(ChipCatalogue const& catalogue,
                                                                      RegisterTransport& transport) const {
     return std::make_unique<MarvellCounterReader>(*this, catalogue, transport);
+}
+
+std::unique_ptr<PortStatusReader>
+Marvell88E6096Kind::makePortStatusReader(ChipCatalogue const& catalogue, RegisterTransport& transport) const {
+    return std::make_unique<MarvellPortStatus>(*this, catalogue, transport);
+}
+
+std::unique_ptr<TableReader> Marvell88E6096Kind::makeTableReader(ChipCatalogue const& catalogue,
+                                                                 RegisterTransport& transport) const {
+    return std::make_unique<MarvellTableReader>(catalogue, transport);
 }
 
 void Marvell88E6096Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port,

@@ -12,6 +12,10 @@ public:
     std::unique_ptr<RegisterTransport> connect(Transport transport, Reach const& reach) const override;
     std::unique_ptr<CounterReader> makeCounterReader(ChipCatalogue const& catalogue,
                                                      RegisterTransport& transport) const override;
+    std::unique_ptr<PortStatusReader> makePortStatusReader(ChipCatalogue const& catalogue,
+                                                           RegisterTransport& transport) const override;
+    std::unique_ptr<TableReader> makeTableReader(ChipCatalogue const& catalogue,
+                                                 RegisterTransport& transport) const override;
     void seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,
               std::uint64_t value) const override;
     std::unique_ptr<ChipTables> makeTables(ChipCatalogue const& catalogue) const override;

@@ -84,14 +84,13 @@ void VitesseTables::read(RegisterTransport& transport, ChipImage& image) const {
     }
     for (unsigned const row : _rows) {
         for (unsigned bucket = 0; bucket < Vsc7390TestSide::numberOfBuckets; ++bucket) {
-            readBucket(row, bucket, transport, image);
+            readPlace(row, bucket, transport, image);
         }
     }
 }
 
 void VitesseTables::readVlan(unsigned vid, RegisterTransport& transport, ChipImage& image) const {
-    transport.write(_vlanIndex, vid);
-    std::uint32_t const word = perform(transport, _vlanAccess, vlan::readEntry, vlan::command);
+    std::uint32_t const word = readVlan(vid, transport);
     image.addEntry("VLAN table", "VID " + std::to_string(vid),
                    {{"Ports", vlan::mask.get(word)},
                     {"VLAN_SRC_CHECK", vlan::sourceCheck.get(word)},
@@ -100,13 +99,34 @@ void VitesseTables::readVlan(unsigned vid, RegisterTransport& transport, ChipIma
 }
 
 // Which bucket of its row an entry has depends on what was learned before.
-void VitesseTables::readBucket(unsigned row, unsigned bucket, RegisterTransport& transport,
+void VitesseTables::readPlace(unsigned row, unsigned bucket, RegisterTransport& transport,
                                ChipImage& image) const {
+    auto const entry = readBucket(row, bucket, transport);
+    if (entry && (_learned || mac::locked.isSet(entry->access))) {
+        addMacEntry(entry->access, entry->high, entry->low, image);
+    }
+}
+
+std::uint32_t VitesseTables::readVlan(unsigned vid, RegisterTransport& transport) const {
+    transport.write(_vlanIndex, vid);
+    return perform(transport, _vlanAccess, vlan::readEntry, vlan::command);
+}
+
+std::optional<VitesseTables::Bucket> VitesseTables::readBucket(unsigned row, unsigned bucket,
+                                                               RegisterTransport& transport) const {
     transport.write(_macIndex, mac::row.placed(row) | mac::bucket.placed(bucket));
     std::uint32_t const access = perform(transport, _macAccess, mac::readEntry, mac::command);
-    if (mac::valid.isSet(access) && (_learned || mac::locked.isSet(access))) {
-        addMacEntry(access, transport.read(_macHigh), transport.read(_macLow), image);
+    if (!mac::valid.isSet(access)) {
+        return std::nullopt;
     }
+    std::uint32_t const high = transport.read(_macHigh);
+    return Bucket{access, high, transport.read(_macLow)};
+}
+
+void VitesseTables::forget(std::uint32_t high, std::uint32_t low, RegisterTransport& transport) const {
+    transport.write(_macHigh, high);
+    transport.write(_macLow, low);
+    perform(transport, _macAccess, mac::forgetEntry, mac::command);
 }
 
 void VitesseTables::addMacEntry(std::uint32_t access, std::uint32_t high, std::uint32_t low,

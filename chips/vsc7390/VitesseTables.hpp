@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <set>
 
 #include "chips/ChipCatalogue.hpp"
@@ -20,10 +22,28 @@ public:
     std::vector<std::string> getLeftOut() const override { return {"MAC table entries that are not locked"}; }
     void read(RegisterTransport& transport, ChipImage& image) const override;
 
+    /// An entry of the MAC table, as the registers show it.
+    struct Bucket {
+        std::uint32_t access;
+        std::uint32_t high;
+        std::uint32_t low;
+    };
+
+    /// \name Single entries; all throw ToolError (registerFailed)
+    /// @{
+
+    /// The entry of a VLAN, as the register shows it.
+    std::uint32_t readVlan(unsigned vid, RegisterTransport& transport) const;
+    /// Nothing when it is empty.
+    std::optional<Bucket> readBucket(unsigned row, unsigned bucket, RegisterTransport& transport) const;
+    /// Locked or not. \param high and `low`: address and VLAN, as the registers take them.
+    void forget(std::uint32_t high, std::uint32_t low, RegisterTransport& transport) const;
+    /// @}
+
 private:
     void takeCommand(unsigned address, std::uint32_t word);
     void readVlan(unsigned vid, RegisterTransport& transport, ChipImage& image) const;
-    void readBucket(unsigned row, unsigned bucket, RegisterTransport& transport, ChipImage& image) const;
+    void readPlace(unsigned row, unsigned bucket, RegisterTransport& transport, ChipImage& image) const;
     static void addMacEntry(std::uint32_t access, std::uint32_t high, std::uint32_t low, ChipImage& image);
 
     RegisterLocation _vlanIndex;

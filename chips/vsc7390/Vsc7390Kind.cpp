@@ -2,6 +2,8 @@
 
 #include "chips/vsc7390/ParallelDecoder.hpp"
 #include "chips/vsc7390/VitesseExaminer.hpp"
+#include "chips/vsc7390/VitessePortStatus.hpp"
+#include "chips/vsc7390/VitesseTableReader.hpp"
 #include "chips/vsc7390/VitesseTables.hpp"
 #include "chips/vsc7390/VitesseTransport.hpp"
 #include "simulation/vsc7390/Registers.hpp"
@@ -33,6 +35,11 @@ Counter inMac(char const* name, char const* metric, Unit unit, unsigned address,
     return {name, metric, help, unit, Counter::Place::portRegister, address, std::nullopt, bitsOfCounter};
 }
 
+Counter error(Counter counter) {
+    counter.isError = true;
+    return counter;
+}
+
 std::vector<Counter> counters() {
     return {
         inMac("inGoodandBadOctets", "in_good_and_bad", Unit::bytes, port::octetsIn,
@@ -41,7 +48,7 @@ std::vector<Counter> counters() {
               "All frames received."),
         inMac("inMulticastBroadCast", "in_multicast_and_broadcast", Unit::frames, port::broadcastMulticastIn,
               "Multicast and broadcast frames received."),
-        inMac("inErrorPackets", "in_error", Unit::frames, port::errorsIn, "Bad frames received."),
+        error(inMac("inErrorPackets", "in_error", Unit::frames, port::errorsIn, "Bad frames received.")),
         inMac("inTotalDrops", "in_dropped", Unit::frames, port::dropsIn,
               "Frames received that were dropped."),
         inMac("inClassifiedClass3Qos", "in_class_3", Unit::frames, port::class3In,
@@ -51,7 +58,7 @@ std::vector<Counter> counters() {
         inMac("outGoodandBadPackets", "out_good_and_bad", Unit::frames, port::packetsOut, "All frames sent."),
         inMac("outMulticastBroadCast", "out_multicast_and_broadcast", Unit::frames,
               port::broadcastMulticastOut, "Multicast and broadcast frames sent."),
-        inMac("outErrorPackets", "out_error", Unit::frames, port::errorsOut, "Bad frames sent."),
+        error(inMac("outErrorPackets", "out_error", Unit::frames, port::errorsOut, "Bad frames sent.")),
         inMac("outTotalDrops", "out_dropped", Unit::frames, port::dropsOut,
               "Frames to be sent that were dropped."),
         inMac("outClassifiedClass3Qos", "out_class_3", Unit::frames, port::class3Out,
@@ -82,6 +89,16 @@ std::unique_ptr<RegisterTransport> Vsc7390Kind::connect(Transport transport, Rea
         communications = std::make_unique<VitesseParallelCommunication>(reach.application, false);
     }
     return std::make_unique<VitesseTransport>(reach.errors, std::move(communications));
+}
+
+std::unique_ptr<PortStatusReader> Vsc7390Kind::makePortStatusReader(ChipCatalogue const& catalogue,
+                                                                    RegisterTransport& transport) const {
+    return std::make_unique<VitessePortStatus>(*this, catalogue, transport);
+}
+
+std::unique_ptr<TableReader> Vsc7390Kind::makeTableReader(ChipCatalogue const& catalogue,
+                                                          RegisterTransport& transport) const {
+    return std::make_unique<VitesseTableReader>(catalogue, transport);
 }
 
 void Vsc7390Kind::seed(simulation::SimulatedBoard& board, PortAddress const& port, Counter const& counter,

@@ -130,6 +130,13 @@ Words ValueCandidates::get(std::string const& value, std::string const& typed) c
     if (value == "SWITCH.PORT") {
         return getPorts();
     }
+    if (value == "SWITCH|SWITCH.PORT") {
+        Words candidates = getPorts();
+        for (auto const& entry : switchesIn(_words)) {
+            candidates.push_back(std::to_string(entry.first));
+        }
+        return candidates;
+    }
     auto const entry = table.find(value);
     return entry == table.end() ? Words() : (this->*entry->second)(typed);
 }

@@ -1,18 +1,17 @@
 #include "switchctl/statistics/BoardSampler.hpp"
 
-#include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
 namespace switchctl::statistics {
 
-BoardSampler::BoardSampler(board::BoardAccess& board, PortSelection const& selection)
+BoardSampler::BoardSampler(board::BoardAccess& board, board::PortSelection const& selection)
     : _board(board), _selection(selection) {}
 
 chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
     chips::CounterSample result;
     result.unread = _selection.getLeftOut();
     std::map<unsigned, bool> there;
-    for (PortSelection::Port const& port : _selection.getPorts()) {
+    for (board::PortSelection::Port const& port : _selection.getPorts()) {
         if (watcher) {
             watcher(result.ports.size(), _selection.getPorts().size());
         }
@@ -22,7 +21,7 @@ chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
             known = there.emplace(id, isThere(port, result.unread)).first;
         }
         if (known->second) {
-            result.ports.push_back(connect(port).read(port.address, result.unread));
+            result.ports.push_back(connect(port).reader->read(port.address, result.unread));
         } else {
             chips::PortCounters nothing{port.address, port.model, {}};
             nothing.values.resize(nothing.getCounters().size());
@@ -32,21 +31,11 @@ chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
     return result;
 }
 
-void BoardSampler::requireChip(PortSelection::Port const& port) {
-    std::string const silence =
-        "switch " + std::to_string(port.address.switchId) + ": no " + port.model + " answers";
-    bool isThere = false;
-    try {
-        isThere = connect(port).isChipThere();
-    } catch (chips::ToolError const& error) {
-        throw chips::ToolError(chips::ExitStatus::noStatistics, silence + " (" + error.what() + ")");
-    }
-    if (!isThere) {
-        throw chips::ToolError(chips::ExitStatus::noStatistics, silence);
-    }
+void BoardSampler::requireChip(board::PortSelection::Port const& port) {
+    connect(port).chip.requireAnswer(chips::ExitStatus::noStatistics);
 }
 
-bool BoardSampler::isThere(PortSelection::Port const& port, std::vector<std::string>& unread) {
+bool BoardSampler::isThere(board::PortSelection::Port const& port, std::vector<std::string>& unread) {
     try {
         requireChip(port);
         return true;
@@ -56,15 +45,12 @@ bool BoardSampler::isThere(PortSelection::Port const& port, std::vector<std::str
     }
 }
 
-chips::CounterReader& BoardSampler::connect(PortSelection::Port const& port) {
-    unsigned const id = port.address.switchId;
-    Chip& chip = _chips.try_emplace(id, port.model).first->second;
-    if (!chip.transport) {
-        chip.transport = _board.connect(id, port.model);
-        chip.reader = chips::ChipKinds::get(port.model, "statistics")
-                          .makeCounterReader(chip.catalogue, *chip.transport);
-    }
-    return *chip.reader;
+BoardSampler::Reach& BoardSampler::connect(board::PortSelection::Port const& port) {
+    return _chips.try_emplace(port.address.switchId, _board, port).first->second;
 }
+
+BoardSampler::Reach::Reach(board::BoardAccess& board, board::PortSelection::Port const& port)
+    : chip(board, port.address.switchId, port.model),
+      reader(chip.getKind().makeCounterReader(chip.getCatalogue(), chip.getTransport())) {}
 
 } // namespace switchctl::statistics

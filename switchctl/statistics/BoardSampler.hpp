@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "board/BoardAccess.hpp"
+#include "board/PortSelection.hpp"
+#include "board/ReachedChip.hpp"
 #include "chips/CounterReader.hpp"
-#include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
 
@@ -18,7 +19,7 @@ namespace switchctl::statistics {
 class BoardSampler {
 public:
     /// Both must outlive the sampler.
-    BoardSampler(board::BoardAccess& board, PortSelection const& selection);
+    BoardSampler(board::BoardAccess& board, board::PortSelection const& selection);
 
     /// Called before each port is read, with how many of how many are done; may be empty.
     using Watcher = std::function<void(std::size_t done, std::size_t all)>;
@@ -28,22 +29,22 @@ public:
     chips::CounterSample sample(Watcher const& watcher = {});
 
     /// Throws ToolError (noStatistics) when the switch's chip does not answer.
-    void requireChip(PortSelection::Port const& port);
+    void requireChip(board::PortSelection::Port const& port);
 
 private:
-    struct Chip {
-        explicit Chip(std::string const& model) : catalogue(model) {}
-        chips::ChipCatalogue catalogue;
-        std::unique_ptr<chips::RegisterTransport> transport;
+    struct Reach {
+        Reach(board::BoardAccess& board, board::PortSelection::Port const& port);
+
+        board::ReachedChip chip;
         std::unique_ptr<chips::CounterReader> reader;
     };
 
-    chips::CounterReader& connect(PortSelection::Port const& port);
-    bool isThere(PortSelection::Port const& port, std::vector<std::string>& unread);
+    Reach& connect(board::PortSelection::Port const& port);
+    bool isThere(board::PortSelection::Port const& port, std::vector<std::string>& unread);
 
     board::BoardAccess& _board;
-    PortSelection const& _selection;
-    std::map<unsigned, Chip> _chips;
+    board::PortSelection const& _selection;
+    std::map<unsigned, Reach> _chips;
 };
 
 } // namespace switchctl::statistics

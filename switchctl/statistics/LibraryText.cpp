@@ -7,7 +7,7 @@
 
 namespace switchctl::statistics {
 
-void LibraryText::write(PortSelection::Port const& port, std::ostream& out) {
+void LibraryText::write(board::PortSelection::Port const& port, std::ostream& out) {
     // The table leaves its stream in hexadecimal.
     std::ostringstream table;
     std::string thrown;

@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "board/BoardAccess.hpp"
-#include "switchctl/statistics/PortSelection.hpp"
+#include "board/PortSelection.hpp"
 
 namespace switchctl::statistics {
 
@@ -17,7 +17,7 @@ public:
 
     /// Writes the text. Throws ToolError (noStatistics), with nothing written, when a counter could not
     /// be read.
-    void write(PortSelection::Port const& port, std::ostream& out);
+    void write(board::PortSelection::Port const& port, std::ostream& out);
 
 private:
     board::BoardAccess& _board;

@@ -4,7 +4,7 @@
 
 #include "chips/PortCounters.hpp"
 #include "switchctl/statistics/RateView.hpp"
-#include "switchctl/statistics/WatchPace.hpp"
+#include "switchctl/terminal/WatchPace.hpp"
 
 namespace switchctl::statistics {
 

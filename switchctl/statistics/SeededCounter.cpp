@@ -37,14 +37,14 @@ chips::Counter const* counterOf(std::string const& model, std::string const& nam
 
 } // namespace
 
-SeededCounter::SeededCounter(std::string const& text, PortSelection const& selection) : _text(text) {
+SeededCounter::SeededCounter(std::string const& text, board::PortSelection const& selection) : _text(text) {
     std::size_t const slash = text.find('/');
     std::size_t const equals = text.find('=', slash == std::string::npos ? 0 : slash);
     auto const address = chips::PortAddress::fromText(text.substr(0, slash));
     if (slash == std::string::npos || equals == std::string::npos || !address) {
         throw refusal(text, "not of the form SWITCH.PORT/COUNTER=VALUE[+STEP]");
     }
-    PortSelection::Port const* const port = selection.find(*address);
+    board::PortSelection::Port const* const port = selection.find(*address);
     if (port == nullptr) {
         throw refusal(text, "port " + text.substr(0, slash) + " is not one of those that are read");
     }

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "board/PortSelection.hpp"
 #include "chips/Counter.hpp"
 #include "simulation/SimulatedBoard.hpp"
-#include "switchctl/statistics/PortSelection.hpp"
 
 namespace switchctl::statistics {
 
@@ -15,7 +15,7 @@ class SeededCounter {
 public:
     /// Throws ToolError (usage) when the text is wrong, the port is not of the selection or its chip
     /// has no such counter.
-    SeededCounter(std::string const& text, PortSelection const& selection);
+    SeededCounter(std::string const& text, board::PortSelection const& selection);
 
     /// Sets the model's counter; throws ToolError (usage) when the board has no such chip.
     void set(simulation::SimulatedBoard& board) const;
@@ -26,7 +26,7 @@ public:
 
 private:
     std::string _text;
-    PortSelection::Port _port;
+    board::PortSelection::Port _port;
     chips::Counter const* _counter = nullptr;
     std::uint64_t _value = 0;
     std::uint64_t _step = 0;

@@ -9,10 +9,10 @@
 #include "switchctl/statistics/RateDisplay.hpp"
 #include "switchctl/statistics/RateLines.hpp"
 #include "switchctl/statistics/RateWatch.hpp"
-#include "switchctl/statistics/RealPace.hpp"
 #include "switchctl/statistics/SampleJson.hpp"
 #include "switchctl/terminal/OutputDiversion.hpp"
 #include "switchctl/terminal/Progress.hpp"
+#include "switchctl/terminal/RealPace.hpp"
 
 namespace switchctl::statistics {
 
@@ -110,7 +110,7 @@ std::vector<Command::StatusLine> StatisticsCommand::getStatuses() const {
 }
 
 ExitStatus StatisticsCommand::perform(std::ostream& out, std::ostream& errors) const {
-    PortSelection const selection = select();
+    board::PortSelection const selection = select();
     // Signals have to wait before there are other threads to take them.
     std::optional<RealPace> pace;
     if (_watch) {
@@ -125,12 +125,13 @@ ExitStatus StatisticsCommand::perform(std::ostream& out, std::ostream& errors) c
                                  : printSample(chips, selection, out, errors);
 }
 
-PortSelection StatisticsCommand::select() const {
+board::PortSelection StatisticsCommand::select() const {
     auto const document = XmlDocument::fromFile(_path);
     return {board::BoardReading(*document), _path, _ports};
 }
 
-StatisticsCommand::Chips StatisticsCommand::open(PortSelection const& selection, std::ostream& errors) const {
+StatisticsCommand::Chips StatisticsCommand::open(board::PortSelection const& selection,
+                                                 std::ostream& errors) const {
     Chips chips;
     for (std::string const& seed : _seeds) {
         chips.seeds.emplace_back(seed, selection);
@@ -154,12 +155,12 @@ void StatisticsCommand::Chips::seed() {
     }
 }
 
-ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                        std::ostream& errors) const {
+ExitStatus StatisticsCommand::printText(Chips& chips, board::PortSelection const& selection,
+                                        std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     LibraryText library(*chips.board);
     std::vector<std::string> unread = selection.getLeftOut();
-    for (PortSelection::Port const& port : selection.getPorts()) {
+    for (board::PortSelection::Port const& port : selection.getPorts()) {
         out << "statistics of port " << port.address << '\n';
         try {
             Progress const progress(errors, "reading switch " + std::to_string(port.address.switchId));
@@ -174,8 +175,8 @@ ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selec
     return statusOf(unread, errors);
 }
 
-ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
-                                          std::ostream& errors) const {
+ExitStatus StatisticsCommand::printSample(Chips& chips, board::PortSelection const& selection,
+                                          std::ostream& out, std::ostream& errors) const {
     chips::CounterSample sample;
     {
         Progress progress(errors, "reading counters of ports");
@@ -191,7 +192,7 @@ ExitStatus StatisticsCommand::printSample(Chips& chips, PortSelection const& sel
     return statusOf(sample.unread, errors);
 }
 
-ExitStatus StatisticsCommand::watch(Chips& chips, PortSelection const& selection, WatchPace& pace,
+ExitStatus StatisticsCommand::watch(Chips& chips, board::PortSelection const& selection, WatchPace& pace,
                                     std::ostream& out, std::ostream& errors) const {
     BoardSampler sampler(*chips.board, selection);
     std::unique_ptr<RateView> view;

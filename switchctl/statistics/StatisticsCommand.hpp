@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "board/ModelBringUp.hpp"
+#include "board/PortSelection.hpp"
 #include "switchctl/Command.hpp"
 #include "switchctl/Simulation.hpp"
 #include "switchctl/statistics/BoardSampler.hpp"
 #include "switchctl/statistics/LibraryText.hpp"
-#include "switchctl/statistics/PortSelection.hpp"
 #include "switchctl/statistics/SeededCounter.hpp"
-#include "switchctl/statistics/WatchPace.hpp"
+#include "switchctl/terminal/WatchPace.hpp"
 
 namespace switchctl::statistics {
 
@@ -41,13 +41,13 @@ private:
 
     void addWatch(Arguments& arguments);
     void addSimulation(Arguments& arguments);
-    PortSelection select() const;
-    Chips open(PortSelection const& selection, std::ostream& errors) const;
-    ExitStatus printText(Chips& chips, PortSelection const& selection, std::ostream& out,
+    board::PortSelection select() const;
+    Chips open(board::PortSelection const& selection, std::ostream& errors) const;
+    ExitStatus printText(Chips& chips, board::PortSelection const& selection, std::ostream& out,
                          std::ostream& errors) const;
-    ExitStatus printSample(Chips& chips, PortSelection const& selection, std::ostream& out,
+    ExitStatus printSample(Chips& chips, board::PortSelection const& selection, std::ostream& out,
                            std::ostream& errors) const;
-    ExitStatus watch(Chips& chips, PortSelection const& selection, WatchPace& pace, std::ostream& out,
+    ExitStatus watch(Chips& chips, board::PortSelection const& selection, WatchPace& pace, std::ostream& out,
                      std::ostream& errors) const;
     std::string getSource() const;
 

@@ -81,6 +81,16 @@ public:
                                                       Reach const& /*reach*/) const override {
         return nullptr;
     }
+    std::unique_ptr<chips::PortStatusReader>
+    makePortStatusReader(chips::ChipCatalogue const& /*catalogue*/,
+                         chips::RegisterTransport& /*transport*/) const override {
+        return nullptr;
+    }
+    std::unique_ptr<chips::TableReader>
+    makeTableReader(chips::ChipCatalogue const& /*catalogue*/,
+                    chips::RegisterTransport& /*transport*/) const override {
+        return nullptr;
+    }
     void seed(simulation::SimulatedBoard& /*board*/, chips::PortAddress const& /*port*/,
               chips::Counter const& /*counter*/, std::uint64_t /*value*/) const override {}
     std::unique_ptr<chips::ChipTables> makeTables(chips::ChipCatalogue const& /*catalogue*/) const override {
@@ -152,7 +162,7 @@ TEST(UnknownChipTest, IsRefusedByNameWhereToolsAskForIt) {
     EXPECT_EQ(refusalOf([&] { access.connect(1, "abacus"); }), "no chip \"abacus\" is known to switchctl");
     std::ostringstream out;
     EXPECT_EQ(refusalOf([&] {
-                  switchctl::statistics::LibraryText(access).write({{1, 1}, "abacus"}, out);
+                  switchctl::statistics::LibraryText(access).write({{1, 1}, "abacus", ""}, out);
               }),
               "no chip \"abacus\" is known to statistics");
     EXPECT_EQ(out.str(), "");

@@ -52,6 +52,8 @@ protected:
         {"explain", minimal, "0.1", "to", "0.0"},
         {"plan", minimal},
         {"audit", minimal, "--simulate"},
+        {"status", minimal, "--simulate"},
+        {"status", minimal, "--simulate", "--follow", "--interval", "0.1"},
         {"statistics", minimal, "--simulate"},
         {"statistics", minimal, "--simulate", "--format", "json"},
         {"statistics", minimal, "--simulate", "--format", "openmetrics"},

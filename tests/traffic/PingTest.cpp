@@ -104,8 +104,7 @@ protected:
 
     /// As `switchctl statistics` has it.
     std::uint64_t counterOf(End const& end, std::string const& name) {
-        switchctl::statistics::PortSelection const port(_models.getDocument(), _models.getPath(),
-                                                        {end.describe()});
+        board::PortSelection const port(_models.getDocument(), _models.getPath(), {end.describe()});
         auto const sample = switchctl::statistics::BoardSampler(_access, port).sample();
         auto const& counters = sample.ports.at(0).getCounters();
         for (std::size_t i = 0; i < counters.size(); ++i) {

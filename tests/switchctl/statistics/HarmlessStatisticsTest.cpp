@@ -13,9 +13,9 @@
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
 #include "switchctl/statistics/LibraryText.hpp"
 
+using board::PortSelection;
 using simulation::AccessLog;
 using switchctl::statistics::LibraryText;
-using switchctl::statistics::PortSelection;
 using testing::ElementsAre;
 
 namespace {

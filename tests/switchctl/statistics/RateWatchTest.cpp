@@ -20,10 +20,10 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+using switchctl::WatchPace;
 using switchctl::statistics::RateDisplay;
 using switchctl::statistics::RateLines;
 using switchctl::statistics::RateWatch;
-using switchctl::statistics::WatchPace;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;

@@ -4,9 +4,9 @@
 
 #include "reference_host/XmlDocument.hpp"
 
+using board::PortSelection;
 using chips::CounterSample;
 using chips::PortCounters;
-using switchctl::statistics::PortSelection;
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include "board/BoardAccess.hpp"
 #include "board/ModelBringUp.hpp"
+#include "board/PortSelection.hpp"
 #include "switchctl/statistics/BoardSampler.hpp"
-#include "switchctl/statistics/PortSelection.hpp"
 
 /// The models of an example after its bring-up, and a sampler of some of its ports.
 class StatisticsBench {
@@ -19,7 +19,7 @@ public:
 
     simulation::SimulatedBoard& getBoard();
     board::BoardAccess& getChips();
-    switchctl::statistics::PortSelection const& getSelection() const;
+    board::PortSelection const& getSelection() const;
     chips::CounterSample sample();
 
     /// Has one read of a register of the VSC7390, switch 3, never be ready: that of the first counter, once
@@ -35,6 +35,6 @@ public:
 private:
     board::ModelBringUp _models;
     board::BoardAccess _chips;
-    switchctl::statistics::PortSelection _selection;
+    board::PortSelection _selection;
     switchctl::statistics::BoardSampler _sampler;
 };

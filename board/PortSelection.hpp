@@ -6,7 +6,7 @@
 #include "board/BoardReading.hpp"
 #include "chips/PortAddress.hpp"
 
-namespace switchctl::statistics {
+namespace board {
 
 /// The ports that are asked for, of those that a document has.
 class PortSelection {
@@ -15,14 +15,20 @@ public:
         chips::PortAddress address;
         /// Of its switch, as in configuration documents.
         std::string model;
+        /// What the document has there.
+        std::string connectedTo;
     };
+
+    /// What a text may stand for.
+    enum class Texts { ports, portsAndSwitches };
 
     /// Throws ToolError: usage when the document has no such switch or port or the chip has not,
     /// badDocument when the document has no port at all.
     /// \param path of the document, for messages.
-    /// \param texts each SWITCH.PORT; none for all ports.
-    PortSelection(board::BoardReading const& document, std::string const& path,
-                  std::vector<std::string> const& texts);
+    /// \param texts each SWITCH.PORT or, where that is allowed, SWITCH for all of its ports; none for all
+    /// ports.
+    PortSelection(BoardReading const& document, std::string const& path,
+                  std::vector<std::string> const& texts, Texts allowed = Texts::ports);
 
     /// In the order of the texts, each once; or by switch and port.
     std::vector<Port> const& getPorts() const { return _ports; }
@@ -34,11 +40,12 @@ public:
     Port const* find(chips::PortAddress const& address) const;
 
 private:
-    void addAll(board::BoardReading const& document);
-    void add(board::BoardReading const& document, std::string const& path, std::string const& text);
+    void addAll(BoardReading::Switch const& entry);
+    void add(BoardReading const& document, std::string const& path, std::string const& text, Texts allowed);
+    void add(BoardReading::Switch const& entry, unsigned portId);
 
     std::vector<Port> _ports;
     std::vector<std::string> _leftOut;
 };
 
-} // namespace switchctl::statistics
+} // namespace board

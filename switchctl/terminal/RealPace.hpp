@@ -1,9 +1,9 @@
 #pragma once
 
-#include "switchctl/statistics/WatchPace.hpp"
 #include "switchctl/terminal/EndSignals.hpp"
+#include "switchctl/terminal/WatchPace.hpp"
 
-namespace switchctl::statistics {
+namespace switchctl {
 
 /// The machine's time, and a watch that ends by SIGINT or SIGTERM. Construct it before other threads.
 class RealPace : public WatchPace {
@@ -15,4 +15,4 @@ private:
     EndSignals _signals;
 };
 
-} // namespace switchctl::statistics
+} // namespace switchctl

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace switchctl::statistics {
+namespace switchctl {
 
 /// The time between the rounds of a watch, and whether there is to be another.
 class WatchPace {
@@ -15,4 +15,4 @@ public:
     virtual bool wait(double seconds) = 0;
 };
 
-} // namespace switchctl::statistics
+} // namespace switchctl

@@ -1,10 +1,10 @@
-#include "switchctl/statistics/RealPace.hpp"
+#include "switchctl/terminal/RealPace.hpp"
 
 #include <chrono>
 
 #include "board/ClockAdoption.hpp"
 
-namespace switchctl::statistics {
+namespace switchctl {
 
 double RealPace::getSeconds() {
     board::ClockAdoption const realTime(nullptr);
@@ -15,4 +15,4 @@ bool RealPace::wait(double seconds) {
     return !_signals.waitFor(seconds);
 }
 
-} // namespace switchctl::statistics
+} // namespace switchctl
