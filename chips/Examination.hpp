@@ -57,6 +57,8 @@ struct Examination {
     std::vector<std::string> unread;
     /// By switch id: how those that answer as they should do so.
     std::map<unsigned, std::string> answers;
+    /// The chips that answer have said which product they are.
+    bool isIdentified = true;
 
     void add(Cause cause, std::optional<unsigned> switchId, std::string const& text,
              std::vector<std::string> const& measure) {

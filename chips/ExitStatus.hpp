@@ -25,6 +25,7 @@ enum class ExitStatus : int {
     notAsDetermined = 13,
     noProgress = 14,
     outputLost = 15,
+    notLookedAt = 16,
 };
 
 } // namespace chips

@@ -82,6 +82,7 @@ Examination MarvellExaminer::run() {
             ": the scan ended before them" + (complaints.empty() ? "" : ", " + complaints));
     }
     if (!_request.allowsWrites && !isBusDead && !_result.answers.empty()) {
+        _result.isIdentified = false;
         _result.unread.emplace_back(
             "identifiers, straps and PHYs inside the 88E6096: to read them, the chip's command "
             "register is written; see --allow-writes");

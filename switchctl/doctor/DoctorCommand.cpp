@@ -52,7 +52,9 @@ std::vector<Command::StatusLine> DoctorCommand::getStatuses() const {
             {ExitStatus::switchMissing, "one does not, or was not looked at, or the document has no switch"},
             {ExitStatus::usage, "the command line is wrong, or a fault does not fit the board"},
             ExitStatus::badDocument,
-            {ExitStatus::noHardware, "the hardware cannot be reached (/dev/mem, the serial line)"}};
+            {ExitStatus::noHardware, "the hardware cannot be reached (/dev/mem, the serial line)"},
+            {ExitStatus::notLookedAt,
+             "all switches answer, but which chips they are was not read (--allow-writes)"}};
 }
 
 ExitStatus DoctorCommand::perform(std::ostream& out, std::ostream& errors) const {
@@ -69,6 +71,10 @@ ExitStatus DoctorCommand::perform(std::ostream& out, std::ostream& errors) const
         printWithTime(out, report.toJson());
     } else {
         report.print(out);
+    }
+    if (report.isWell() && !report.isIdentified()) {
+        errors << "switchctl: " << _path << ": not every chip was asked what it is (--allow-writes does)\n";
+        return ExitStatus::notLookedAt;
     }
     if (report.isWell()) {
         return ExitStatus::success;

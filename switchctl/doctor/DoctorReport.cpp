@@ -94,6 +94,11 @@ bool DoctorReport::isWell() const {
     });
 }
 
+bool DoctorReport::isIdentified() const {
+    return std::all_of(_families.begin(), _families.end(),
+                       [](auto const& family) { return family.examination.isIdentified; });
+}
+
 void DoctorReport::print(std::ostream& out) const {
     Colours const colours(out);
     out << "read of " << _examined << ":\n";

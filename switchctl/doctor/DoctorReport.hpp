@@ -23,6 +23,8 @@ public:
 
     /// Whether there are switches in the document, and all of them answer as they should.
     bool isWell() const;
+    /// Whether those that answer were asked which product they are.
+    bool isIdentified() const;
 
 private:
     struct State {

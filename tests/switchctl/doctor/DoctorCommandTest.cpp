@@ -38,8 +38,13 @@ std::string boardWith(std::string const& switches) {
 } // namespace
 
 TEST(DoctorCommandTest, ABoardThatAnswersIsWell) {
+    CommandRun const bold = doctor({minimal, "--simulate", "--allow-writes"});
+    EXPECT_EQ(bold.status, ExitStatus::success) << bold.errors;
+    EXPECT_EQ(bold.errors, "");
     CommandRun const run = doctor({minimal, "--simulate"});
-    EXPECT_EQ(run.status, ExitStatus::success) << run.errors;
+    EXPECT_EQ(run.status, ExitStatus::notLookedAt);
+    EXPECT_EQ(run.errors, "switchctl: " + std::string(minimal) +
+                              ": not every chip was asked what it is (--allow-writes does)\n");
     EXPECT_EQ(run.out,
               "read of fresh models of " + std::string(minimal) +
                   ":\n"
