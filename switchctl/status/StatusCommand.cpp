@@ -135,6 +135,7 @@ void StatusCommand::open(Ports& ports, std::ostream& errors) const {
     Progress const progress(errors, "bringing up the models of " + _simulation.getPath(_path));
     ports.models = std::make_unique<board::ModelBringUp>(_simulation.getPath(_path));
     ports.board = std::make_unique<board::BoardAccess>(ports.models->getBoard());
+    _simulation.strike(ports.models->getBoard());
 }
 
 StatusSample StatusCommand::look(Ports& ports, std::ostream& out, std::ostream& errors) const {
