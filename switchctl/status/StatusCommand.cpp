@@ -118,8 +118,8 @@ ExitStatus StatusCommand::perform(std::ostream& out, std::ostream& errors) const
         pace.emplace();
     }
     OutputDiversion const diversion(errors);
-    Ports ports{document, selection, nullptr, nullptr};
-    open(ports, errors);
+    ChosenBoard board(_simulation, _path, _memoryDevice, errors);
+    Ports const ports{document, selection, board};
     StatusSample const last = pace ? follow(ports, *pace, out) : look(ports, out, errors);
     for (std::string const& line : last.unread) {
         errors << "switchctl: " << line << '\n';
@@ -127,24 +127,12 @@ ExitStatus StatusCommand::perform(std::ostream& out, std::ostream& errors) const
     return last.unread.empty() ? ExitStatus::success : ExitStatus::registerFailed;
 }
 
-void StatusCommand::open(Ports& ports, std::ostream& errors) const {
-    if (!_simulation.isChosen()) {
-        ports.board = std::make_unique<board::BoardAccess>(_memoryDevice);
-        return;
-    }
-    Progress const progress(errors, "bringing up the models of " + _simulation.getPath(_path));
-    ports.models = std::make_unique<board::ModelBringUp>(_simulation.getPath(_path));
-    ports.board = std::make_unique<board::BoardAccess>(ports.models->getBoard());
-    _simulation.strike(ports.models->getBoard());
-}
-
-StatusSample StatusCommand::look(Ports& ports, std::ostream& out, std::ostream& errors) const {
+StatusSample StatusCommand::look(Ports const& ports, std::ostream& out, std::ostream& errors) const {
     StatusSample sample;
     {
         Progress progress(errors, "reading ports");
-        sample = StatusSampler(*ports.board, ports.selection).sample([&](std::size_t done, std::size_t all) {
-            progress.update(done, all);
-        });
+        sample = StatusSampler(ports.board.getAccess(), ports.selection)
+                     .sample([&](std::size_t done, std::size_t all) { progress.update(done, all); });
     }
     if (isJson()) {
         printWithTime(out, StatusJson::of(sample, ports.document, _path, getSource()));
@@ -155,14 +143,14 @@ StatusSample StatusCommand::look(Ports& ports, std::ostream& out, std::ostream& 
     return sample;
 }
 
-StatusSample StatusCommand::follow(Ports& ports, WatchPace& pace, std::ostream& out) const {
-    StatusSampler sampler(*ports.board, ports.selection);
+StatusSample StatusCommand::follow(Ports const& ports, WatchPace& pace, std::ostream& out) const {
+    StatusSampler sampler(ports.board.getAccess(), ports.selection);
     bool isFirst = true;
     auto const sample = [&] {
         StatusSample result = sampler.sample();
-        if (ports.models) {
+        if (ports.board.getModels() != nullptr) {
             // It may go on for days.
-            ports.models->getBoard().getLog().clear();
+            ports.board.getModels()->getBoard().getLog().clear();
         }
         if (std::exchange(isFirst, false) && !isJson()) {
             out << getSource() << "; errors: what the counters hold at the start, nothing is cleared\n";
@@ -187,10 +175,6 @@ void StatusCommand::tell(Ports const& ports, StatusSample::Row const& row,
         out << timeOfDay() << "  " << row.port.address << "  " << textOf(changes) << '\n';
     }
     out << std::flush;
-}
-
-std::string StatusCommand::getSource() const {
-    return !_simulation.isChosen() ? "the board's chips" : "the models of " + _simulation.getPath(_path);
 }
 
 } // namespace switchctl::status
