@@ -11,8 +11,9 @@ namespace {
 
 constexpr std::size_t columns = 80;
 
-/// Below the beginning of the text where a line is full.
-std::string wrapped(std::string const& text, std::size_t indent) {
+} // namespace
+
+std::string TextColumns::wrap(std::string const& text, std::size_t indent) {
     std::istringstream words(text);
     std::string lines;
     std::size_t used = indent;
@@ -25,8 +26,6 @@ std::string wrapped(std::string const& text, std::size_t indent) {
     }
     return lines;
 }
-
-} // namespace
 
 void TextColumns::print(std::ostream& out) const {
     std::vector<std::size_t> const widths = getWidths();
@@ -57,7 +56,7 @@ void TextColumns::print(std::vector<std::string> const& line, std::vector<std::s
             text += fmt::format("{:{}} ", line[column], widths[column]);
         }
     }
-    text += wrapped(line.back(), text.size());
+    text += wrap(line.back(), text.size());
     out << text.substr(0, text.find_last_not_of(' ') + 1) << '\n';
 }
 

@@ -17,6 +17,10 @@ public:
 
     void print(std::ostream& out) const;
 
+    /// A text in lines of 80 columns, of which those after the first begin behind so many blanks. A word that
+    /// is longer stays whole.
+    static std::string wrap(std::string const& text, std::size_t indent = 0);
+
 private:
     void print(std::vector<std::string> const& line, std::vector<std::size_t> const& widths,
                std::ostream& out) const;

@@ -31,8 +31,8 @@ public:
     /// Ports of the switch that have cables.
     PortSet getPorts(unsigned switchId) const;
 
-    /// One line for each end of a cable that is in VLANs in which the other is not, and for each VLAN in which
-    /// both are, whose frames the other end takes for another's or for none's.
+    /// One line for each end of a cable that is in VLANs in which the other is not, and for each VLAN in
+    /// which both are, whose frames the other end takes for another's or for none's.
     std::vector<std::string> const& getMismatches() const { return _mismatches; }
 
 private:

@@ -100,7 +100,7 @@ void VitesseTables::readVlan(unsigned vid, RegisterTransport& transport, ChipIma
 
 // Which bucket of its row an entry has depends on what was learned before.
 void VitesseTables::readPlace(unsigned row, unsigned bucket, RegisterTransport& transport,
-                               ChipImage& image) const {
+                              ChipImage& image) const {
     auto const entry = readBucket(row, bucket, transport);
     if (entry && (_learned || mac::locked.isSet(entry->access))) {
         addMacEntry(entry->access, entry->high, entry->low, image);

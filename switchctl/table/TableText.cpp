@@ -96,7 +96,7 @@ void TableText::print(BoardTable const& table, board::BoardReading const& docume
             out << "no entries\n";
         }
         for (std::string const& note : part.table->notes) {
-            out << note << '\n';
+            out << TextColumns::wrap(note) << '\n';
         }
     }
 }
