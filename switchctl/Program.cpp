@@ -17,6 +17,7 @@
 #include "switchctl/replay/ReplayCommand.hpp"
 #include "switchctl/statistics/StatisticsCommand.hpp"
 #include "switchctl/status/StatusCommand.hpp"
+#include "switchctl/table/TableCommand.hpp"
 
 namespace switchctl {
 
@@ -36,6 +37,7 @@ constexpr char const* help = "Examples, on a desk; on a board, without --simulat
                              "  switchctl bring-up board.xml --simulate\n"
                              "  switchctl audit board.xml --simulate\n"
                              "  switchctl status board.xml --simulate\n"
+                             "  switchctl table board.xml vlans --simulate\n"
                              "  switchctl statistics board.xml --simulate\n"
                              "\"switchctl help COMMAND\", or --help behind a command, has more, and its exit "
                              "statuses. Those of bring-up:\n"
@@ -61,6 +63,7 @@ Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<audit::AuditCommand>(memoryDevice));
     _commands.push_back(std::make_unique<doctor::DoctorCommand>(memoryDevice));
     _commands.push_back(std::make_unique<status::StatusCommand>(memoryDevice));
+    _commands.push_back(std::make_unique<table::TableCommand>(memoryDevice));
     _commands.push_back(std::make_unique<statistics::StatisticsCommand>(memoryDevice));
     _commands.push_back(std::make_unique<replay::ReplayCommand>());
     _commands.push_back(std::make_unique<controller::SimulateControllerCommand>());

@@ -1,5 +1,6 @@
 #include "chips/88e6096/MarvellTableReader.hpp"
 
+#include <algorithm>
 #include <array>
 
 #include "chips/88e6096/MarvellTables.hpp"
@@ -38,6 +39,12 @@ constexpr std::array<char const*, 4> ownStates = {"disabled", "blocking", "learn
 
 unsigned numberBehind(std::string const& prefix, std::string const& text) {
     return static_cast<unsigned>(std::stoul(text.substr(prefix.size())));
+}
+
+/// Registers have ports in another order.
+void sortByPort(std::vector<ChipTable::Member>& members) {
+    std::sort(members.begin(), members.end(),
+              [](auto const& one, auto const& other) { return one.port < other.port; });
 }
 
 bool beginsWith(std::string const& text, std::string const& prefix) {
@@ -142,6 +149,7 @@ ChipTable MarvellTableReader::readVtu() {
                 row.facts.emplace_back(field.name, std::to_string(field.value));
             }
         }
+        sortByPort(row.members);
         table.rows.push_back(row);
     }
     return table;
@@ -175,6 +183,7 @@ ChipTable MarvellTableReader::readStu() {
         for (ChipImage::Field const& field : item.fields) {
             row.members.push_back({numberBehind("PortState", field.name), stateNames.at(field.value)});
         }
+        sortByPort(row.members);
         table.rows.push_back(row);
     }
     return table;

@@ -1,6 +1,7 @@
 #include "chips/vsc7390/VitesseTableReader.hpp"
 
-#include <map>
+#include <algorithm>
+#include <tuple>
 
 #include "simulation/vsc7390/Registers.hpp"
 #include "simulation/vsc7390/Vsc7390TestSide.hpp"
@@ -66,6 +67,10 @@ ChipTable VitesseTableReader::readMacTable(bool groups) {
             }
         }
     }
+    // Rows of the table are made of bits of both.
+    std::sort(table.rows.begin(), table.rows.end(), [](auto const& one, auto const& other) {
+        return std::tie(one.vlans, one.address) < std::tie(other.vlans, other.address);
+    });
     return table;
 }
 

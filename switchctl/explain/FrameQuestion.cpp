@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "board/intent/IntendedBoard.hpp"
+#include "board/HardwareAddress.hpp"
 #include "chips/NumberText.hpp"
 
 namespace switchctl::explain {
@@ -10,24 +10,6 @@ namespace switchctl::explain {
 namespace {
 
 constexpr unsigned highestVid = 4095;
-
-/// "02:00:00:00:00:01", or nothing.
-std::optional<std::uint64_t> hardwareAddress(std::string const& text) {
-    constexpr std::size_t length = 17;
-    constexpr unsigned hexadecimal = 16;
-    if (text.size() != length) {
-        return std::nullopt;
-    }
-    std::string digits;
-    for (std::size_t index = 0; index < length; ++index) {
-        bool const isColon = index % 3 == 2;
-        if (isColon ? text[index] != ':' : std::isxdigit(static_cast<unsigned char>(text[index])) == 0) {
-            return std::nullopt;
-        }
-        digits += isColon ? "" : text.substr(index, 1);
-    }
-    return std::stoull(digits, nullptr, hexadecimal);
-}
 
 } // namespace
 
@@ -58,12 +40,11 @@ void FrameQuestion::readTarget() {
     using Destination = board::FrameKind::Destination;
     constexpr std::uint64_t groupBit = 0x010000000000;
     to = chips::PortAddress::fromText(target);
-    auto const group = board::IntendedBoard::hardwareAddressOf(target);
-    auto const mac = hardwareAddress(target);
+    auto const address = board::HardwareAddress::fromText(target);
     if (target == "all") {
         frame.destination = Destination::broadcast;
-    } else if (group || mac) {
-        frame.address = group ? *group : *mac;
+    } else if (address) {
+        frame.address = *address;
         frame.destination = (frame.address & groupBit) != 0 ? Destination::group : Destination::unicast;
     } else if (!to) {
         throw std::invalid_argument("\"" + target + R"(": neither a port nor an address nor "all")");

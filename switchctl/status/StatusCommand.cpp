@@ -71,13 +71,11 @@ std::string StatusCommand::getHelp() const {
            "writes\n"
            "its bus set-up, and its PHYs forget, by being read, that a link was lost.\n"
            "\n"
-           "Columns: dup is duplex, flow flow control (obeyed or sent: only that half), VLAN the default "
-           "one,\n"
-           "tags how frames leave (kept: as they are; but 5: tagged, those of VLAN 5 not), 802.1Q what "
-           "becomes\n"
-           "of frames of other VLANs (88E6096: its mode; VSC7390: members, if only members' frames are "
-           "taken,\n"
-           "or any), PHY its identifiers. errors is what the error counters hold at present.\n"
+           "Columns: interlink is a switchInterlink, dup duplex, flow flow control (obeyed or sent: only\n"
+           "that half), VLAN the default one, tags how frames leave (kept: as they are; but 5: tagged,\n"
+           "those of VLAN 5 not), 802.1Q what becomes of frames of other VLANs (88E6096: its mode;\n"
+           "VSC7390: members, if only members' frames are taken, or any), PHY its identifiers. errors is\n"
+           "what the error counters hold at present.\n"
            "\"-\" is what no register tells: the speed of an 88E6096 without link, PHYs of its ports 8 to "
            "10,\n"
            "the link of a VSC7390 without a PHY. A VSC7390 has no register for the state: disabled is a MAC\n"
@@ -118,8 +116,8 @@ ExitStatus StatusCommand::perform(std::ostream& out, std::ostream& errors) const
         pace.emplace();
     }
     OutputDiversion const diversion(errors);
-    Ports ports{document, selection, nullptr, nullptr};
-    open(ports, errors);
+    ChosenBoard board(_simulation, _path, _memoryDevice, errors);
+    Ports const ports{document, selection, board};
     StatusSample const last = pace ? follow(ports, *pace, out) : look(ports, out, errors);
     for (std::string const& line : last.unread) {
         errors << "switchctl: " << line << '\n';
@@ -127,23 +125,12 @@ ExitStatus StatusCommand::perform(std::ostream& out, std::ostream& errors) const
     return last.unread.empty() ? ExitStatus::success : ExitStatus::registerFailed;
 }
 
-void StatusCommand::open(Ports& ports, std::ostream& errors) const {
-    if (!_simulation.isChosen()) {
-        ports.board = std::make_unique<board::BoardAccess>(_memoryDevice);
-        return;
-    }
-    Progress const progress(errors, "bringing up the models of " + _simulation.getPath(_path));
-    ports.models = std::make_unique<board::ModelBringUp>(_simulation.getPath(_path));
-    ports.board = std::make_unique<board::BoardAccess>(ports.models->getBoard());
-}
-
-StatusSample StatusCommand::look(Ports& ports, std::ostream& out, std::ostream& errors) const {
+StatusSample StatusCommand::look(Ports const& ports, std::ostream& out, std::ostream& errors) const {
     StatusSample sample;
     {
         Progress progress(errors, "reading ports");
-        sample = StatusSampler(*ports.board, ports.selection).sample([&](std::size_t done, std::size_t all) {
-            progress.update(done, all);
-        });
+        sample = StatusSampler(ports.board.getAccess(), ports.selection)
+                     .sample([&](std::size_t done, std::size_t all) { progress.update(done, all); });
     }
     if (isJson()) {
         printWithTime(out, StatusJson::of(sample, ports.document, _path, getSource()));
@@ -154,14 +141,14 @@ StatusSample StatusCommand::look(Ports& ports, std::ostream& out, std::ostream& 
     return sample;
 }
 
-StatusSample StatusCommand::follow(Ports& ports, WatchPace& pace, std::ostream& out) const {
-    StatusSampler sampler(*ports.board, ports.selection);
+StatusSample StatusCommand::follow(Ports const& ports, WatchPace& pace, std::ostream& out) const {
+    StatusSampler sampler(ports.board.getAccess(), ports.selection);
     bool isFirst = true;
     auto const sample = [&] {
         StatusSample result = sampler.sample();
-        if (ports.models) {
+        if (ports.board.getModels() != nullptr) {
             // It may go on for days.
-            ports.models->getBoard().getLog().clear();
+            ports.board.getModels()->getBoard().getLog().clear();
         }
         if (std::exchange(isFirst, false) && !isJson()) {
             out << getSource() << "; errors: what the counters hold at the start, nothing is cleared\n";
@@ -186,10 +173,6 @@ void StatusCommand::tell(Ports const& ports, StatusSample::Row const& row,
         out << timeOfDay() << "  " << row.port.address << "  " << textOf(changes) << '\n';
     }
     out << std::flush;
-}
-
-std::string StatusCommand::getSource() const {
-    return !_simulation.isChosen() ? "the board's chips" : "the models of " + _simulation.getPath(_path);
 }
 
 } // namespace switchctl::status

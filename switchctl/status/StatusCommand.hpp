@@ -1,13 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "board/ModelBringUp.hpp"
+#include "switchctl/ChosenBoard.hpp"
 #include "switchctl/Command.hpp"
-#include "switchctl/Simulation.hpp"
 #include "switchctl/status/StatusFollow.hpp"
 #include "switchctl/status/StatusSampler.hpp"
 
@@ -30,16 +28,14 @@ private:
     struct Ports {
         board::BoardReading const& document;
         board::PortSelection const& selection;
-        std::unique_ptr<board::ModelBringUp> models;
-        std::unique_ptr<board::BoardAccess> board;
+        ChosenBoard& board;
     };
 
-    void open(Ports& ports, std::ostream& errors) const;
-    StatusSample look(Ports& ports, std::ostream& out, std::ostream& errors) const;
-    StatusSample follow(Ports& ports, WatchPace& pace, std::ostream& out) const;
+    StatusSample look(Ports const& ports, std::ostream& out, std::ostream& errors) const;
+    StatusSample follow(Ports const& ports, WatchPace& pace, std::ostream& out) const;
     void tell(Ports const& ports, StatusSample::Row const& row,
               std::vector<StatusFollow::Change> const& changes, std::ostream& out) const;
-    std::string getSource() const;
+    std::string getSource() const { return ChosenBoard::getSource(_simulation, _path); }
 
     std::string _memoryDevice;
     std::string _path;

@@ -33,6 +33,7 @@ std::vector<Words> verbs() {
             {"explain"},
             {"plan"},
             {"audit"},
+            {"table"},
             {"statistics"},
             {"replay"},
             {"simulate-controller"}};
@@ -133,6 +134,7 @@ TEST(CommandLineTest, JsonHasOneSpellingAndAShortOne) {
                             {"plan", minimal},
                             {"plan", minimal, minimal},
                             {"audit", minimal, "--simulate"},
+                            {"table", minimal, "vlans", "--simulate"},
                             {"statistics", minimal, "--simulate"},
                             {"replay", trace.path()}}) {
         ChildProcess const longForm = ChildProcess::runSwitchctl(with(with(words, "--format"), "json"));

@@ -54,6 +54,8 @@ protected:
         {"audit", minimal, "--simulate"},
         {"status", minimal, "--simulate"},
         {"status", minimal, "--simulate", "--follow", "--interval", "0.1"},
+        {"table", minimal, "vlans", "--simulate"},
+        {"table", minimal, "addresses", "--simulate", "--flush", "--yes"},
         {"statistics", minimal, "--simulate"},
         {"statistics", minimal, "--simulate", "--format", "json"},
         {"statistics", minimal, "--simulate", "--format", "openmetrics"},

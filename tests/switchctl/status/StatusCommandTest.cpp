@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "tests/support/CommandRun.hpp"
 
@@ -33,12 +34,17 @@ TEST(StatusCommandTest, ShowsTheSwitchesAndPortsThatAreAskedFor) {
     EXPECT_EQ(shown.status, ExitStatus::success) << shown.errors;
     EXPECT_THAT(shown.out, HasSubstr("; errors: what the counters hold at present, nothing is cleared\n"));
     EXPECT_THAT(shown.out, HasSubstr("switch 2  88e6096\nport type "));
-    EXPECT_THAT(
-        shown.out,
-        ContainsRegex("\n2.10 switchInterlink up +1000 +full on +forwarding 1 +kept +secure +- +0\n"));
+    EXPECT_THAT(shown.out,
+                ContainsRegex("\n2.10 interlink up +1000 +full on +forwarding 1 +kept +secure +- +0\n"));
     EXPECT_THAT(shown.out,
                 ContainsRegex("\n0.1 +external +down - +- +off +forwarding 5 +kept +secure 0141:0c80 0\n$"));
     EXPECT_THAT(shown.out, Not(HasSubstr("\n0.2")));
+    std::istringstream lines(shown.out);
+    std::string line;
+    std::getline(lines, line); // has the path
+    while (std::getline(lines, line)) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
 }
 
 TEST(StatusCommandTest, JsonHasTheVlanInAllWritings) {
