@@ -24,11 +24,6 @@ constexpr std::uint32_t lastPart = 0xFFFF;
 constexpr unsigned bitsOfPart = 16;
 constexpr unsigned firstStaticState = 8;
 constexpr unsigned newestAge = 7;
-/// Entries are moved to a port that is none, and so are gone.
-constexpr unsigned moveState = 0xF;
-constexpr simulation::Field movedFrom{"FromPort", 7, 4};
-constexpr simulation::Field movedTo{"ToPort", 11, 8};
-constexpr unsigned noPort = 0xF;
 constexpr unsigned bitsOfLowFid = 4;
 /// A look takes at least a hundred microseconds, an operation hardly one.
 constexpr unsigned looksAtAtu = 1000;
@@ -39,6 +34,10 @@ constexpr std::array<char const*, 4> ownStates = {"disabled", "blocking", "learn
 
 unsigned numberBehind(std::string const& prefix, std::string const& text) {
     return static_cast<unsigned>(std::stoul(text.substr(prefix.size())));
+}
+
+unsigned fidOf(ChipTable::Row const& row) {
+    return static_cast<unsigned>(std::stoul(row.facts.front().second));
 }
 
 /// Registers have ports in another order.
@@ -84,6 +83,10 @@ ChipTable MarvellTableReader::readAddresses(bool groups) {
         searched += (searched.empty() ? "" : ", ") + std::to_string(fid);
     }
     table.notes.push_back("searched are the databases (FIDs) that a VLAN or a port has: " + searched);
+    if (std::any_of(table.rows.begin(), table.rows.end(),
+                    [](ChipTable::Row const& row) { return row.members.empty(); })) {
+        table.notes.emplace_back("addresses at trunks have no port of their own");
+    }
     return table;
 }
 
@@ -238,12 +241,18 @@ ChipTable MarvellTableReader::readTrunks() {
     return table;
 }
 
-// Static ones stay by the choice of the operation.
+// Static ones stay by the choice of the operation. The one that flushes a port takes the number of a trunk
+// for ports, so addresses of a port are forgotten one by one.
 void MarvellTableReader::flush(Scope const& scope, std::vector<ChipTable::Row> const& learnt) {
     setGlobal(global1::atuData, 0);
     if (scope.port) {
-        setGlobal(global1::atuData,
-                  atu::entryState.placed(moveState) | movedFrom.placed(*scope.port) | movedTo.placed(noPort));
+        for (ChipTable::Row const& row : learnt) {
+            if (std::any_of(row.members.begin(), row.members.end(),
+                            [&](auto const& member) { return member.port == *scope.port; })) {
+                forget(row);
+            }
+        }
+        return;
     }
     if (!scope.vlan) {
         operate(atu::flushNonStatic);
@@ -251,12 +260,22 @@ void MarvellTableReader::flush(Scope const& scope, std::vector<ChipTable::Row> c
     }
     std::set<unsigned> fids;
     for (ChipTable::Row const& row : learnt) {
-        fids.insert(static_cast<unsigned>(std::stoul(row.facts.front().second)));
+        fids.insert(fidOf(row));
     }
     for (unsigned const fid : fids) {
         setGlobal(global1::atuFid, fid);
         operate(atu::flushFidNonStatic);
     }
+}
+
+void MarvellTableReader::forget(ChipTable::Row const& row) {
+    setGlobal(global1::atuFid, fidOf(row));
+    unsigned bits = 3 * bitsOfPart;
+    for (unsigned const address : {global1::atuMac01, global1::atuMac23, global1::atuMac45}) {
+        bits -= bitsOfPart;
+        setGlobal(address, static_cast<std::uint32_t>(*row.address >> bits) & lastPart);
+    }
+    operate(atu::loadEntry);
 }
 
 MarvellTableReader::Vlans MarvellTableReader::vlansBy(std::string const& fact) {

@@ -30,6 +30,8 @@ private:
     Vlans vlansBy(std::string const& fact);
     std::set<unsigned> fidsOfPorts();
     std::uint32_t readPointed(unsigned address, std::uint32_t pointer);
+    /// An entry without a state is none.
+    void forget(ChipTable::Row const& row);
     void operate(unsigned operation);
     std::uint32_t global(unsigned address);
     void setGlobal(unsigned address, std::uint32_t value);

@@ -24,7 +24,20 @@ StatusSample StatusSampler::sample(Watcher const& watcher) {
         result.rows.push_back({port, known->second ? reach.reader->read(port.address, result.unread)
                                                    : chips::PortStatus::unread()});
     }
+    dropLost(there, result);
     return result;
+}
+
+// Where nothing answers any more, zeros may have been read, and look like ports that are off.
+void StatusSampler::dropLost(std::map<unsigned, bool>& there, StatusSample& result) {
+    for (auto& [id, isStillThere] : there) {
+        isStillThere = isStillThere && isThere(_chips.at(id), result.unread);
+    }
+    for (StatusSample::Row& row : result.rows) {
+        if (!there.at(row.port.address.switchId)) {
+            row.status = chips::PortStatus::unread();
+        }
+    }
 }
 
 bool StatusSampler::isThere(Reach& reach, std::vector<std::string>& unread) const {

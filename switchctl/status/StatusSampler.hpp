@@ -32,6 +32,7 @@ private:
         std::unique_ptr<chips::PortStatusReader> reader;
     };
 
+    void dropLost(std::map<unsigned, bool>& there, StatusSample& result);
     bool isThere(Reach& reach, std::vector<std::string>& unread) const;
 
     board::BoardAccess& _board;

@@ -14,10 +14,12 @@ BoardTable BoardTableReader::read(ChipTable::Kind kind) {
             continue;
         }
         BoardTable::Part part{id, entry.kind->getFacts().model, std::nullopt};
-        with(part, result, [&](chips::TableReader& reader) {
-            part.table = reader.read(kind, _filter.getVlan());
+        if (with(part, result,
+                 [&](chips::TableReader& reader) { part.table = reader.read(kind, _filter.getVlan()); })) {
             _filter.apply(kind, part);
-        });
+        } else {
+            part.table.reset();
+        }
         result.parts.push_back(part);
     }
     return result;
@@ -39,6 +41,8 @@ bool BoardTableReader::with(BoardTable::Part const& part, BoardTable& table, Wor
         Reach& reach = _chips.try_emplace(part.switchId, _board, part).first->second;
         reach.chip.requireAnswer(chips::ExitStatus::registerFailed);
         work(*reach.reader);
+        // Where nothing answers any more, zeros may be read, and look like an empty table.
+        reach.chip.requireAnswer(chips::ExitStatus::registerFailed);
         return true;
     } catch (chips::ToolError const& error) {
         if (error.getStatus() != chips::ExitStatus::registerFailed) {

@@ -78,6 +78,17 @@ TEST_F(TableReaderTest, FlushingAnotherPortOfAMarvellLosesNothing) {
     EXPECT_THAT(rows(0, Kind::addresses), SizeIs(1));
 }
 
+TEST_F(TableReaderTest, FlushingAPortOfAMarvellSparesTrunksOfThatNumberAndStaticAddresses) {
+    auto& chip = models.getBoard().getMarvell(0);
+    constexpr unsigned fid = 5;
+    chip.setAtuEntry(fid, station, 0x8017);
+    chip.setAtuEntry(fid, fixed, 0x001E);
+    chip.setAtuEntry(fid, fixed + 1, 0x0017);
+    EXPECT_THAT(rows(0, Kind::addresses), SizeIs(3));
+    flush(0, {{}, 0});
+    EXPECT_THAT(rows(0, Kind::addresses), SizeIs(2));
+}
+
 TEST_F(TableReaderTest, AVsc7390ForgetsWhatItLearntAndKeepsWhatIsLocked) {
     auto& chip = models.getBoard().getVitesse(3);
     ASSERT_TRUE(chip.learn(station, 5, 20));

@@ -67,6 +67,14 @@ TEST(StatusCommandTest, FollowPrintsTheTableOrALineAPort) {
     EXPECT_EQ(line["port"], 1);
 }
 
+// It says what it is, and is gone before its ports are read.
+TEST(StatusCommandTest, ZerosOfAChipThatIsGoneAreNotTakenForRead) {
+    CommandRun const shown = run({mixed, "0.1", "0.2", "--simulate", "--fault", "all-zeros:60"});
+    EXPECT_EQ(shown.status, ExitStatus::registerFailed);
+    EXPECT_THAT(shown.out, ContainsRegex("\n0.1 +external( +unread){10}\n0.2 +smac( +unread){10}\n$"));
+    EXPECT_THAT(shown.errors, HasSubstr("switchctl: switch 0: no 88e6096 answers\n"));
+}
+
 TEST(StatusCommandTest, RefusesWhatTheBoardDoesNotHave) {
     CommandRun refused = run({mixed, "7", "--simulate"});
     EXPECT_EQ(refused.status, ExitStatus::usage);

@@ -34,7 +34,7 @@ protected:
         }
         auto& marvell = _models.getBoard().getMarvell(0);
         // Static, at port 1.
-        marvell.setAtuEntry(5, fixed, 0x001E);
+        marvell.setAtuEntry(5, fixed, 0x002E);
         auto& vitesse = _models.getBoard().getVitesse(3);
         simulation::Vsc7390TestSide::MacEntry entry;
         entry.mac = fixed;
