@@ -96,7 +96,7 @@ protected:
     Counts counts;
 };
 
-TEST_P(CasesByFramesTest, StationsGetWhatRegistersSay) {
+TEST_P(CasesByFramesTest, StationsGetIt) {
     unsigned boards = 0;
     for (std::string const& text : {GetParam().with, GetParam().without}) {
         auto const compared = bringUp(text);
