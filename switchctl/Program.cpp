@@ -13,6 +13,7 @@
 #include "switchctl/faults/FaultsCommand.hpp"
 #include "switchctl/paths/PathsCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
+#include "switchctl/port/PortCommand.hpp"
 #include "switchctl/register/RegisterCommand.hpp"
 #include "switchctl/replay/ReplayCommand.hpp"
 #include "switchctl/statistics/StatisticsCommand.hpp"
@@ -50,6 +51,7 @@ bringup::FindingCounts countFindings(reference_host::XmlDocument& document) {
 // In the order of the help.
 Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<bringup::BringUpCommand>(memoryDevice, countFindings));
+    _commands.push_back(std::make_unique<port::PortCommand>(memoryDevice));
     _commands.push_back(std::make_unique<registers::RegisterCommand>(memoryDevice));
     _commands.push_back(std::make_unique<check::CheckCommand>());
     _commands.push_back(std::make_unique<draw::DrawCommand>());

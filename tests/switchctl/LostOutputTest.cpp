@@ -56,6 +56,7 @@ protected:
         {"statistics", minimal, "--simulate", "--format", "json"},
         {"statistics", minimal, "--simulate", "--format", "openmetrics"},
         {"statistics", minimal, "--simulate", "--watch", "0.1"},
+        {"port", minimal, "0.1", "down", "--simulate"},
         {"doctor", minimal, "--simulate"},
         {"faults"},
         {"replay", _trace.path()},
