@@ -1,7 +1,5 @@
 #include "board/BoardAccess.hpp"
 
-#include <utility>
-
 #include "board/SimulatedMemory.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
@@ -22,18 +20,16 @@ std::unique_ptr<reference_host::PhysicalMemory> openMemory(std::string const& de
     return std::make_unique<DeviceMemory>(device);
 }
 
-std::unique_ptr<reference_host::PhysicalMemory>
-wrapped(std::unique_ptr<reference_host::PhysicalMemory> memory, BoardAccess::WrapMemory const& wrap) {
-    return wrap ? wrap(std::move(memory)) : std::move(memory);
-}
-
 } // namespace
 
 BoardAccess::BoardAccess(simulation::SimulatedBoard& board, WrapMemory const& wrap)
-    : _memory(wrapped(std::make_unique<SimulatedMemory>(board), wrap)), _application(_errors, *_memory) {}
+    : _memory(wrap ? wrap(std::make_unique<SimulatedMemory>(board))
+                   : std::make_unique<SimulatedMemory>(board)),
+      _application(_errors, *_memory) {}
 
 BoardAccess::BoardAccess(std::string const& memoryDevice, WrapMemory const& wrap)
-    : _memory(wrapped(openMemory(memoryDevice), wrap)), _application(_errors, *_memory) {}
+    : _memory(wrap ? wrap(openMemory(memoryDevice)) : openMemory(memoryDevice)),
+      _application(_errors, *_memory) {}
 
 std::unique_ptr<chips::RegisterTransport> BoardAccess::connect(unsigned switchId, std::string const& model) {
     chips::ChipKind const& kind = chips::ChipKinds::get(model, "switchctl");

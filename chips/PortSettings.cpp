@@ -1,6 +1,7 @@
 #include "chips/PortSettings.hpp"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "chips/ToolError.hpp"
@@ -25,7 +26,7 @@ std::map<std::string, Words> const& valuesByName() {
     return values;
 }
 
-Words const duplexes = {"full", "half"};
+constexpr std::array<char const*, 2> duplexes = {"full", "half"};
 
 bool isAmong(Words const& words, std::string const& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
@@ -86,7 +87,7 @@ std::string PortSettings::take(Words const& words, std::size_t& at) {
     if (name == "speed") {
         _isHalfDuplex = at < words.size() && words[at] == "half";
         text += _isHalfDuplex ? " half" : " full";
-        at += at < words.size() && isAmong(duplexes, words[at]) ? 1 : 0;
+        at += at < words.size() && isAmong({duplexes.begin(), duplexes.end()}, words[at]) ? 1 : 0;
     }
     return text;
 }
