@@ -44,6 +44,7 @@ protected:
         {"register", "write", "parallel", "--simulate", "analyser/VLANMASK=5", "--yes"},
         {"register", "dump", "smi", "--switch", "0", "--simulate"},
         {"register", "diff", _fresh.path(), _up.path()},
+        {"new", "--chip", "0=88e6096", "--cpu", "0.0", "--from-vlans", "2=0.0t,0.1"},
         {"check", minimal},
         {"check", "--list"},
         {"check", "--schema"},
