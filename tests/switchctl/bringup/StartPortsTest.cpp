@@ -23,7 +23,7 @@ using testing::Not;
 namespace {
 
 CommandRun bringUp(std::vector<std::string> words) {
-    words.insert(words.begin(), {"bring-up", EXAMPLES_FOLDER "/mixed.xml", "--accept-errors"});
+    words.insert(words.begin(), {"bring-up", EXAMPLES_FOLDER "/trap-mixed.xml", "--accept-errors"});
     DocumentChecks const none = [](reference_host::XmlDocument&) { return FindingCounts(); };
     return CommandRun::of<BringUpCommand>(words, std::string("/nonexistent/mem"), none);
 }

@@ -24,7 +24,7 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
+constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
 
 /// \param arguments behind the document.
 CommandRun port(std::string const& arguments, std::string const& document = mixed) {
@@ -143,7 +143,7 @@ TEST(PortCommandTest, WhatCannotBeUnderstoodIsRefused) {
                 HasSubstr("together with the speed, which is missing\n"));
     EXPECT_THAT(refusalOf("0.1"), HasSubstr("SETTING is required"));
     EXPECT_THAT(refusalOf("0-1 up"), HasSubstr("\"0-1\" is not of the form SWITCH.PORT"));
-    EXPECT_THAT(refusalOf("9.1 up"), HasSubstr("mixed.xml has no switch 9 of a kind that is known\n"));
+    EXPECT_THAT(refusalOf("9.1 up"), HasSubstr("trap-mixed.xml has no switch 9 of a kind that is known\n"));
     EXPECT_THAT(refusalOf("0.11 up"), HasSubstr("0.11: " + std::string(mixed) + " has no such port\n"));
     EXPECT_EQ(port("0.1 up --simulate", "/nonexistent.xml").status, ExitStatus::badDocument);
 }
