@@ -22,11 +22,14 @@ std::unique_ptr<reference_host::PhysicalMemory> openMemory(std::string const& de
 
 } // namespace
 
-BoardAccess::BoardAccess(simulation::SimulatedBoard& board)
-    : _memory(std::make_unique<SimulatedMemory>(board)), _application(_errors, *_memory) {}
+BoardAccess::BoardAccess(simulation::SimulatedBoard& board, WrapMemory const& wrap)
+    : _memory(wrap ? wrap(std::make_unique<SimulatedMemory>(board))
+                   : std::make_unique<SimulatedMemory>(board)),
+      _application(_errors, *_memory) {}
 
-BoardAccess::BoardAccess(std::string const& memoryDevice)
-    : _memory(openMemory(memoryDevice)), _application(_errors, *_memory) {}
+BoardAccess::BoardAccess(std::string const& memoryDevice, WrapMemory const& wrap)
+    : _memory(wrap ? wrap(openMemory(memoryDevice)) : openMemory(memoryDevice)),
+      _application(_errors, *_memory) {}
 
 std::unique_ptr<chips::RegisterTransport> BoardAccess::connect(unsigned switchId, std::string const& model) {
     chips::ChipKind const& kind = chips::ChipKinds::get(model, "switchctl");

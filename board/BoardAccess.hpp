@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -16,11 +17,16 @@ namespace board {
 /// Belongs to the thread that constructs it.
 class BoardAccess {
 public:
+    /// Gets the board's memory, and returns what is to be used in its place.
+    using WrapMemory = std::function<std::unique_ptr<reference_host::PhysicalMemory>(
+        std::unique_ptr<reference_host::PhysicalMemory>)>;
+
     /// `board` must outlive the object; the thread lives by its clock.
-    explicit BoardAccess(simulation::SimulatedBoard& board);
+    /// \param wrap may be empty.
+    explicit BoardAccess(simulation::SimulatedBoard& board, WrapMemory const& wrap = {});
 
     /// The hardware behind a memory device; throws ToolError (noHardware) when it cannot be reached.
-    explicit BoardAccess(std::string const& memoryDevice);
+    explicit BoardAccess(std::string const& memoryDevice, WrapMemory const& wrap = {});
 
     /// The way to a chip over the processor's buses. Must not outlive the object. Throws ToolError:
     /// noHardware, or badDocument when tools do not know such a chip.

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
-#include <ostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "chips/TraceAccess.hpp"
 #include "chips/TraceSink.hpp"
 #include "chips/WindowDecoder.hpp"
+#include "model/ManagedSwitchPort.hpp"
 #include "simulation/SimulatedBoard.hpp"
 
 class Application;
@@ -28,6 +30,24 @@ namespace chips {
 class ChipKind {
 public:
     using Transport = TraceAccess::Transport;
+
+    /// What the library can set on a port, and what the chip says of it.
+    struct Settings {
+        /// What ManagedSwitchPort::portStatus() stands for; the first means stopped, the last started.
+        std::vector<std::string> states;
+        /// What it takes for half duplex.
+        ManagedSwitchPort::DuplexSetting halfDuplex;
+        /// The ports before this one are Fast Ethernet, with a PHY of the chip's whose crossover it sets.
+        unsigned firstGigabitPort;
+        /// Whether it can have a port not learn addresses.
+        bool hasLearning;
+        /// Where a port that starts needs a speed: its register, and the field, which is 0 before the first
+        /// one.
+        std::optional<unsigned> speedRegister = {};
+        simulation::Field speed = {"", 0, 0};
+        /// What else is set when one port is; empty when nothing is.
+        std::string sideEffect = {};
+    };
 
     struct Facts {
         /// The text of the switchModel attribute, and what people call the chip.
@@ -47,6 +67,7 @@ public:
         bool hasOwnPhys = false;
         /// Whether the library sets up trunks on it.
         bool hasTrunks = false;
+        Settings settings = {};
     };
 
     /// What a transport takes.
@@ -104,9 +125,15 @@ public:
     ///        nothing.
     virtual Examination examine(Reach const& reach, ExaminationRequest const& request) const = 0;
 
-    /// The library's own text about a port's counters, by port objects that set nothing up.
-    /// \return false when a register could not be read. May throw a text (char const*).
-    virtual bool writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const = 0;
+    /// Throws ToolError (registerFailed) when no chip of the family answers.
+    void requireChip(ChipCatalogue const& catalogue, RegisterTransport& transport) const;
+
+    /// Has the library's own port object act, which is made for it, and those of the switch's other ports
+    /// beside it. Making them sets nothing up but the bus, as each way to a chip does.
+    /// \param ports that the switch knows; `port` is one of them.
+    /// \return what `use` returns. May throw a text (char const*).
+    virtual bool usePort(Reach const& reach, std::vector<unsigned> const& ports, unsigned port,
+                         std::function<bool(ManagedSwitchPort&)> const& use) const = 0;
 
 private:
     Facts _facts;

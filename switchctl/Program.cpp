@@ -1,5 +1,9 @@
 #include "switchctl/Program.hpp"
 
+#include <unistd.h>
+
+#include <iostream>
+
 #include "reference_host/InputFile.hpp"
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
@@ -11,13 +15,16 @@
 #include "switchctl/draw/DrawCommand.hpp"
 #include "switchctl/explain/ExplainCommand.hpp"
 #include "switchctl/faults/FaultsCommand.hpp"
+#include "switchctl/new/NewCommand.hpp"
 #include "switchctl/paths/PathsCommand.hpp"
 #include "switchctl/plan/PlanCommand.hpp"
+#include "switchctl/port/PortCommand.hpp"
 #include "switchctl/register/RegisterCommand.hpp"
 #include "switchctl/replay/ReplayCommand.hpp"
 #include "switchctl/statistics/StatisticsCommand.hpp"
 #include "switchctl/status/StatusCommand.hpp"
 #include "switchctl/table/TableCommand.hpp"
+#include "switchctl/terminal/Terminal.hpp"
 
 namespace switchctl {
 
@@ -54,7 +61,10 @@ bringup::FindingCounts countFindings(reference_host::XmlDocument& document) {
 // In the order of the help.
 Program::Program(std::string const& memoryDevice) {
     _commands.push_back(std::make_unique<bringup::BringUpCommand>(memoryDevice, countFindings));
+    _commands.push_back(std::make_unique<port::PortCommand>(memoryDevice));
     _commands.push_back(std::make_unique<registers::RegisterCommand>(memoryDevice));
+    _commands.push_back(
+        std::make_unique<draft::NewCommand>(Terminal::isAt(STDIN_FILENO) ? &std::cin : nullptr));
     _commands.push_back(std::make_unique<check::CheckCommand>());
     _commands.push_back(std::make_unique<draw::DrawCommand>());
     _commands.push_back(std::make_unique<paths::PathsCommand>(memoryDevice));

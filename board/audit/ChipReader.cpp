@@ -1,7 +1,5 @@
 #include "board/audit/ChipReader.hpp"
 
-#include <fmt/format.h>
-
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
 
@@ -27,15 +25,7 @@ ChipImage ChipReader::read() {
 }
 
 void ChipReader::requireChip() {
-    chips::ChipKind::Facts const& facts = chips::ChipKinds::get(_scope.getModel(), "audit").getFacts();
-    chips::RegisterLocation const location =
-        _scope.getCatalogue().at(facts.identifierUnit, 0, facts.identifier);
-    std::uint32_t const word = _transport.read(location);
-    if (facts.product.get(word) != facts.productNumber) {
-        throw chips::ToolError(chips::ExitStatus::registerFailed,
-                               fmt::format("no {} answers: {} reads 0x{:0{}x}", facts.name,
-                                           location.getText(), word, location.getDigits()));
-    }
+    chips::ChipKinds::get(_scope.getModel(), "audit").requireChip(_scope.getCatalogue(), _transport);
 }
 
 void ChipReader::readRegisters() {

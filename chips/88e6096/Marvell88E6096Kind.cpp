@@ -1,5 +1,7 @@
 #include "chips/88e6096/Marvell88E6096Kind.hpp"
 
+#include <utility>
+
 #include "chips/88e6096/MarvellCounterReader.hpp"
 #include "chips/88e6096/MarvellExaminer.hpp"
 #include "chips/88e6096/MarvellPortStatus.hpp"
@@ -28,8 +30,8 @@ namespace port = simulation::marvell::port;
 
 constexpr unsigned bitsOfCaptured = 32;
 
-/// The switch that a port needs to belong to has no ports and accesses no chip. Counters depend neither on
-/// the port's type nor on its state.
+/// The switch that ports need to belong to makes none itself and accesses no chip. What ports do when they
+/// are asked depends neither on their type nor on their state.
 constexpr unsigned short noPorts = 0;
 constexpr bool noHardwareAccess = true;
 
@@ -111,7 +113,12 @@ Marvell88E6096Kind::Marvell88E6096Kind()
                 port::product,
                 port::productNumber,
                 counters(),
-                true}) {}
+                true,
+                false,
+                {{"disabled", "blocking", "learning", "forwarding"},
+                 ManagedSwitchPort::DuplexSetting::forcedHalf,
+                 Marvell88E6096TestSide::numberOfPhys,
+                 false}}) {}
 
 std::unique_ptr<RegisterTransport> Marvell88E6096Kind::connect(Transport /*transport*/,
                                                                Reach const& reach) const {
@@ -171,11 +178,17 @@ Examination Marvell88E6096Kind::examine(Reach const& reach, ExaminationRequest c
     return MarvellExaminer(*this, reach, request).run();
 }
 
-bool Marvell88E6096Kind::writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const {
-    MarvellSwitch owner(reach.application, reach.switchId, noPorts, noHardwareAccess);
+bool Marvell88E6096Kind::usePort(Reach const& reach, std::vector<unsigned> const& ports, unsigned port,
+                                 std::function<bool(ManagedSwitchPort&)> const& use) const {
     MarvellMultiMdioManagementCommunications communications(
         reach.application, static_cast<unsigned short>(reach.switchId), false);
-    return MarvellPort(owner, communications, port, "external", "forwarding", nullptr).dumpStatistics(out);
+    MarvellSwitch owner(reach.application, reach.switchId, noPorts, noHardwareAccess);
+    for (unsigned const id : ports) {
+        std::pair<unsigned, ManagedSwitchPort*> entry(
+            id, new MarvellPort(owner, communications, id, "external", "forwarding", nullptr));
+        owner.insertPort(entry);
+    }
+    return use(*owner.getPorts().at(port));
 }
 
 } // namespace chips

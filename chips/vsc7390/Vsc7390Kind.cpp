@@ -1,5 +1,7 @@
 #include "chips/vsc7390/Vsc7390Kind.hpp"
 
+#include <utility>
+
 #include "chips/vsc7390/ParallelDecoder.hpp"
 #include "chips/vsc7390/VitesseExaminer.hpp"
 #include "chips/vsc7390/VitessePortStatus.hpp"
@@ -26,8 +28,9 @@ namespace chip = simulation::vitesse::system;
 
 constexpr unsigned bitsOfCounter = 32;
 
-/// The switch that a port needs to belong to has no ports and accesses no chip: setting up a chip is the
-/// first thing that a VitesseSwitch does. Counters depend neither on the port's type nor on its state.
+/// The switch that ports need to belong to makes none itself and accesses no chip: setting up a chip is the
+/// first thing that a VitesseSwitch does. What ports do when they are asked depends neither on their type nor
+/// on their state.
 constexpr unsigned short noPorts = 0;
 constexpr bool noHardwareAccess = true;
 
@@ -79,7 +82,15 @@ Vsc7390Kind::Vsc7390Kind()
                 chip::productNumber,
                 counters(),
                 false,
-                true}) {}
+                true,
+                {{"stopped", "receiving and sending"},
+                 ManagedSwitchPort::DuplexSetting::half,
+                 0,
+                 true,
+                 port::macConfig,
+                 port::clock,
+                 "the source masks of all ports of the chip: each port that receives and sends is opened to "
+                 "all others that do, whatever port-based VLANs had left there"}}) {}
 
 std::unique_ptr<RegisterTransport> Vsc7390Kind::connect(Transport transport, Reach const& reach) const {
     std::unique_ptr<VitesseManagementCommunications> communications;
@@ -126,12 +137,18 @@ Examination Vsc7390Kind::examine(Reach const& reach, ExaminationRequest const& r
     return VitesseExaminer(*this, reach, request).run();
 }
 
-bool Vsc7390Kind::writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const {
+bool Vsc7390Kind::usePort(Reach const& reach, std::vector<unsigned> const& ports, unsigned port,
+                          std::function<bool(ManagedSwitchPort&)> const& use) const {
+    VitesseParallelCommunication communications(reach.application, false);
     VitesseSwitch owner(reach.application, reach.switchId, noPorts, noHardwareAccess);
     // It complains that it could not set the chip up, as it was not meant to.
     reach.errors.take();
-    VitesseParallelCommunication communications(reach.application, false);
-    return VitessePort(owner, communications, port, "external", "forwarding", nullptr).dumpStatistics(out);
+    for (unsigned const id : ports) {
+        std::pair<unsigned, ManagedSwitchPort*> entry(
+            id, new VitessePort(owner, communications, id, "external", "forwarding", nullptr));
+        owner.insertPort(entry);
+    }
+    return use(*owner.getPorts().at(port));
 }
 
 } // namespace chips

@@ -20,7 +20,8 @@ public:
     void decode(unsigned switchId, TraceSink& sink, DecodedWindows& windows) const override;
     bool drives(ManagedSwitch const& managedSwitch) const override;
     Examination examine(Reach const& reach, ExaminationRequest const& request) const override;
-    bool writeStatistics(Reach const& reach, unsigned port, std::ostream& out) const override;
+    bool usePort(Reach const& reach, std::vector<unsigned> const& ports, unsigned port,
+                 std::function<bool(ManagedSwitchPort&)> const& use) const override;
 };
 
 } // namespace chips

@@ -74,6 +74,13 @@ void BringUpCommand::declare(Arguments& arguments) {
         .type("SWITCH.PORT")
         .oneEach()
         .check(refuseOtherThanPortAddress);
+    arguments
+        .flag(
+            "--start-ports", _startPorts,
+            "Afterwards, have the library start the ports that the document has forwarding and that are not "
+            "up; those of a VSC7390 at so many Mbit/s, 1000 without a number")
+        .type("[=SPEED]")
+        .excludes(arguments.get("--no-hardware-access"));
     arguments.flag("--misuse", _misuse, "List what the drivers did that the chips' makers do not foresee")
         .needs(simulate);
     arguments.flag("--no-verify", _noVerify, "Do not read back what start-up did");
@@ -87,6 +94,9 @@ void BringUpCommand::declare(Arguments& arguments) {
         .showDefault();
     addJson(arguments);
     arguments.finally([this] {
+        if (!_startPorts.empty() && !getStartSpeed()) {
+            throw Arguments::Wrong("--start-ports: \"" + _startPorts + "\" is none of 10, 100, 1000");
+        }
         if (isJson() && !_statistics.empty()) {
             throw Arguments::Wrong(
                 "--statistics: a text of the library; for JSON, see \"switchctl statistics\"");
@@ -101,8 +111,14 @@ std::string BringUpCommand::getHelp() const {
            "in\n"
            "fresh models is reported.\n"
            "\n"
+           "Of a VSC7390, start-up leaves all ports stopped that are no smac, hmac or switchInterlink: to\n"
+           "start them is up to the host, or to --start-ports, full duplex and with flow control. As any\n"
+           "start of a VSC7390's port, that opens each port that is up to all others that are, whatever\n"
+           "port-based VLANs left closed.\n"
+           "\n"
            "Examples:\n"
            "  switchctl bring-up board.xml --simulate\n"
+           "  switchctl bring-up board.xml --simulate --start-ports\n"
            "  switchctl bring-up board.xml --simulate --misuse --timeout 60\n"
            "  switchctl bring-up board.xml --simulate --statistics 0.1 --trace trace.txt\n"
            "  switchctl bring-up board.xml --log-level 2\n"
@@ -119,7 +135,8 @@ std::vector<Command::StatusLine> BringUpCommand::getStatuses() const {
             {ExitStatus::startUpFailed, "start-up ended before the switches were ready"},
             {ExitStatus::noStatistics, "the statistics of a port could not be read"},
             ExitStatus::noTrace,
-            {ExitStatus::registerFailed, "what start-up did could not be read back completely"},
+            {ExitStatus::registerFailed,
+             "what start-up did could not be read back completely, or a port could not be started"},
             {ExitStatus::errorsFound, "the library logged an error, or the checks found one"},
             {ExitStatus::notAsDetermined, "a chip is not as start-up determines"},
             {ExitStatus::noProgress, "start-up made no progress within the time of --timeout"}};
@@ -189,7 +206,7 @@ ExitStatus BringUpCommand::bringUp(XmlDocument& document, board::BringUpTrace* t
         }
         _faults.strike(*session.getBoard());
     }
-    ExitStatus const status = report(document, session, watch, output);
+    ExitStatus const status = report(document, session, watch, options.wrapMemory, output);
     if (trace != nullptr) {
         trace->finish();
     }
@@ -202,10 +219,21 @@ ExitStatus BringUpCommand::bringUp(XmlDocument& document, board::BringUpTrace* t
 }
 
 ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, board::ProgressWatch& watch,
-                                  Output const& output) const {
+                                  board::BoardAccess::WrapMemory const& wrap, Output const& output) const {
     board::BoardReading const reading(document);
     BoardSummary const summary(reading, session);
-    board::StartUpMonitor::Outcome const outcome = start(session, output.errors);
+    board::StartUpMonitor::Outcome outcome = start(session, output.errors);
+    std::optional<board::PortStart> ports;
+    try {
+        if (outcome.populated && session.isComplete(reading)) {
+            ports = startPorts(reading, session, wrap);
+        }
+    } catch (std::runtime_error const& error) {
+        if (watch.getStall().empty()) {
+            throw;
+        }
+        outcome = {false, error.what()};
+    }
     watch.stop();
     output.json.update(SummaryJson(reading, session).get(outcome));
     if (!outcome.populated) {
@@ -213,23 +241,78 @@ ExitStatus BringUpCommand::report(Xml& document, board::BoardSession& session, b
         return explainFailure(outcome.reason, watch.getStall(), output.errors);
     }
     summary.print(output.text);
+    if (ports) {
+        print(*ports, output);
+    }
     if (_misuse) {
         printMisuse(*session.getBoard(), output);
     }
     bool const statisticsRead = printStatistics(session, output.text, output.errors);
     summary.printComplaints(output.text);
-    if (!session.isComplete(reading)) {
+    return chooseStatus(reading, session, statisticsRead, !ports || ports->getFailures().empty(), output);
+}
+
+ExitStatus BringUpCommand::chooseStatus(board::BoardReading const& document, board::BoardSession& session,
+                                        bool statisticsRead, bool portsStarted, Output const& output) const {
+    if (!session.isComplete(document)) {
         output.errors << prefix << _documentPath << ": "
-                      << (reading.getWanted().empty() ? "no switch in the document"
-                                                      : "not every switch came up")
+                      << (document.getWanted().empty() ? "no switch in the document"
+                                                       : "not every switch came up")
                       << '\n';
         return ExitStatus::switchMissing;
+    }
+    if (!portsStarted) {
+        output.errors << prefix << _documentPath << ": not every port could be started\n";
+        return ExitStatus::registerFailed;
     }
     if (!statisticsRead) {
         return ExitStatus::noStatistics;
     }
     return session.getLog().hasErrors() ? acceptErrors("the library logged errors", output.errors)
                                         : ExitStatus::success;
+}
+
+std::optional<chips::PortSettings::Speed> BringUpCommand::getStartSpeed() const {
+    return chips::PortSettings::speedOf(_startPorts == "true" ? "1000" : _startPorts);
+}
+
+std::optional<board::PortStart> BringUpCommand::startPorts(board::BoardReading const& document,
+                                                           board::BoardSession& session,
+                                                           board::BoardAccess::WrapMemory const& wrap) const {
+    auto const speed = getStartSpeed();
+    if (!speed) {
+        return std::nullopt;
+    }
+    if (simulation::SimulatedBoard* const simulated = session.getBoard()) {
+        board::BoardAccess chips(*simulated, wrap);
+        return board::PortStart(document, chips, *speed);
+    }
+    board::BoardAccess chips(_memoryDevice, wrap);
+    return board::PortStart(document, chips, *speed);
+}
+
+void BringUpCommand::print(board::PortStart const& ports, Output const& output) {
+    nlohmann::ordered_json json = nlohmann::ordered_json::array();
+    output.text << "start of forwarding ports\n";
+    auto const list = [&](char const* heading, char const* outcome,
+                          std::vector<chips::PortAddress> const& addresses) {
+        output.text << heading << (addresses.empty() ? " none" : "");
+        for (chips::PortAddress const& port : addresses) {
+            output.text << ' ' << port;
+            json.push_back({{"switch", port.switchId}, {"port", port.portId}, {"outcome", outcome}});
+        }
+        output.text << '\n';
+    };
+    list("  started:  ", "started", ports.getStarted());
+    list("  up before:", "upBefore", ports.getUpBefore());
+    for (board::PortStart::Failure const& failure : ports.getFailures()) {
+        output.text << "  failed:    " << failure.port << ", " << failure.reason << '\n';
+        json.push_back({{"switch", failure.port.switchId},
+                        {"port", failure.port.portId},
+                        {"outcome", "failed"},
+                        {"reason", failure.reason}});
+    }
+    output.json["startedPorts"] = json;
 }
 
 void BringUpCommand::printMisuse(simulation::SimulatedBoard& board, Output const& output) const {
@@ -268,7 +351,7 @@ ExitStatus BringUpCommand::readBack(Xml& document, board::BoardSession& session,
     std::optional<ReadBack> result;
     {
         Progress const progress(output.errors, "reading back the switches of " + _documentPath);
-        result.emplace(document, _documentPath, session, _memoryDevice);
+        result.emplace(document, _documentPath, session, _memoryDevice, getStartSpeed());
     }
     result->print(output.text);
     output.json["readBack"] = result->toJson();

@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "board/BoardAccess.hpp"
 #include "board/BoardReading.hpp"
 #include "board/BoardSession.hpp"
+#include "board/PortStart.hpp"
 #include "board/ProgressWatch.hpp"
 #include "board/trace/BringUpTrace.hpp"
 #include "host/Xml.hpp"
@@ -48,7 +50,14 @@ private:
     ExitStatus bringUp(reference_host::XmlDocument& document, board::BringUpTrace* trace,
                        Output const& output) const;
     ExitStatus report(Xml& document, board::BoardSession& session, board::ProgressWatch& watch,
-                      Output const& output) const;
+                      board::BoardAccess::WrapMemory const& wrap, Output const& output) const;
+    std::optional<board::PortStart> startPorts(board::BoardReading const& document,
+                                               board::BoardSession& session,
+                                               board::BoardAccess::WrapMemory const& wrap) const;
+    static void print(board::PortStart const& ports, Output const& output);
+    std::optional<chips::PortSettings::Speed> getStartSpeed() const;
+    ExitStatus chooseStatus(board::BoardReading const& document, board::BoardSession& session,
+                            bool statisticsRead, bool portsStarted, Output const& output) const;
     void printMisuse(simulation::SimulatedBoard& board, Output const& output) const;
     board::StartUpMonitor::Outcome start(board::BoardSession& session, std::ostream& errors) const;
     ExitStatus explainFailure(std::string const& reason, std::string const& stall,
@@ -68,6 +77,7 @@ private:
     std::string _tracePath;
     std::optional<unsigned int> _logLevel;
     std::vector<std::string> _statistics;
+    std::string _startPorts;
     bool _misuse = false;
     bool _noVerify = false;
     bool _acceptErrors = false;

@@ -4,6 +4,7 @@
 
 #include "board/BoardAccess.hpp"
 #include "board/ModelBringUp.hpp"
+#include "board/PortStart.hpp"
 #include "switchctl/terminal/Colours.hpp"
 
 namespace switchctl::bringup {
@@ -12,10 +13,15 @@ using chips::ExitStatus;
 using Extent = board::ChipScope::Extent;
 
 ReadBack::ReadBack(Xml& document, std::string const& path, board::BoardSession& session,
-                   std::string const& memoryDevice) {
+                   std::string const& memoryDevice,
+                   std::optional<chips::PortSettings::Speed> const& startSpeed) {
     simulation::SimulatedBoard* const simulated = session.getBoard();
     {
         board::ModelBringUp expected(document, path);
+        if (startSpeed) {
+            board::BoardAccess models(expected.getBoard());
+            board::PortStart const started(expected.getDocument(), models, *startSpeed);
+        }
         _run = std::make_unique<board::AuditRun>(expected,
                                                  simulated != nullptr ? Extent::everything : Extent::written);
     }

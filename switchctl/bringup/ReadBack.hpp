@@ -2,12 +2,14 @@
 
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 
 #include "board/BoardSession.hpp"
 #include "board/audit/AuditRun.hpp"
 #include "chips/ExitStatus.hpp"
+#include "chips/PortSettings.hpp"
 #include "host/Xml.hpp"
 
 namespace switchctl::bringup {
@@ -22,8 +24,9 @@ public:
     /// \param session whose switches are all up.
     /// \param path of the document.
     /// \param memoryDevice where real chips are reached.
+    /// \param startSpeed of ports that were started afterwards; nothing when none were.
     ReadBack(Xml& document, std::string const& path, board::BoardSession& session,
-             std::string const& memoryDevice);
+             std::string const& memoryDevice, std::optional<chips::PortSettings::Speed> const& startSpeed);
 
     /// One line, and one for each deviation and for each switch that could not be read.
     void print(std::ostream& out) const;

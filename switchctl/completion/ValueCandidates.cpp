@@ -11,6 +11,7 @@
 #include "board/faults/FaultKind.hpp"
 #include "chips/ChipCatalogue.hpp"
 #include "chips/ChipKinds.hpp"
+#include "chips/PortSettings.hpp"
 #include "chips/ToolError.hpp"
 #include "reference_host/XmlDocument.hpp"
 
@@ -124,6 +125,7 @@ Words ValueCandidates::get(std::string const& value, std::string const& typed) c
         {"LOCATION...", &ValueCandidates::getRegisters},
         {"ASSIGNMENT", &ValueCandidates::getAssignments},
         {"KIND[:N]", &ValueCandidates::getFaults},
+        {"SETTING", &ValueCandidates::getSettings},
         {"SWITCH/LOCATION=VALUE", &ValueCandidates::getDeviations},
         {"SWITCH.PORT/COUNTER=VALUE[+STEP]", &ValueCandidates::getSeeds},
     };
@@ -157,6 +159,11 @@ Words ValueCandidates::getRegisters(std::string const& typed) const {
 
 Words ValueCandidates::getAssignments(std::string const& typed) const {
     return assignmentsOf(getModel(), typed, has("phy"));
+}
+
+/// By the words before the one that is typed.
+Words ValueCandidates::getSettings(std::string const& /*typed*/) const {
+    return chips::PortSettings::getNext({_words.begin(), _words.end() - 1});
 }
 
 Words ValueCandidates::getDeviations(std::string const& typed) const {

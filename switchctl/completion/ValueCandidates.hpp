@@ -25,6 +25,7 @@ private:
     Words getPorts() const;
     Words getRegisters(std::string const& typed) const;
     Words getAssignments(std::string const& typed) const;
+    Words getSettings(std::string const& typed) const;
     Words getDeviations(std::string const& typed) const;
     Words getFaults(std::string const& typed) const;
     Words getSeeds(std::string const& typed) const;

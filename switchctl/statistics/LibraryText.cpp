@@ -14,8 +14,9 @@ void LibraryText::write(board::PortSelection::Port const& port, std::ostream& ou
     bool isRead = false;
     try {
         isRead = chips::ChipKinds::get(port.model, "statistics")
-                     .writeStatistics({_board.getApplication(), _board.getErrors(), port.address.switchId},
-                                      port.address.portId, table);
+                     .usePort({_board.getApplication(), _board.getErrors(), port.address.switchId},
+                              {port.address.portId}, port.address.portId,
+                              [&](ManagedSwitchPort& object) { return object.dumpStatistics(table); });
     } catch (char const* text) {
         thrown = text;
     }

@@ -103,7 +103,8 @@ public:
     void decode(unsigned /*switchId*/, chips::TraceSink& /*sink*/,
                 chips::DecodedWindows& /*windows*/) const override {}
     bool drives(ManagedSwitch const& /*managedSwitch*/) const override { return false; }
-    bool writeStatistics(Reach const& /*reach*/, unsigned /*port*/, std::ostream& /*out*/) const override {
+    bool usePort(Reach const& /*reach*/, std::vector<unsigned> const& /*ports*/, unsigned /*port*/,
+                 std::function<bool(ManagedSwitchPort&)> const& /*use*/) const override {
         return false;
     }
 };
