@@ -25,6 +25,10 @@ chips::ChipKind::Facts const& chipOf(board::BoardReading::Switch const& entry) {
     return chips::ChipKinds::get(*board::attribute(entry.element, "switchModel"), "statistics").getFacts();
 }
 
+std::string labelOf(board::BoardReading const& document, chips::PortAddress const& port) {
+    return document.getLabels().find(port.getText()).value_or("");
+}
+
 } // namespace
 
 PortSelection::PortSelection(board::BoardReading const& document, std::string const& path,
@@ -46,7 +50,7 @@ void PortSelection::addAll(board::BoardReading const& document) {
         for (auto const& [portId, port] : entry.ports) {
             chips::ChipKind::Facts const& chip = chipOf(entry);
             if (portId < chip.ports) {
-                _ports.push_back({{id, portId}, chip.model});
+                _ports.push_back({{id, portId}, chip.model, labelOf(document, {id, portId})});
             } else {
                 _leftOut.push_back(
                     fmt::format("port {} of switch {}, line {}: the chip ({}) has the ports 0 to {}",
@@ -79,7 +83,7 @@ void PortSelection::add(board::BoardReading const& document, std::string const& 
         throw refuse(chip + "has no port " + std::to_string(address->portId) + " in " + path);
     }
     if (find(*address) == nullptr) {
-        _ports.push_back({*address, facts.model});
+        _ports.push_back({*address, facts.model, labelOf(document, *address)});
     }
 }
 

@@ -15,6 +15,8 @@ public:
         chips::PortAddress address;
         /// Of its switch, as in configuration documents.
         std::string model;
+        /// What the document calls it; empty when it does not.
+        std::string label;
     };
 
     /// Throws ToolError: usage when the document has no such switch or port or the chip has not,

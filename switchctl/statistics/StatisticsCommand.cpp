@@ -160,7 +160,8 @@ ExitStatus StatisticsCommand::printText(Chips& chips, PortSelection const& selec
     LibraryText library(*chips.board);
     std::vector<std::string> unread = selection.getLeftOut();
     for (PortSelection::Port const& port : selection.getPorts()) {
-        out << "statistics of port " << port.address << '\n';
+        out << "statistics of port "
+            << chips::PortCounters{port.address, port.model, {}, port.label}.getName() << '\n';
         try {
             Progress const progress(errors, "reading switch " + std::to_string(port.address.switchId));
             sampler.requireChip(port);
