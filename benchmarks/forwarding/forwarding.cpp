@@ -175,9 +175,9 @@ void addVitesse(board::ModelBringUp& models) {
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    board::ModelBringUp accessPoint(EXAMPLES_FOLDER "/access-point.xml");
+    board::ModelBringUp accessPoint(EXAMPLES_FOLDER "/trap-access-point.xml");
     addMarvell(accessPoint);
-    board::ModelBringUp videoSwitch(EXAMPLES_FOLDER "/video-switch.xml");
+    board::ModelBringUp videoSwitch(EXAMPLES_FOLDER "/trap-video-switch.xml");
     addVitesse(videoSwitch);
     // What is measured is the machine's time, not the boards'.
     board::ClockAdoption const realTime(nullptr);

@@ -65,6 +65,7 @@ TEST_P(NamesForPeopleTest, ChangeNothingOfABringUp) {
     EXPECT_EQ(with.messages, without.messages);
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, NamesForPeopleTest, testing::Values("home-gateway", "three-switches"));
+INSTANTIATE_TEST_SUITE_P(Examples, NamesForPeopleTest,
+                         testing::Values("home-gateway", "trap-three-switches"));
 
 } // namespace

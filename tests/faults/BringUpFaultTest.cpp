@@ -44,9 +44,9 @@ TEST_P(BringUpFaultTest, EndsWithWhatTheDescriptionOfTheChipsAllows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Boards, BringUpFaultTest,
-                         testing::Values(Board{"minimal", 97}, Board{"access_point", 997},
-                                         Board{"three_switches", 1999}, Board{"video_switch", 2999},
-                                         Board{"mixed", 2503}),
+                         testing::Values(Board{"trap-minimal", 97}, Board{"trap_access_point", 997},
+                                         Board{"trap_three_switches", 1999}, Board{"trap_video_switch", 2999},
+                                         Board{"trap-mixed", 2503}),
                          [](auto const& board) { return std::string(board.param.name); });
 
 } // namespace

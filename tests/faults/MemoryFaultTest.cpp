@@ -21,15 +21,15 @@ void sweepAndExpectNothingWrong(char const* board, unsigned switchId, unsigned p
 }
 
 TEST(MemoryFaultTest, OfABoardOf88E6096) {
-    sweepAndExpectNothingWrong("minimal.xml", 0, 1, 1);
+    sweepAndExpectNothingWrong("trap-minimal.xml", 0, 1, 1);
 }
 
 TEST(MemoryFaultTest, OfABoardOfAVsc7390) {
-    sweepAndExpectNothingWrong("video-switch.xml", 2, 1, 17);
+    sweepAndExpectNothingWrong("trap-video-switch.xml", 2, 1, 17);
 }
 
 TEST(MemoryFaultTest, OfABoardOfBoth) {
-    sweepAndExpectNothingWrong("mixed.xml", 0, 1, 17);
+    sweepAndExpectNothingWrong("trap-mixed.xml", 0, 1, 17);
 }
 
 } // namespace

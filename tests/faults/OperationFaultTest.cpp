@@ -48,7 +48,7 @@ TEST(OperationFaultTest, OfAVsc7390) {
 }
 
 TEST(DiagnosticsFaultTest, OfAPortOfAnAccessPoint) {
-    DiagnosticsFaults faults(EXAMPLES_FOLDER "/minimal.xml", {0, 1});
+    DiagnosticsFaults faults(EXAMPLES_FOLDER "/trap-minimal.xml", {0, 1});
     EXPECT_EQ(faults.getUndisturbed().result, "written");
     FaultTable table;
     sweep(faults, {1, 211 * STRIDE_FACTOR}, table);
@@ -56,7 +56,7 @@ TEST(DiagnosticsFaultTest, OfAPortOfAnAccessPoint) {
 }
 
 TEST(DiagnosticsFaultTest, OfAPortOfAVideoSwitch) {
-    DiagnosticsFaults faults(EXAMPLES_FOLDER "/video-switch.xml", {2, 1});
+    DiagnosticsFaults faults(EXAMPLES_FOLDER "/trap-video-switch.xml", {2, 1});
     EXPECT_EQ(faults.getUndisturbed().result, "written");
     FaultTable table;
     sweep(faults, {1, 13 * STRIDE_FACTOR}, table);

@@ -11,7 +11,7 @@ namespace fault_test {
 
 /// What a sweep of one thing has come to.
 struct SweepReport {
-    /// What was done, for example "access-point.xml" or "operations of the 88E6096".
+    /// What was done, for example "trap-access-point.xml" or "operations of the 88E6096".
     std::string subject;
     /// What the faults were counted by, for example "bus accesses".
     std::string unit;

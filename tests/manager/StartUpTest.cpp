@@ -16,8 +16,8 @@ using testing::Not;
 
 namespace {
 
-char const* const threeSwitches = EXAMPLES_FOLDER "/three-switches.xml";
-char const* const minimal = EXAMPLES_FOLDER "/minimal.xml";
+char const* const threeSwitches = EXAMPLES_FOLDER "/trap-three-switches.xml";
+char const* const minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
 
 /// The positions of the lines that contain these texts, each searched behind the one before.
 void expectInOrder(Lines const& lines, std::vector<std::string> const& texts) {
@@ -72,7 +72,7 @@ TEST(StartUpTest, IsTheSameOnEveryRun) {
 }
 
 TEST(StartUpTest, MisusesNoChip) {
-    for (char const* const board : {minimal, threeSwitches, EXAMPLES_FOLDER "/access-point.xml"}) {
+    for (char const* const board : {minimal, threeSwitches, EXAMPLES_FOLDER "/trap-access-point.xml"}) {
         BoardRun run(XmlDocument::fromFile(board));
         ASSERT_TRUE(run.bringUp().populated) << board;
         EXPECT_EQ(run.board().getMisuse().getSize(), 0U) << board;

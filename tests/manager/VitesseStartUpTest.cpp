@@ -15,8 +15,8 @@ using testing::Not;
 
 namespace {
 
-char const* const mixed = EXAMPLES_FOLDER "/mixed.xml";
-char const* const videoSwitch = EXAMPLES_FOLDER "/video-switch.xml";
+char const* const mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
+char const* const videoSwitch = EXAMPLES_FOLDER "/trap-video-switch.xml";
 constexpr unsigned vitesse = 3;
 
 /// A bus so slow that a wait of seconds takes few polls.

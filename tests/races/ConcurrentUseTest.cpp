@@ -41,7 +41,8 @@ template <typename Example> std::uint64_t effortOf(Example const& example) {
 }
 
 TEST(ConcurrentUseTest, ManagersSideBySide) {
-    std::vector<std::string> const examples = {"minimal", "access-point", "video-switch", "mixed"};
+    std::vector<std::string> const examples = {"trap-minimal", "trap-access-point", "trap-video-switch",
+                                               "trap-mixed"};
     std::vector<std::uint64_t> alone;
     std::vector<std::uint64_t> together(examples.size());
     for (std::string const& example : examples) {
@@ -62,8 +63,8 @@ TEST(ConcurrentUseTest, ManagersSideBySide) {
 
 TEST(ConcurrentUseTest, ManagersShareADocument) {
     std::shared_ptr<reference_host::XmlDocument> const document =
-        reference_host::XmlDocument::fromFile(EXAMPLES_FOLDER "/mixed.xml");
-    std::uint64_t const alone = effortOf(std::string("mixed"));
+        reference_host::XmlDocument::fromFile(EXAMPLES_FOLDER "/trap-mixed.xml");
+    std::uint64_t const alone = effortOf(std::string("trap-mixed"));
     for (int round = 0; round < rounds(10); ++round) {
         std::vector<std::uint64_t> together(3);
         std::vector<std::thread> hosts;
@@ -80,7 +81,7 @@ TEST(ConcurrentUseTest, ManagersShareADocument) {
 
 TEST(ConcurrentUseTest, SwitchesAreCountedWhileTheyAreCreated) {
     for (int round = 0; round < rounds(20); ++round) {
-        BoardHost host("three-switches");
+        BoardHost host("trap-three-switches");
         std::atomic<bool> isPopulated{false};
         std::vector<unsigned> counts;
         std::thread counter([&] {
@@ -99,7 +100,7 @@ TEST(ConcurrentUseTest, SwitchesAreCountedWhileTheyAreCreated) {
 }
 
 TEST(ConcurrentUseTest, SwitchesAreQueriedFromSeveralThreadsOnceTheyAreThere) {
-    BoardHost host("three-switches");
+    BoardHost host("trap-three-switches");
     Gate populated;
     host.start([&] { populated.open(); });
     host.report();
@@ -121,7 +122,7 @@ TEST(ConcurrentUseTest, SwitchesAreQueriedFromSeveralThreadsOnceTheyAreThere) {
 }
 
 TEST(ConcurrentUseTest, DiagnosticsAreCollectedWhileTheManagerDealsWithEvents) {
-    BoardHost host("minimal");
+    BoardHost host("trap-minimal");
     Gate populated;
     host.start([&] { populated.open(); });
     host.report();
@@ -148,14 +149,14 @@ TEST(ConcurrentUseTest, DiagnosticsAreCollectedWhileTheManagerDealsWithEvents) {
 }
 
 TEST(ConcurrentUseTest, DiagnosticsOfOneBoardAreCollectedWhileAnotherOneStarts) {
-    BoardHost host("minimal");
+    BoardHost host("trap-minimal");
     Gate populated;
     host.start([&] { populated.open(); });
     host.report();
     populated.pass();
-    std::uint64_t const alone = effortOf(std::string("mixed"));
+    std::uint64_t const alone = effortOf(std::string("trap-mixed"));
     std::uint64_t together = 0;
-    std::thread other([&] { together = effortOf(std::string("mixed")); });
+    std::thread other([&] { together = effortOf(std::string("trap-mixed")); });
     VirtualClock::adopt(&host.board().getClock());
     std::ostringstream table;
     for (int round = 0; round < rounds(10); ++round) {
@@ -168,7 +169,7 @@ TEST(ConcurrentUseTest, DiagnosticsOfOneBoardAreCollectedWhileAnotherOneStarts) 
 
 TEST(ConcurrentUseTest, AManagerGoesRightAfterItsStart) {
     for (int round = 0; round < rounds(200); ++round) {
-        BoardHost host("minimal");
+        BoardHost host("trap-minimal");
         host.start([] {});
     }
     reportRounds(rounds(200));
@@ -178,7 +179,7 @@ TEST(ConcurrentUseTest, AManagerGoesRightAfterItsStartAndAReport) {
     for (int round = 0; round < rounds(100); ++round) {
         std::atomic<int> populated{0};
         {
-            BoardHost host("minimal");
+            BoardHost host("trap-minimal");
             std::thread reporter([&] { host.report(); });
             host.start([&] { ++populated; });
             reporter.join();
@@ -189,7 +190,7 @@ TEST(ConcurrentUseTest, AManagerGoesRightAfterItsStartAndAReport) {
 }
 
 TEST(ConcurrentUseTest, APopulatedCallbackAsksTheManagerAnything) {
-    BoardHost host("mixed");
+    BoardHost host("trap-mixed");
     Gate done;
     unsigned count = 0;
     std::size_t size = 0;
@@ -219,7 +220,7 @@ TEST(ConcurrentUseTest, APopulatedCallbackAsksTheManagerAnything) {
 }
 
 TEST(ConcurrentUseTest, APopulatedCallbackWaitsForAThreadThatQueries) {
-    BoardHost host("three-switches");
+    BoardHost host("trap-three-switches");
     Gate done;
     unsigned count = 0;
     bool hasSwitch = false;

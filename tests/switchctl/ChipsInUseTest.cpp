@@ -21,7 +21,7 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char const* board = EXAMPLES_FOLDER "/minimal.xml";
+constexpr char const* board = EXAMPLES_FOLDER "/trap-minimal.xml";
 
 /// A host on the reference host that has mapped a window, until it is killed.
 class OtherHost {

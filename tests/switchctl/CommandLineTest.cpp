@@ -102,8 +102,8 @@ TEST(CommandLineTest, UsageErrorsBeginWithTheProgramsNameAndTellWhereHelpIs) {
 // The document writes ids in hexadecimal digits.
 TEST(CommandLineTest, JsonHasIdsOfVlansAsNumbersInHexadecimalAndAsWritten) {
     for (Words const& words :
-         std::vector<Words>{{"draw", EXAMPLES_FOLDER "/access-point.xml", "--json"},
-                            {"bring-up", EXAMPLES_FOLDER "/access-point.xml", "--simulate", "--json"}}) {
+         std::vector<Words>{{"draw", EXAMPLES_FOLDER "/trap-access-point.xml", "--json"},
+                            {"bring-up", EXAMPLES_FOLDER "/trap-access-point.xml", "--simulate", "--json"}}) {
         nlohmann::json const vlan =
             nlohmann::json::parse(ChildProcess::runSwitchctl(words).out).at("vlans").back();
         EXPECT_EQ(vlan.value("vlan", 0), 20);

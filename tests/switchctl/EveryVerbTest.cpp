@@ -291,15 +291,15 @@ TEST(LargestBoardTest, AStartUpThatRepeatsItselfMakesProgress) {
 std::vector<Board> boards() {
     std::vector<Board> some{{"home-gateway", "0/port1/DefaultVLAN:DefaultVID=77", 0, 0},
                             {"video-rooms", "2/analyser/VLANMASK=5", 0, 0},
-                            {"minimal", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
-                            {"video-switch", "2/analyser/VLANMASK=5", 3, 12},
+                            {"trap-minimal", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
+                            {"trap-video-switch", "2/analyser/VLANMASK=5", 3, 12},
                             {"careless", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12},
                             {"warm-restart", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12}};
 #ifndef SLOW_BUILD
     some.insert(some.end(), {{"largest", "2/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                             {"access-point", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                             {"three-switches", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
-                             {"mixed", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12}});
+                             {"trap-access-point", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                             {"trap-three-switches", "0/port1/DefaultVLAN:DefaultVID=77", 10, 0},
+                             {"trap-mixed", "0/port1/DefaultVLAN:DefaultVID=77", 3, 12}});
 #endif
     return some;
 }

@@ -68,7 +68,7 @@ TEST_P(ExamplesTest, ComesUpWithoutComplaint) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ExamplesTest,
-                         testing::Values("home-gateway", "access-point", "three-switches"));
+                         testing::Values("home-gateway", "trap-access-point", "trap-three-switches"));
 
 TEST(ExampleBoardsTest, TheHomeGatewayHasAllItsVlansAndSparePortsInNone) {
     Example board("home-gateway");
@@ -87,7 +87,7 @@ TEST(ExampleBoardsTest, TheVideoRoomsHaveEachPortInOneVlan) {
 }
 
 TEST(ExampleBoardsTest, TheAccessPointsVlansReachTheChip) {
-    Example board("access-point");
+    Example board("trap-access-point");
     EXPECT_EQ(board.chip(0).getVtu().size(), 3U);
     EXPECT_EQ(board.members(0, 2), "33333323222");
     EXPECT_EQ(board.members(0, 3), "33331133232");
@@ -96,7 +96,7 @@ TEST(ExampleBoardsTest, TheAccessPointsVlansReachTheChip) {
 }
 
 TEST(ExampleBoardsTest, EachSwitchOfThreeHasItsOwnPartOfTheVlans) {
-    Example board("three-switches");
+    Example board("trap-three-switches");
     EXPECT_EQ(board.members(0, 2), "23333333233");
     EXPECT_EQ(board.members(1, 2), "31133333323");
     EXPECT_EQ(board.members(2, 2), "");
@@ -112,7 +112,7 @@ TEST(ExampleBoardsTest, EachSwitchOfThreeHasItsOwnPartOfTheVlans) {
 }
 
 TEST(ExampleBoardsTest, TheMinimalBoardKeepsOutThePortsThatItLists) {
-    Example board("minimal");
+    Example board("trap-minimal");
     EXPECT_EQ(board.members(0, 5).substr(0, 5), "21333");
     EXPECT_EQ(board.chip(0).getAgeSeconds(), 300U);
 }

@@ -102,7 +102,7 @@ TEST(InputFileTest, ADashIsTheStandardInput) {
         ChildProcess const child = ChildProcess::runSwitchctl(given, {minimal, ""});
         EXPECT_EQ(child.status, 0) << child.errors;
         std::string const text = std::regex_replace(expected.out, std::regex(minimal), "-");
-        EXPECT_EQ(child.out, std::regex_replace(text, std::regex("<B>minimal.xml"), "<B>-"));
+        EXPECT_EQ(child.out, std::regex_replace(text, std::regex("<B>trap-minimal.xml"), "<B>-"));
     }
     TemporaryFile const trace(traceOf(minimal));
     EXPECT_THAT(ChildProcess::runSwitchctl({"replay", "-"}, {trace.path(), ""}).out,

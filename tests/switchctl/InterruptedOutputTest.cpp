@@ -97,7 +97,7 @@ TEST_P(InterruptedOutputTest, LeavesNoUnfinishedFile) {
     if (child == 0) {
         dup2(full.getInput(), STDOUT_FILENO);
         dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
-        execl(SWITCHCTL_PROGRAM, "switchctl", "bring-up", EXAMPLES_FOLDER "/mixed.xml", "--simulate",
+        execl(SWITCHCTL_PROGRAM, "switchctl", "bring-up", EXAMPLES_FOLDER "/trap-mixed.xml", "--simulate",
               "--json", "--trace", trace.c_str(), nullptr);
         _exit(127);
     }

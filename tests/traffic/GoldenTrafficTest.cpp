@@ -63,14 +63,15 @@ INSTANTIATE_TEST_SUITE_P(
     Examples, GoldenTrafficTest,
     testing::Values(
         GoldenCase{"home-gateway", "home-gateway", {}}, GoldenCase{"video-rooms", "video-rooms", {}},
-        GoldenCase{"minimal", "minimal", {}},
+        GoldenCase{"trap-minimal", "trap-minimal", {}},
         // Both links of the interlink, into one another.
-        GoldenCase{"minimal-looped", "minimal", {{{0, 8}, {0, 9}}}},
-        GoldenCase{"access-point", "access-point", {}},
-        GoldenCase{
-            "three-switches", "three-switches", {{{0, 8}, {1, 9}}, {{1, 10}, {2, 8}}, {{2, 9}, {0, 10}}}},
-        GoldenCase{"video-switch", "video-switch", {}},
-        GoldenCase{"mixed", "mixed", {{{0, 10}, {3, 20}}, {{1, 10}, {3, 21}}, {{2, 10}, {3, 22}}}}),
+        GoldenCase{"trap-minimal-looped", "trap-minimal", {{{0, 8}, {0, 9}}}},
+        GoldenCase{"trap-access-point", "trap-access-point", {}},
+        GoldenCase{"trap-three-switches",
+                   "trap-three-switches",
+                   {{{0, 8}, {1, 9}}, {{1, 10}, {2, 8}}, {{2, 9}, {0, 10}}}},
+        GoldenCase{"trap-video-switch", "trap-video-switch", {}},
+        GoldenCase{"trap-mixed", "trap-mixed", {{{0, 10}, {3, 20}}, {{1, 10}, {3, 21}}, {{2, 10}, {3, 22}}}}),
     [](auto const& example) {
         std::string name = example.param.name;
         std::replace(name.begin(), name.end(), '-', '_');

@@ -1,5 +1,5 @@
-// Two stations for voice ping each other across examples/three-switches.xml, brought up by the library, and
-// the chips' registers tell of it: read as switchctl reads them, over the MDIO bus.
+// Two stations for voice ping each other across examples/trap-three-switches.xml, brought up by the library,
+// and the chips' registers tell of it: read as switchctl reads them, over the MDIO bus.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -116,7 +116,7 @@ protected:
         throw std::out_of_range(name);
     }
 
-    board::ModelBringUp _models{EXAMPLES_FOLDER "/three-switches.xml"};
+    board::ModelBringUp _models{EXAMPLES_FOLDER "/trap-three-switches.xml"};
     board::BoardAccess _access{_models.getBoard()};
     SimulatedNetwork _network{_models.getBoard()};
     IpStation _office{officeMac, officeIp, senderAt(office)};

@@ -70,7 +70,7 @@ TEST(DumpedAddressesTest, The88E6096KeepsThem) {
 }
 
 TEST(DumpedAddressesTest, TheVsc7390KeepsThem) {
-    ComparedBoard compared(ComparedBoard::example("video-switch"));
+    ComparedBoard compared(ComparedBoard::example("trap-video-switch"));
     auto& board = compared.bringUp.getBoard();
     auto& chip = board.getVitesse(2);
     std::size_t const before = chip.getMacTable().size();
@@ -79,7 +79,7 @@ TEST(DumpedAddressesTest, TheVsc7390KeepsThem) {
     std::string const text = dumpOf(board, 2, "vsc7390", "parallel");
     EXPECT_NE(text.find("\n  learned 02:00:00:00:00:10 VID 5  DEST_IDX=0x3  "), std::string::npos);
 
-    board::LoadedBoard loaded(*compared.document, "video-switch.xml");
+    board::LoadedBoard loaded(*compared.document, "trap-video-switch.xml");
     loaded.load(std::vector<RegisterDump>{board::DumpReader("dump").read(text)});
     auto& copy = loaded.getBoard().getVitesse(2);
     EXPECT_EQ(copy.getMacTable().size(), before + 2);

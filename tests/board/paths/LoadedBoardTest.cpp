@@ -56,8 +56,8 @@ TEST_P(LoadedBoardTest, ForwardsAsTheChipsDo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, LoadedBoardTest,
-                         testing::Values("minimal", "access-point", "three-switches", "video-switch",
-                                         "mixed"),
+                         testing::Values("trap-minimal", "trap-access-point", "trap-three-switches",
+                                         "trap-video-switch", "trap-mixed"),
                          [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');

@@ -351,14 +351,14 @@ TEST_P(MarvellAddressBitsTest, EntriesOfAddresses) {
     EXPECT_GT(flips.getNoticed(), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, MarvellBitsTest, testing::Values("home-gateway", "three-switches"),
+INSTANTIATE_TEST_SUITE_P(Examples, MarvellBitsTest, testing::Values("home-gateway", "trap-three-switches"),
                          [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');
                              return name;
                          });
-INSTANTIATE_TEST_SUITE_P(Examples, MarvellAddressBitsTest, testing::Values("home-gateway", "three-switches"),
-                         [](auto const& example) {
+INSTANTIATE_TEST_SUITE_P(Examples, MarvellAddressBitsTest,
+                         testing::Values("home-gateway", "trap-three-switches"), [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');
                              return name;

@@ -184,7 +184,7 @@ TEST_F(PathComparisonTest, OnlyWhatIsSelectedCounts) {
 
 TEST(ForwardingRulesTest, RulesThatDecideAreKnown) {
     using board::ForwardingRules;
-    for (char const* const example : {"access-point", "mixed"}) {
+    for (char const* const example : {"trap-access-point", "trap-mixed"}) {
         ComparedBoard const compared(ComparedBoard::example(example));
         for (auto const& line :
              PathComparison(compared.intent, compared.registers, compared.frames).getDifferences()) {
@@ -262,34 +262,34 @@ TEST(ExamplePathsTest, StatesOfSocketsDoNotHold) {
     for (char const* const port : {"0.6", "0.8", "0.10"}) {
         expected.insert({{port, "0.9"}, {"0.9", port}});
     }
-    EXPECT_EQ(pairsOf("access-point", Kind::leak), expected);
-    EXPECT_EQ(pairsOf("access-point", Kind::missing), Pairs());
+    EXPECT_EQ(pairsOf("trap-access-point", Kind::leak), expected);
+    EXPECT_EQ(pairsOf("trap-access-point", Kind::missing), Pairs());
 }
 
 TEST(ExamplePathsTest, APortBasedVlanOpensNoSecurePort) {
-    EXPECT_EQ(pairsOf("three-switches", Kind::missing), (Pairs{{"0.1", "0.0"}}));
-    EXPECT_EQ(pairsOf("three-switches", Kind::leak), Pairs());
+    EXPECT_EQ(pairsOf("trap-three-switches", Kind::missing), (Pairs{{"0.1", "0.0"}}));
+    EXPECT_EQ(pairsOf("trap-three-switches", Kind::leak), Pairs());
 }
 
 TEST(ExamplePathsTest, UnknownVidsJoinAllPortsThatAreUp) {
-    EXPECT_EQ(pairsOf("mixed", Kind::leak), meshOf({"3.1", "3.2", "3.20", "3.21", "3.22"}));
-    EXPECT_EQ(pairsOf("mixed", Kind::missing), (Pairs{{"3.0", "3.20"},
-                                                      {"3.20", "3.0"},
-                                                      {"3.0", "3.21"},
-                                                      {"3.21", "3.0"},
-                                                      {"3.0", "3.22"},
-                                                      {"3.22", "3.0"}}));
+    EXPECT_EQ(pairsOf("trap-mixed", Kind::leak), meshOf({"3.1", "3.2", "3.20", "3.21", "3.22"}));
+    EXPECT_EQ(pairsOf("trap-mixed", Kind::missing), (Pairs{{"3.0", "3.20"},
+                                                           {"3.20", "3.0"},
+                                                           {"3.0", "3.21"},
+                                                           {"3.21", "3.0"},
+                                                           {"3.0", "3.22"},
+                                                           {"3.22", "3.0"}}));
 }
 
 TEST(ExamplePathsTest, ManagementHasNoPath) {
-    EXPECT_EQ(pairsOf("video-switch", Kind::missing), (Pairs{{"2.0", "2.20"}, {"2.20", "2.0"}}));
-    EXPECT_EQ(pairsOf("video-switch", Kind::leak), Pairs());
+    EXPECT_EQ(pairsOf("trap-video-switch", Kind::missing), (Pairs{{"2.0", "2.20"}, {"2.20", "2.0"}}));
+    EXPECT_EQ(pairsOf("trap-video-switch", Kind::leak), Pairs());
     // Its port-based VLAN has them together with the rooms, its tag-based ones do not.
-    EXPECT_EQ(pairsOf("video-switch", Kind::ambiguous).count({"2.22", "2.4"}), 1U);
+    EXPECT_EQ(pairsOf("trap-video-switch", Kind::ambiguous).count({"2.22", "2.4"}), 1U);
 }
 
 TEST(ExamplePathsTest, UnlistedPortsReachEverybody) {
-    Pairs const leaks = pairsOf("minimal", Kind::leak);
+    Pairs const leaks = pairsOf("trap-minimal", Kind::leak);
     for (char const* const from : {"0.2", "0.3", "0.4", "0.5", "0.6", "0.7", "0.10"}) {
         for (unsigned to = 0; to < 11; ++to) {
             std::string const other = "0." + std::to_string(to);

@@ -62,11 +62,11 @@ TEST_P(PathExplanationTest, NothingIsLeftOfWhatWasTried) {
     EXPECT_GT(remedies, 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, PathExplanationTest, testing::Values("minimal", "mixed"),
+INSTANTIATE_TEST_SUITE_P(Examples, PathExplanationTest, testing::Values("trap-minimal", "trap-mixed"),
                          [](auto const& example) { return std::string(example.param); });
 
 TEST_P(PathExplanationTest, ARemedyLetsTheFramePass) {
-    unsigned const id = std::string(GetParam()) == "mixed" ? 3 : 0;
+    unsigned const id = std::string(GetParam()) == "trap-mixed" ? 3 : 0;
     simulation::ChipForwarding const& chip = *compared.registers.getChips().at(id);
     for (unsigned to = 0; to < chip.getNumberOfPorts(); to += 4) {
         PathExplanation const explanation = explain(id, 1, to);
@@ -110,7 +110,7 @@ TEST_P(PathExplanationTest, TheWayToAPortIsThatOfTheFrame) {
 }
 
 TEST(FieldAccessTest, FieldsByName) {
-    ComparedBoard compared(ComparedBoard::example("minimal"));
+    ComparedBoard compared(ComparedBoard::example("trap-minimal"));
     simulation::ChipTestSide& chip = compared.bringUp.getBoard().getChip(0);
     board::FieldAccess const fields(chip, "88e6096");
     EXPECT_EQ(fields.get("port 1", "PortControl2", "802.1QMode"), 3U);

@@ -44,8 +44,8 @@ TEST_P(PathsByFramesTest, StationsGetWhatRegistersSay) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, PathsByFramesTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"),
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"),
                          [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');

@@ -99,11 +99,11 @@ class VitesseObstacleTest : public ObstacleTest {};
 } // namespace
 
 TEST_P(MarvellObstacleTest, IsNamed) {
-    expectItIsNamed("minimal", 0, 1, 0);
+    expectItIsNamed("trap-minimal", 0, 1, 0);
 }
 
 TEST_P(VitesseObstacleTest, IsNamed) {
-    expectItIsNamed("video-switch", 2, 1, 4);
+    expectItIsNamed("trap-video-switch", 2, 1, 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -154,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](auto const& obstacle) { return std::string(obstacle.param.name); });
 
 TEST(VitesseEvidenceTest, TheVlansMaskHasPortsByNumber) {
-    ComparedBoard compared(ComparedBoard::example("video-switch"));
+    ComparedBoard compared(ComparedBoard::example("trap-video-switch"));
     leaveVlan(compared.bringUp.getBoard(), 4, false);
     simulation::EthernetFrame const frame = RegisterPaths::frameOf(FrameKind());
     auto const evidence = ChipEvidence::of(compared.bringUp.getBoard(), 2, "vsc7390",

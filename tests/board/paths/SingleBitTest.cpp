@@ -71,7 +71,7 @@ protected:
         return false;
     }
 
-    ComparedBoard compared{ComparedBoard::example("access-point")};
+    ComparedBoard compared{ComparedBoard::example("trap-access-point")};
     simulation::Marvell88E6096TestSide& chip{compared.bringUp.getBoard().getMarvell(0)};
     std::string const before{pathsOf(compared)};
 

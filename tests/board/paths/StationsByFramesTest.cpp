@@ -127,18 +127,17 @@ TEST_P(StationsByFramesTest, StationsGetWhatRegistersSay) {
     EXPECT_EQ(deliveriesOf(comparison.getLines()), sendAll());
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, StationsByFramesTest,
-                         testing::Values(CabledBoard{"three-switches", {"0.8=1.9", "1.10=2.8", "2.9=0.10"}},
-                                         CabledBoard{"mixed", {"0.10=3.20", "1.10=3.21", "2.10=3.22"}},
-                                         // Wrong on purpose: an uplink where a terminal belongs.
-                                         CabledBoard{"mixed", {"0.1=3.1", "1.10=3.21", "2.6=3.22"}}),
-                         [](auto const& board) {
-                             return testing::PrintToString(board.param) + std::to_string(board.index);
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Examples, StationsByFramesTest,
+    testing::Values(CabledBoard{"trap-three-switches", {"0.8=1.9", "1.10=2.8", "2.9=0.10"}},
+                    CabledBoard{"trap-mixed", {"0.10=3.20", "1.10=3.21", "2.10=3.22"}},
+                    // Wrong on purpose: an uplink where a terminal belongs.
+                    CabledBoard{"trap-mixed", {"0.1=3.1", "1.10=3.21", "2.6=3.22"}}),
+    [](auto const& board) { return testing::PrintToString(board.param) + std::to_string(board.index); });
 
 // By hand: VLANs 2, 3 and 4 run over one cable of the ring each.
 TEST(StationComparisonTest, TheRingOfThreeSwitches) {
-    ComparedBoard const compared(ComparedBoard::example("three-switches"));
+    ComparedBoard const compared(ComparedBoard::example("trap-three-switches"));
     board::Cables const cables({"0.8=1.9", "1.10=2.8", "2.9=0.10"}, compared.intended);
     StationComparison const comparison(compared.intent, compared.registers, compared.frames, cables,
                                        {{0, ~0U}, {1, ~0U}, {2, ~0U}});

@@ -385,7 +385,7 @@ TEST_P(VitesseBitsTest, OptionsOfTags) {
     EXPECT_GT(flips.getNoticed(), 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, VitesseBitsTest, testing::Values("video-rooms", "video-switch"),
+INSTANTIATE_TEST_SUITE_P(Examples, VitesseBitsTest, testing::Values("video-rooms", "trap-video-switch"),
                          [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');

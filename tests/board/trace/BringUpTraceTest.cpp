@@ -65,11 +65,11 @@ TEST_P(TraceOfExampleTest, HasWhatTheChipsHaveSeen) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, TraceOfExampleTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));
 
 TEST(BringUpTraceTest, BeginsWithVersionAndChips) {
-    TracedSession const session(TracedSession::exampleText("minimal"));
+    TracedSession const session(TracedSession::exampleText("trap-minimal"));
     EXPECT_THAT(session.getText(), StartsWith("switchctl trace 1\nchip 0 88e6096\n0."));
     EXPECT_THAT(session.getText(),
                 ContainsRegex("\n0[.][0-9]{9} 0 smi R 0x10/0x03 port0/SwitchIdentifier 0x098[0-9a-f] ok\n"));
@@ -77,12 +77,12 @@ TEST(BringUpTraceTest, BeginsWithVersionAndChips) {
 
 TEST(BringUpTraceTest, HasAccessesThatTheBusFailed) {
     // A look at a ready bit may be refused without harm; anything else is an access that fails.
-    TracedSession const clean(TracedSession::exampleText("video-switch"));
+    TracedSession const clean(TracedSession::exampleText("trap-video-switch"));
     unsigned failures = 0;
     for (std::uint64_t access = 40; access < 60; ++access) {
-        TracedSession const session(TracedSession::exampleText("video-switch"), [&](SimulatedBoard& board) {
-            board.getFaults().strike(access, BusFaults::Kind::accessFails);
-        });
+        TracedSession const session(
+            TracedSession::exampleText("trap-video-switch"),
+            [&](SimulatedBoard& board) { board.getFaults().strike(access, BusFaults::Kind::accessFails); });
         if (session.getText().find(" failed\n") != std::string::npos) {
             ++failures;
         } else {
@@ -93,21 +93,21 @@ TEST(BringUpTraceTest, HasAccessesThatTheBusFailed) {
 }
 
 TEST(BringUpTraceTest, HasAWriteThatTheChipRefused) {
-    TracedSession const session(TracedSession::exampleText("video-switch"), [](SimulatedBoard& board) {
+    TracedSession const session(TracedSession::exampleText("trap-video-switch"), [](SimulatedBoard& board) {
         board.getVitesse(board.getSwitchIds().front()).failAccess(2);
     });
     EXPECT_THAT(session.getText(), ContainsRegex(" failed\n"));
 }
 
 TEST(BringUpTraceTest, HasAccessesToAChipThatDoesNotAnswer) {
-    TracedSession const session(TracedSession::exampleText("minimal"),
+    TracedSession const session(TracedSession::exampleText("trap-minimal"),
                                 [](SimulatedBoard& board) { board.getMarvell(0).unplug(); });
     EXPECT_THAT(session.getText(), ContainsRegex("\n[0-9.]+ 0 smi R - SMICommand 0xffff failed\n"));
     EXPECT_THAT(session.getText(), Not(HasSubstr(" ok\n")));
 }
 
 TEST(BringUpTraceTest, HasTheReadWhoseChipStaysBusy) {
-    TracedSession const session(TracedSession::exampleText("minimal"), [](SimulatedBoard& board) {
+    TracedSession const session(TracedSession::exampleText("trap-minimal"), [](SimulatedBoard& board) {
         board.getMarvell(0).hang(simulation::Marvell88E6096TestSide::CommandUnit::smi, 5);
     });
     EXPECT_THAT(session.getText(), HasSubstr(" failed\n"));

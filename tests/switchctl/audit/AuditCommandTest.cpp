@@ -22,7 +22,7 @@ using testing::StartsWith;
 
 namespace {
 
-std::string const minimal = AuditBench::pathOf("minimal");
+std::string const minimal = AuditBench::pathOf("trap-minimal");
 
 CommandRun audit(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "audit");
@@ -48,8 +48,8 @@ TEST_P(CleanAuditTest, FindsNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, CleanAuditTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));
 
 TEST(AuditCommandTest, ASeededDeviationIsReported) {
     CommandRun const run = audit({minimal, "--simulate", "--deviate", "0/port8/PortControl:PortState=0"});

@@ -70,20 +70,20 @@ TEST_P(DeadBoardTest, AChipThatDiesMeanwhileIsUnread) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Buses, DeadBoardTest,
-                         testing::Values(DeadBus{"minimal", BusFaults::Kind::allZeros},
-                                         DeadBus{"minimal", BusFaults::Kind::allOnes},
-                                         DeadBus{"minimal", BusFaults::Kind::accessFails},
-                                         DeadBus{"three-switches", BusFaults::Kind::allZeros},
-                                         DeadBus{"three-switches", BusFaults::Kind::allOnes},
-                                         DeadBus{"video-switch", BusFaults::Kind::allZeros},
-                                         DeadBus{"video-switch", BusFaults::Kind::allOnes},
-                                         DeadBus{"video-switch", BusFaults::Kind::accessFails},
-                                         DeadBus{"mixed", BusFaults::Kind::allZeros},
-                                         DeadBus{"mixed", BusFaults::Kind::allOnes}),
+                         testing::Values(DeadBus{"trap-minimal", BusFaults::Kind::allZeros},
+                                         DeadBus{"trap-minimal", BusFaults::Kind::allOnes},
+                                         DeadBus{"trap-minimal", BusFaults::Kind::accessFails},
+                                         DeadBus{"trap-three-switches", BusFaults::Kind::allZeros},
+                                         DeadBus{"trap-three-switches", BusFaults::Kind::allOnes},
+                                         DeadBus{"trap-video-switch", BusFaults::Kind::allZeros},
+                                         DeadBus{"trap-video-switch", BusFaults::Kind::allOnes},
+                                         DeadBus{"trap-video-switch", BusFaults::Kind::accessFails},
+                                         DeadBus{"trap-mixed", BusFaults::Kind::allZeros},
+                                         DeadBus{"trap-mixed", BusFaults::Kind::allOnes}),
                          [](auto const& test) { return nameOf(test.param); });
 
 TEST(DeadTableTest, WhatIsInATableThatWasNotReadIsNotCompared) {
-    AuditBench bench("minimal");
+    AuditBench bench("trap-minimal");
     ASSERT_THAT(bench.audit(), IsEmpty());
     unsigned const registers = bench.getRun().getRegisters();
     ASSERT_GT(bench.getRun().getEntries(), 0U);

@@ -74,5 +74,5 @@ TEST_P(EveryRegisterTest, IsComparedOrCountedAsLeftOut) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, EveryRegisterTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));

@@ -85,5 +85,5 @@ TEST_P(HarmlessAuditTest, MisusesNoChip) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, HarmlessAuditTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));

@@ -27,7 +27,7 @@ enum Register : unsigned {
 
 class MarvellDeviationTest : public testing::Test {
 protected:
-    AuditBench bench{"minimal"};
+    AuditBench bench{"trap-minimal"};
     Marvell88E6096TestSide& chip{bench.getBoard().getMarvell(0)};
 };
 

@@ -48,7 +48,7 @@ protected:
         return {};
     }
 
-    AuditBench bench{"video-switch"};
+    AuditBench bench{"trap-video-switch"};
     Vsc7390TestSide* chip = nullptr;
     std::string name;
 };

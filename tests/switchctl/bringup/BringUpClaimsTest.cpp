@@ -47,10 +47,10 @@ CommandRun disturbed(std::vector<std::string> words, std::function<void(Simulate
 }
 
 TEST(BringUpClaimsTest, CountsTheFindingsOfTheChecksFirst) {
-    CommandRun const run = program({EXAMPLES_FOLDER "/mixed.xml", "--simulate"});
+    CommandRun const run = program({EXAMPLES_FOLDER "/trap-mixed.xml", "--simulate"});
     EXPECT_EQ(run.status, ExitStatus::errorsFound) << run.errors;
     EXPECT_THAT(run.out, StartsWith("check: 1 error, 9 warnings, 13 notes; \"switchctl check " EXAMPLES_FOLDER
-                                    "/mixed.xml\" shows them\n"));
+                                    "/trap-mixed.xml\" shows them\n"));
 }
 
 TEST(BringUpClaimsTest, AnErrorOfTheChecksHasAStatusOfItsOwn) {
@@ -83,7 +83,7 @@ TEST(BringUpClaimsTest, AnErrorThatTheLibraryLogsHasTheSame) {
 }
 
 TEST(BringUpClaimsTest, ListsMisuseByRegisterAndAccess) {
-    std::string const mixed = EXAMPLES_FOLDER "/mixed.xml";
+    std::string const mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
     CommandRun const run = program({mixed, "--simulate", "--misuse"});
     EXPECT_THAT(run.out, ContainsRegex("driver misuse seen by the models: 23\n"
                                        "  switch 3  analyser/register 0xa1  access [0-9]+: unknown register: "
@@ -142,7 +142,7 @@ TEST(BringUpClaimsTest, ChipsThatAreGoneAfterwardsAreNotReadBack) {
 TEST(BringUpClaimsTest, ADeadBoardIsToldOnceForEachSwitch) {
     for (auto const kind : {simulation::BusFaults::Kind::allZeros, simulation::BusFaults::Kind::allOnes}) {
         CommandRun const run =
-            disturbed({EXAMPLES_FOLDER "/three-switches.xml", "--simulate"},
+            disturbed({EXAMPLES_FOLDER "/trap-three-switches.xml", "--simulate"},
                       [&](SimulatedBoard& board) { board.getFaults().strikeFrom(1, kind); });
         EXPECT_EQ(run.status, ExitStatus::switchMissing);
         EXPECT_THAT(run.out, HasSubstr("switches: 0 of 3 found\n"));

@@ -146,10 +146,10 @@ TEST_P(BringUpFaultyBusTest, WrongRegistersAreReported) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Buses, BringUpFaultyBusTest,
-                         testing::Values(Bus{"minimal", BusFaults::Kind::accessFails, 40, 3'000},
-                                         Bus{"minimal", BusFaults::Kind::accessFails, 40, 20'000},
-                                         Bus{"minimal", BusFaults::Kind::bitFlipped, 40, 3'000},
-                                         Bus{"minimal", BusFaults::Kind::bitFlipped, 40, 20'000},
-                                         Bus{"three-switches", BusFaults::Kind::accessFails, 5, 20'000},
-                                         Bus{"video-switch", BusFaults::Kind::accessFails, 5, 26'000},
-                                         Bus{"video-switch", BusFaults::Kind::bitFlipped, 5, 26'000}));
+                         testing::Values(Bus{"trap-minimal", BusFaults::Kind::accessFails, 40, 3'000},
+                                         Bus{"trap-minimal", BusFaults::Kind::accessFails, 40, 20'000},
+                                         Bus{"trap-minimal", BusFaults::Kind::bitFlipped, 40, 3'000},
+                                         Bus{"trap-minimal", BusFaults::Kind::bitFlipped, 40, 20'000},
+                                         Bus{"trap-three-switches", BusFaults::Kind::accessFails, 5, 20'000},
+                                         Bus{"trap-video-switch", BusFaults::Kind::accessFails, 5, 26'000},
+                                         Bus{"trap-video-switch", BusFaults::Kind::bitFlipped, 5, 26'000}));

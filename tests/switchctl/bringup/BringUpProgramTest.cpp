@@ -155,7 +155,7 @@ TEST(BringUpProgramTest, ShowsMessagesUpToTheLevel) {
 
 TEST(BringUpProgramTest, LinesAreBrokenBetweenMembers) {
     ChildProcess const child =
-        ChildProcess::runSwitchctl({"bring-up", EXAMPLES_FOLDER "/mixed.xml", "--simulate"});
+        ChildProcess::runSwitchctl({"bring-up", EXAMPLES_FOLDER "/trap-mixed.xml", "--simulate"});
     EXPECT_THAT(child.out,
                 HasSubstr("\n  VLAN 5 (0x5, written \"5\")  tag-based: 0.1(addTagIfUntagged/stripTag)\n"
                           "      0.2(addTagIfUntagged/stripTag) 0.10(validateTag/validateTag) "

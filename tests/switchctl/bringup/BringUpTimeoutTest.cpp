@@ -25,7 +25,7 @@ namespace {
 using Disturb = std::function<void(SimulatedBoard&)>;
 
 CommandRun bringUp(std::vector<std::string> words, Disturb const& disturb,
-                   std::string const& document = EXAMPLES_FOLDER "/video-switch.xml") {
+                   std::string const& document = EXAMPLES_FOLDER "/trap-video-switch.xml") {
     words.insert(words.begin(), {"bring-up", document, "--simulate"});
     DocumentChecks const none = [](reference_host::XmlDocument&) { return FindingCounts(); };
     return CommandRun::of<BringUpCommand>(words, std::string("/nonexistent/mem"), none, disturb);
@@ -59,7 +59,7 @@ TEST(BringUpTimeoutTest, SoDoesABusThatAnswersZerosFromSomeMomentOn) {
 }
 
 TEST(BringUpTimeoutTest, SoDoesAnMdioBusOnWhichNothingEndsAnyMore) {
-    std::string const minimal = EXAMPLES_FOLDER "/minimal.xml";
+    std::string const minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
     CommandRun const chip = bringUp(
         {},
         [](SimulatedBoard& board) {

@@ -230,7 +230,7 @@ int statusOfProgram(std::string const& arguments) {
 
 TEST(CheckProgramTest, EndsWithTheStatus) {
     EXPECT_EQ(statusOfProgram("check " EXAMPLES_FOLDER "/home-gateway.xml"), 0);
-    EXPECT_EQ(statusOfProgram("check " EXAMPLES_FOLDER "/access-point.xml"), 10);
+    EXPECT_EQ(statusOfProgram("check " EXAMPLES_FOLDER "/trap-access-point.xml"), 10);
     EXPECT_EQ(statusOfProgram("check /nonexistent/board.xml"), 3);
     EXPECT_EQ(statusOfProgram("check"), 2);
     EXPECT_EQ(statusOfProgram("check --list"), 0);

@@ -65,34 +65,34 @@ TEST(ExampleDocumentsTest, ThoseToBeginWithHaveNotesOnly) {
 }
 
 TEST(ExampleDocumentsTest, ErrorsAreTrapsOfTheirBoards) {
-    EXPECT_EQ(findingsOf("minimal.xml", Severity::error), Findings{"12 88e6096-port-unlisted"});
-    EXPECT_THAT(findingsOf("access-point.xml", Severity::error), IsEmpty());
-    EXPECT_THAT(findingsOf("three-switches.xml", Severity::error), IsEmpty());
-    EXPECT_EQ(findingsOf("video-switch.xml", Severity::error), Findings{"12 vsc7390-vlan-hopping"});
-    EXPECT_EQ(findingsOf("mixed.xml", Severity::error), Findings{"20 vsc7390-vlan-hopping"});
+    EXPECT_EQ(findingsOf("trap-minimal.xml", Severity::error), Findings{"12 88e6096-port-unlisted"});
+    EXPECT_THAT(findingsOf("trap-access-point.xml", Severity::error), IsEmpty());
+    EXPECT_THAT(findingsOf("trap-three-switches.xml", Severity::error), IsEmpty());
+    EXPECT_EQ(findingsOf("trap-video-switch.xml", Severity::error), Findings{"12 vsc7390-vlan-hopping"});
+    EXPECT_EQ(findingsOf("trap-mixed.xml", Severity::error), Findings{"20 vsc7390-vlan-hopping"});
 }
 
 TEST(ExampleDocumentsTest, TwoPortsOfTheAccessPointForwardThoughTheyAreNotTo) {
-    EXPECT_EQ(warningsOf("access-point.xml"),
+    EXPECT_EQ(warningsOf("trap-access-point.xml"),
               (Findings{"23 88e6096-status-does-not-hold", "38 88e6096-status-does-not-hold"}));
 }
 
 TEST(ExampleDocumentsTest, TheMinimalBoardDoesNotListAllPortsAndHasATrunk) {
-    EXPECT_EQ(warningsOf("minimal.xml"), (Findings{"12 ports-beyond-count", "18 trunk-unsupported"}));
+    EXPECT_EQ(warningsOf("trap-minimal.xml"), (Findings{"12 ports-beyond-count", "18 trunk-unsupported"}));
 }
 
 TEST(ExampleDocumentsTest, TheServiceSocketOfThreeSwitchesIsInNoTagBasedVlan) {
-    EXPECT_EQ(warningsOf("three-switches.xml"), Findings{"20 port-in-no-vlan"});
+    EXPECT_EQ(warningsOf("trap-three-switches.xml"), Findings{"20 port-in-no-vlan"});
 }
 
 TEST(ExampleDocumentsTest, TheVideoSwitchNeedsItsHost) {
-    EXPECT_EQ(warningsOf("video-switch.xml"),
+    EXPECT_EQ(warningsOf("trap-video-switch.xml"),
               (Findings{"12 vsc7390-trunk-loops-while-restarting", "54 vsc7390-vlan-opens-no-path",
                         "92 vsc7390-port-based-overwritten"}));
 }
 
 TEST(ExampleDocumentsTest, TheMixedBoardIsOdd) {
-    EXPECT_THAT(warningsOf("mixed.xml"),
+    EXPECT_THAT(warningsOf("trap-mixed.xml"),
                 UnorderedElementsAre("20 vsc7390-beside-other-ports", "22 port-in-no-vlan",
                                      "23 port-in-no-vlan", "48 port-in-no-vlan", "66 port-in-no-vlan",
                                      "82 port-in-no-vlan", "89 vsc7390-vlan-opens-no-path",

@@ -22,9 +22,9 @@ using testing::Not;
 
 namespace {
 
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
-constexpr char const* minimal = EXAMPLES_FOLDER "/minimal.xml";
-constexpr char const* video = EXAMPLES_FOLDER "/video-switch.xml";
+constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
+constexpr char const* minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
+constexpr char const* video = EXAMPLES_FOLDER "/trap-video-switch.xml";
 
 CommandRun doctor(std::vector<std::string> words) {
     words.insert(words.begin(), "doctor");

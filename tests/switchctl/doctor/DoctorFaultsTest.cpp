@@ -24,9 +24,9 @@ namespace {
 using Words = std::vector<std::string>;
 
 /// 88E6096 chips at 0, 1 and 2, and a VSC7390 with id 3.
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
+constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
 /// A VSC7390 with id 2.
-constexpr char const* video = EXAMPLES_FOLDER "/video-switch.xml";
+constexpr char const* video = EXAMPLES_FOLDER "/trap-video-switch.xml";
 
 struct Fault {
     std::string text;

@@ -49,7 +49,7 @@ protected:
 
     static constexpr unsigned _control = 0x55;
     std::unique_ptr<reference_host::XmlDocument> const _document =
-        reference_host::XmlDocument::fromFile(EXAMPLES_FOLDER "/mixed.xml");
+        reference_host::XmlDocument::fromFile(EXAMPLES_FOLDER "/trap-mixed.xml");
     mutable SimulatedBoard _board{*_document};
     board::ClockAdoption const _clock{&_board.getClock()};
     board::BoardAccess _access{_board};

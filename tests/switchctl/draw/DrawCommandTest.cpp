@@ -37,14 +37,14 @@ protected:
         return run.status;
     }
 
-    std::string const mixed = EXAMPLES_FOLDER "/mixed.xml";
+    std::string const mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
     std::ostringstream out;
     std::ostringstream errors;
 };
 
 TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
-    for (std::string const name : {"home-gateway", "video-rooms", "minimal", "access-point", "three-switches",
-                                   "video-switch", "mixed"}) {
+    for (std::string const name : {"home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                   "trap-three-switches", "trap-video-switch", "trap-mixed"}) {
         TemporaryFile const picture;
         EXPECT_EQ(run(EXAMPLES_FOLDER "/" + name + ".xml --graphviz " DOT_PROGRAM " -o " + picture.path()),
                   chips::ExitStatus::success)
@@ -59,7 +59,7 @@ TEST_F(DrawCommandTest, EveryExampleBecomesAPicture) {
 
 TEST_F(DrawCommandTest, DotGoesToTheStandardOutputOrAFile) {
     EXPECT_EQ(run(mixed + " --format dot"), chips::ExitStatus::success);
-    EXPECT_THAT(out.str(), StartsWith("graph board {\n  graph [label=<<B>mixed.xml</B>>"));
+    EXPECT_THAT(out.str(), StartsWith("graph board {\n  graph [label=<<B>trap-mixed.xml</B>>"));
     std::string const text = out.str();
     TemporaryFile const file;
     EXPECT_EQ(run(mixed + " --format dot -o " + file.path()), chips::ExitStatus::success);

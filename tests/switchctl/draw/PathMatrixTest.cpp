@@ -71,7 +71,7 @@ struct Matrix {
 } // namespace
 
 TEST(PathMatrixTest, ACellHasTheVlansOfItsFramesAndWhetherTheyHaveTags) {
-    Matrix const point("access-point");
+    Matrix const point("trap-access-point");
     auto const& cells = point.matrix.getCells();
     PathMatrix::Cell const& uplink = cells.at({0, 0, 8});
     EXPECT_EQ(uplink.colours, (std::set<PathMatrix::Colour>{{4, true}}));
@@ -86,7 +86,7 @@ TEST(PathMatrixTest, ACellHasTheVlansOfItsFramesAndWhetherTheyHaveTags) {
 }
 
 TEST(PathMatrixTest, APathThatIsMissingIsInItsCell) {
-    Matrix const switches("three-switches");
+    Matrix const switches("trap-three-switches");
     PathMatrix::Cell const& missing = switches.matrix.getCells().at({0, 1, 0});
     EXPECT_TRUE(missing.isMissing);
     EXPECT_FALSE(missing.isWrong);
@@ -100,7 +100,7 @@ TEST(PathMatrixTest, APathThatIsMissingIsInItsCell) {
 
 // Each pair of ports that a frame gets from and to has a cell, and no other has one.
 TEST(PathMatrixTest, CellsAreThePairsThatReachOneAnother) {
-    for (char const* const name : {"access-point", "video-switch", "mixed"}) {
+    for (char const* const name : {"trap-access-point", "trap-video-switch", "trap-mixed"}) {
         Matrix const example(name);
         std::size_t cells = 0;
         for (auto const& [id, chip] : example.registers.getChips()) {
@@ -132,12 +132,12 @@ TEST(PathMatrixTest, CellsAreThePairsThatReachOneAnother) {
 }
 
 TEST(PathMatrixTest, APictureHasATitleForEachCell) {
-    CommandRun const drawn = drawAs(pathOf("access-point") + " -o -");
+    CommandRun const drawn = drawAs(pathOf("trap-access-point") + " -o -");
     EXPECT_EQ(drawn.status, ExitStatus::success) << drawn.errors;
     Picture const picture(drawn.out);
     EXPECT_EQ(picture.count("/*[local-name()='svg']/*[local-name()='title']"), 1);
     EXPECT_EQ(picture.count("//*[@class='switch']"), 1);
-    Matrix const point("access-point");
+    Matrix const point("trap-access-point");
     auto const& cells = point.matrix.getCells();
     auto const wrong =
         std::count_if(cells.begin(), cells.end(), [](auto const& c) { return c.second.isWrong; });
@@ -151,7 +151,7 @@ TEST(PathMatrixTest, APictureHasATitleForEachCell) {
 }
 
 TEST(PathMatrixTest, WhatIsMissingIsHatched) {
-    CommandRun const drawn = drawAs(pathOf("three-switches") + " -o -");
+    CommandRun const drawn = drawAs(pathOf("trap-three-switches") + " -o -");
     EXPECT_EQ(Picture(drawn.out).countCells("missing"), 1);
     EXPECT_EQ(Picture(drawn.out).count("//*[@class='missing']/*[@fill='url(#missing)']"), 1);
     EXPECT_EQ(Picture(drawn.out).count("//*[@class='switch']"), 3);
@@ -159,11 +159,11 @@ TEST(PathMatrixTest, WhatIsMissingIsHatched) {
 
 TEST(PathMatrixTest, OnlyAPictureInSvgHasPaths) {
     for (char const* const other : {" -o /tmp/x.png", " --format dot", " --json", " -o x.json"}) {
-        CommandRun const refused = drawAs(pathOf("minimal") + other);
+        CommandRun const refused = drawAs(pathOf("trap-minimal") + other);
         EXPECT_EQ(refused.status, ExitStatus::usage) << other;
         EXPECT_THAT(refused.errors, StartsWith("switchctl: --paths: can only be drawn as svg; "));
     }
-    EXPECT_EQ(drawAs(pathOf("minimal")).status, ExitStatus::usage);
+    EXPECT_EQ(drawAs(pathOf("trap-minimal")).status, ExitStatus::usage);
 }
 
 TEST(PathMatrixTest, ADocumentThatDoesNotComeUpHasNoPaths) {

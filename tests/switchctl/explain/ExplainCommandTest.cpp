@@ -32,12 +32,12 @@ CommandRun explain(std::string const& example, std::vector<std::string> argument
 } // namespace
 
 TEST(ExplainCommandTest, AFrameThatIsDelivered) {
-    CommandRun const run = explain("minimal", {"0.1", "to", "0.0"});
+    CommandRun const run = explain("trap-minimal", {"0.1", "to", "0.0"});
     EXPECT_EQ(run.status, ExitStatus::success);
     EXPECT_EQ(run.errors, "");
     EXPECT_THAT(run.out, StartsWith("in at 0.1, untagged, "));
-    EXPECT_THAT(run.out, HasSubstr("\n  M7   VLAN: VLAN 5 (0x5, written \"5\"), " + exampleOf("minimal") +
-                                   ":28 (likely: "));
+    EXPECT_THAT(run.out, HasSubstr("\n  M7   VLAN: VLAN 5 (0x5, written \"5\"), " +
+                                   exampleOf("trap-minimal") + ":28 (likely: "));
     EXPECT_THAT(run.out, HasSubstr("\n         0/port 1/PortControl2:802.1QMode = 0x3\n"
                                    "         0/port 1/DefaultVLAN:DefaultVID = 0x5\n"
                                    "         0/VTU/VID 5:MemberTag1 = member, untagged\n"));
@@ -48,7 +48,7 @@ TEST(ExplainCommandTest, AFrameThatIsDelivered) {
 }
 
 TEST(ExplainCommandTest, AFrameThatIsDropped) {
-    CommandRun const run = explain("three-switches", {"0.1", "untagged", "to", "0.0"});
+    CommandRun const run = explain("trap-three-switches", {"0.1", "untagged", "to", "0.0"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
     EXPECT_THAT(
         run.out,
@@ -64,7 +64,7 @@ TEST(ExplainCommandTest, AFrameThatIsDropped) {
 }
 
 TEST(ExplainCommandTest, AFrameThatGoesElsewhere) {
-    CommandRun const run = explain("access-point", {"0.0", "to", "0.6"});
+    CommandRun const run = explain("trap-access-point", {"0.0", "to", "0.6"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
     EXPECT_THAT(run.out,
                 HasSubstr("\n         0/VTU/VID 4:MemberTag6 = not a member\n"
@@ -82,7 +82,7 @@ TEST(ExplainCommandTest, AFrameThatGoesElsewhere) {
 }
 
 TEST(ExplainCommandTest, PortsOfAVsc7390ThatAreOff) {
-    CommandRun const run = explain("video-switch", {"2.20", "to", "2.0"});
+    CommandRun const run = explain("trap-video-switch", {"2.20", "to", "2.0"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
     EXPECT_THAT(
         run.out,
@@ -97,35 +97,35 @@ TEST(ExplainCommandTest, PortsOfAVsc7390ThatAreOff) {
 }
 
 TEST(ExplainCommandTest, Groups) {
-    CommandRun const run = explain("video-switch", {"2.1", "to", "239.20.0.1"});
+    CommandRun const run = explain("trap-video-switch", {"2.1", "to", "239.20.0.1"});
     EXPECT_EQ(run.status, ExitStatus::success);
     EXPECT_THAT(run.out, EndsWith("\ndelivered untagged at 2.4, untagged at 2.5, untagged at 2.7\n"));
-    EXPECT_EQ(explain("video-switch", {"2.0", "to", "all"}).status, ExitStatus::notDelivered);
+    EXPECT_EQ(explain("trap-video-switch", {"2.0", "to", "all"}).status, ExitStatus::notDelivered);
 }
 
 TEST(ExplainCommandTest, OverCables) {
-    CommandRun const ring = explain("three-switches", {"1.1", "to", "0.0"});
+    CommandRun const ring = explain("trap-three-switches", {"1.1", "to", "0.0"});
     EXPECT_EQ(ring.status, ExitStatus::success);
     EXPECT_THAT(ring.out, HasSubstr("\nout tagged 2 at 1.9\n"));
     EXPECT_THAT(ring.out, HasSubstr("\nin at 0.8, tagged 2, VLAN 2 (0x2, written \"2\"), "));
     EXPECT_THAT(ring.out, EndsWith("\ndelivered tagged 2 at 0.0 \"processor\"\n"));
-    CommandRun const mixed = explain("mixed", {"0.1", "to", "3.0", "--cable", "0.10=3.20"});
+    CommandRun const mixed = explain("trap-mixed", {"0.1", "to", "3.0", "--cable", "0.10=3.20"});
     EXPECT_EQ(mixed.status, ExitStatus::notDelivered);
     EXPECT_THAT(mixed.out, HasSubstr("\nstops here: V10 (masks) of switch 3 on the way to 3.0, because the "
                                      "source mask leaves no port\n"));
     // The wrong cable: the frame stops at its first switch.
-    EXPECT_THAT(explain("mixed", {"0.1", "to", "3.0", "--cable", "0.9=3.20"}).out,
+    EXPECT_THAT(explain("trap-mixed", {"0.1", "to", "3.0", "--cable", "0.9=3.20"}).out,
                 Not(HasSubstr("in at 3.20")));
 }
 
 TEST(ExplainCommandTest, APriorityTagIsOfNoVlan) {
-    CommandRun const run = explain("minimal", {"0.1", "tagged", "0", "to", "0.0"});
+    CommandRun const run = explain("trap-minimal", {"0.1", "tagged", "0", "to", "0.0"});
     EXPECT_EQ(run.status, ExitStatus::success);
-    EXPECT_THAT(run.out, StartsWith("in at 0.1, tagged 0, " + exampleOf("minimal") + ":14\n"));
+    EXPECT_THAT(run.out, StartsWith("in at 0.1, tagged 0, " + exampleOf("trap-minimal") + ":14\n"));
 }
 
 TEST(ExplainCommandTest, NoFrameGoesBackWhereItCameFrom) {
-    CommandRun const run = explain("minimal", {"0.1", "to", "0.1"});
+    CommandRun const run = explain("trap-minimal", {"0.1", "to", "0.1"});
     EXPECT_EQ(run.status, ExitStatus::notDelivered);
     EXPECT_THAT(run.out,
                 HasSubstr("\n         0/port 1/PortBasedVLANMap:VLANTable = 0x7fd, without port 1\n"));
@@ -137,18 +137,20 @@ TEST(ExplainCommandTest, NoFrameGoesBackWhereItCameFrom) {
 }
 
 TEST(ExplainCommandTest, WrongLines) {
-    EXPECT_EQ(explain("mixed", {"0.1", "to", "3.0"}).errors,
+    EXPECT_EQ(explain("trap-mixed", {"0.1", "to", "3.0"}).errors,
               "switchctl: no --cable leads from switch 0 to switch 3\n");
-    EXPECT_EQ(explain("minimal", {"0.1", "to", "0.11"}).errors, "switchctl: the board has no port 0.11\n");
-    EXPECT_EQ(explain("minimal", {"0.11", "to", "0.1"}).errors, "switchctl: the board has no port 0.11\n");
+    EXPECT_EQ(explain("trap-minimal", {"0.1", "to", "0.11"}).errors,
+              "switchctl: the board has no port 0.11\n");
+    EXPECT_EQ(explain("trap-minimal", {"0.11", "to", "0.1"}).errors,
+              "switchctl: the board has no port 0.11\n");
     for (auto const& words : std::vector<std::vector<std::string>>{
              {"x", "to", "0.1"}, {"0.1", "to"}, {"0.1"}, {"0.1", "to", "0.11"}, {"0.1", "to", "3.0"}}) {
-        EXPECT_EQ(explain("minimal", words).status, ExitStatus::usage);
+        EXPECT_EQ(explain("trap-minimal", words).status, ExitStatus::usage);
     }
 }
 
 TEST(ExplainCommandTest, JsonHasEachStep) {
-    json const way = json::parse(explain("three-switches", {"0.1", "to", "0.0", "--json"}).out);
+    json const way = json::parse(explain("trap-three-switches", {"0.1", "to", "0.0", "--json"}).out);
     EXPECT_EQ(way["delivered"], false);
     json const& hop = way["hops"][0];
     EXPECT_EQ(hop["from"], "0.1");
@@ -169,7 +171,7 @@ TEST(ExplainCommandTest, JsonHasEachStep) {
 }
 
 TEST(ExplainCommandTest, JsonHasWhatIsDelivered) {
-    json const way = json::parse(explain("minimal", {"0.1", "to", "0.0", "--json"}).out);
+    json const way = json::parse(explain("trap-minimal", {"0.1", "to", "0.0", "--json"}).out);
     EXPECT_EQ(way["delivered"], true);
     EXPECT_EQ(way["deliveries"], json::array({{{"port", "0.0"}, {"form", "tagged 5"}}}));
     json const& hop = way["hops"][0];

@@ -132,8 +132,8 @@ TEST_P(FromDumpTest, SoAreExplanations) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, FromDumpTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"),
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"),
                          [](auto const& example) {
                              std::string name = example.param;
                              std::replace(name.begin(), name.end(), '-', '_');
@@ -221,7 +221,7 @@ TEST_F(BadDumpTest, EntriesOfJsonAreNamed) {
 }
 
 TEST_F(BadDumpTest, DumpsOfOtherSwitchesAreRefused) {
-    EXPECT_EQ(refusalOf(dump({"smi", "--switch", "1"}, exampleOf("three-switches"), {"--tables"})),
+    EXPECT_EQ(refusalOf(dump({"smi", "--switch", "1"}, exampleOf("trap-three-switches"), {"--tables"})),
               ": of a 88e6096 over smi --switch 1, which the board does not have\n");
     TemporaryFile const first(good);
     TemporaryFile const second(good);
@@ -231,7 +231,7 @@ TEST_F(BadDumpTest, DumpsOfOtherSwitchesAreRefused) {
               "switchctl: " + second.path() + ": port 0/PortStatus of switch 0 is in another dump, too\n");
     TemporaryFile const nameless(without(good, "over "));
     EXPECT_EQ(paths({path, "--from", nameless.path()}).errors, "") << "there is one 88E6096";
-    EXPECT_EQ(paths({exampleOf("three-switches"), "--from", nameless.path()}).errors,
+    EXPECT_EQ(paths({exampleOf("trap-three-switches"), "--from", nameless.path()}).errors,
               "switchctl: " + nameless.path() + ": does not say of which 88e6096 of the board it is\n");
 }
 
@@ -243,12 +243,12 @@ TEST_F(BadDumpTest, PhysWithoutADumpAreUnread) {
     EXPECT_EQ(document["unreadPhys"], json::array({0}));
 }
 
-/// three-switches.xml, of which one is dumped.
+/// trap-three-switches.xml, of which one is dumped.
 class UnreadSwitchTest : public testing::Test {
 protected:
     UnreadSwitchTest() { dumpSwitch(files, path, 1, true, {}); }
 
-    std::string const path = exampleOf("three-switches");
+    std::string const path = exampleOf("trap-three-switches");
     Files files;
 };
 

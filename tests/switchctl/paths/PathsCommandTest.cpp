@@ -113,19 +113,19 @@ TEST(PathsCommandTest, AContradictionIsAnError) {
 }
 
 TEST(PathsCommandTest, OnlyBetweenTwoPorts) {
-    CommandRun const paths = run({exampleOf("minimal"), "--between", "0.0", "0.1"});
+    CommandRun const paths = run({exampleOf("trap-minimal"), "--between", "0.0", "0.1"});
     EXPECT_EQ(paths.status, ExitStatus::success);
     EXPECT_THAT(paths.out, HasSubstr("  0.1 (untagged, tagged 0)\n      reach 0.0 tagged 5\n"));
     EXPECT_THAT(paths.out, Not(HasSubstr("0.2")));
-    EXPECT_EQ(run({"--between", "0.0", "0.2", exampleOf("minimal")}).status, ExitStatus::badDocument);
+    EXPECT_EQ(run({"--between", "0.0", "0.2", exampleOf("trap-minimal")}).status, ExitStatus::badDocument);
 }
 
 TEST(PathsCommandTest, PortsThatAreNoneAreRefused) {
-    EXPECT_EQ(run({exampleOf("minimal"), "--between", "0.0"}).status, ExitStatus::usage);
-    CommandRun const malformed = run({exampleOf("minimal"), "--between", "0.0", "x"});
+    EXPECT_EQ(run({exampleOf("trap-minimal"), "--between", "0.0"}).status, ExitStatus::usage);
+    CommandRun const malformed = run({exampleOf("trap-minimal"), "--between", "0.0", "x"});
     EXPECT_EQ(malformed.status, ExitStatus::usage);
     EXPECT_THAT(malformed.errors, HasSubstr("\"x\" is not of the form SWITCH.PORT"));
-    CommandRun const beyond = run({exampleOf("minimal"), "--between", "0.0", "0.11"});
+    CommandRun const beyond = run({exampleOf("trap-minimal"), "--between", "0.0", "0.11"});
     EXPECT_EQ(beyond.status, ExitStatus::usage);
     EXPECT_EQ(beyond.errors, "switchctl: the board has no port 0.11\n");
 }
@@ -170,15 +170,15 @@ TEST(PathsCommandTest, ExamplesToBeginWithHaveNoDifferences) {
 // What examples are known to do, by kinds: their traps are their own.
 TEST(PathsCommandTest, KindsOfDifferencesOfTheExamples) {
     using Kinds = std::map<std::string, int>;
-    EXPECT_EQ(kindsIn(jsonOf(exampleOf("minimal"))), (Kinds{{"leak", 10}}));
-    EXPECT_EQ(kindsIn(jsonOf(exampleOf("access-point"))), (Kinds{{"leak", 6}}));
-    EXPECT_EQ(kindsIn(jsonOf(exampleOf("three-switches"))), (Kinds{{"ambiguous", 1}, {"missing", 1}}));
-    EXPECT_EQ(kindsIn(jsonOf(exampleOf("video-switch"))), (Kinds{{"ambiguous", 2}, {"missing", 2}}));
-    EXPECT_EQ(kindsIn(jsonOf(exampleOf("mixed"))), (Kinds{{"leak", 2}, {"missing", 6}}));
+    EXPECT_EQ(kindsIn(jsonOf(exampleOf("trap-minimal"))), (Kinds{{"leak", 10}}));
+    EXPECT_EQ(kindsIn(jsonOf(exampleOf("trap-access-point"))), (Kinds{{"leak", 6}}));
+    EXPECT_EQ(kindsIn(jsonOf(exampleOf("trap-three-switches"))), (Kinds{{"ambiguous", 1}, {"missing", 1}}));
+    EXPECT_EQ(kindsIn(jsonOf(exampleOf("trap-video-switch"))), (Kinds{{"ambiguous", 2}, {"missing", 2}}));
+    EXPECT_EQ(kindsIn(jsonOf(exampleOf("trap-mixed"))), (Kinds{{"leak", 2}, {"missing", 6}}));
 }
 
 TEST(PathsCommandTest, JsonHasAllOfALine) {
-    json const missing = jsonOf(exampleOf("three-switches"))["differences"][0];
+    json const missing = jsonOf(exampleOf("trap-three-switches"))["differences"][0];
     EXPECT_EQ(missing["kind"], "missing");
     EXPECT_EQ(missing["severity"], "warning");
     EXPECT_EQ(missing["line"], 20);
@@ -192,7 +192,7 @@ TEST(PathsCommandTest, JsonHasAllOfALine) {
 }
 
 TEST(PathsCommandTest, OverCables) {
-    CommandRun const paths = run({exampleOf("mixed"), "--cable", "0.10=3.20", "--cable", "1.10=3.22"});
+    CommandRun const paths = run({exampleOf("trap-mixed"), "--cable", "0.10=3.20", "--cable", "1.10=3.22"});
     EXPECT_THAT(paths.out, HasSubstr("\nover the cables 0.10=3.20 1.10=3.22\n  nobody reaches anybody\n"));
     EXPECT_THAT(paths.out,
                 HasSubstr(": warning: cable 1.10=3.22: 1.10 is in VLAN 6 (0x6, written \"6\"), 3.22 is not "
@@ -202,19 +202,19 @@ TEST(PathsCommandTest, OverCables) {
 }
 
 TEST(PathsCommandTest, OverTheCablesOfTheDocument) {
-    CommandRun const ring = run({exampleOf("three-switches")});
+    CommandRun const ring = run({exampleOf("trap-three-switches")});
     EXPECT_THAT(ring.out, HasSubstr("\nover the cables 0.8=1.9 0.10=2.9 1.10=2.8\n"));
     EXPECT_THAT(ring.out, HasSubstr("  0.0 \"processor\" (tagged 2)\n"
                                     "      reach 1.1 \"table 1\" 1.2 \"table 2\" untagged\n"));
-    EXPECT_EQ(run({exampleOf("three-switches"), "--cable", "1.9=0.8"}).out, ring.out);
-    json const document = jsonOf(exampleOf("three-switches"));
+    EXPECT_EQ(run({exampleOf("trap-three-switches"), "--cable", "1.9=0.8"}).out, ring.out);
+    json const document = jsonOf(exampleOf("trap-three-switches"));
     EXPECT_EQ(document["cables"], json({"0.8=1.9", "0.10=2.9", "1.10=2.8"}));
     EXPECT_EQ(document["labels"]["1.1"], "table 1");
     EXPECT_EQ(document["labels"]["1"], "meeting room");
 }
 
 TEST(PathsCommandTest, ACableThatContradictsTheDocumentIsRefused) {
-    CommandRun const other = run({exampleOf("three-switches"), "--cable", "0.8=2.4"});
+    CommandRun const other = run({exampleOf("trap-three-switches"), "--cable", "0.8=2.4"});
     EXPECT_EQ(other.status, ExitStatus::usage);
     EXPECT_EQ(other.errors, "switchctl: cable \"0.8=2.4\": 0.8 has a cable already, to 1.9\n");
     TemporaryFile const nowhere("<board><switches><switch id='0' switchModel='88e6096'>\n"
@@ -227,23 +227,24 @@ TEST(PathsCommandTest, ACableThatContradictsTheDocumentIsRefused) {
 }
 
 TEST(PathsCommandTest, ACableThatMakesALoopIsAnError) {
-    CommandRun const paths = run({exampleOf("minimal"), "--cable", "0.8=0.9", "--between", "0.0", "0.1"});
+    CommandRun const paths =
+        run({exampleOf("trap-minimal"), "--cable", "0.8=0.9", "--between", "0.0", "0.1"});
     EXPECT_EQ(paths.status, ExitStatus::badDocument);
     EXPECT_THAT(paths.out,
                 HasSubstr(": error: 0.0 0.1 (tagged 5) [loop]\n    go round for ever, in at 0.9\n"));
-    EXPECT_EQ(run({exampleOf("minimal"), "--cable", "0.8"}).status, ExitStatus::usage);
+    EXPECT_EQ(run({exampleOf("trap-minimal"), "--cable", "0.8"}).status, ExitStatus::usage);
 }
 
 TEST(PathsCommandTest, ChipsThatAreAsTheDocumentSaysDoAsTheModels) {
-    for (char const* const example : {"minimal", "mixed"}) {
+    for (char const* const example : {"trap-minimal", "trap-mixed"}) {
         CommandRun const live = run({exampleOf(example), "--live", "--simulate"});
         CommandRun const models = run({exampleOf(example)});
         EXPECT_EQ(live.out, models.out);
         EXPECT_EQ(live.status, models.status);
     }
     EXPECT_TRUE(
-        json::parse(run({exampleOf("minimal"), "--live", "--simulate", "--json"}).out).contains("time"));
-    EXPECT_FALSE(jsonOf(exampleOf("minimal")).contains("time"));
+        json::parse(run({exampleOf("trap-minimal"), "--live", "--simulate", "--json"}).out).contains("time"));
+    EXPECT_FALSE(jsonOf(exampleOf("trap-minimal")).contains("time"));
 }
 
 // The chips were brought up by the board of a later day.
@@ -261,9 +262,9 @@ TEST(PathsCommandTest, ChipsOfAnotherDocumentLeak) {
 }
 
 TEST(PathsCommandTest, WithoutABoardNothingIsLive) {
-    EXPECT_EQ(run({exampleOf("minimal"), "--live"}).status, ExitStatus::noHardware);
-    EXPECT_EQ(run({exampleOf("minimal"), "--simulate"}).status, ExitStatus::usage);
+    EXPECT_EQ(run({exampleOf("trap-minimal"), "--live"}).status, ExitStatus::noHardware);
+    EXPECT_EQ(run({exampleOf("trap-minimal"), "--simulate"}).status, ExitStatus::usage);
     // Of four switches that are to be read, the board has one.
-    EXPECT_NE(run({exampleOf("mixed"), "--live", "--simulate=" + exampleOf("minimal")}).status,
+    EXPECT_NE(run({exampleOf("trap-mixed"), "--live", "--simulate=" + exampleOf("trap-minimal")}).status,
               ExitStatus::success);
 }

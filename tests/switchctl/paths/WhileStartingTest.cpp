@@ -38,7 +38,7 @@ json startJson(std::vector<std::string> arguments) {
 } // namespace
 
 TEST(WhileStartingTest, AnAccessPointIsOpenFromTheResetUntilTheLastWrites) {
-    json const starting = startJson({pathOf("access-point")});
+    json const starting = startJson({pathOf("trap-access-point")});
     EXPECT_EQ(starting["warm"], json());
     EXPECT_EQ(starting["writes"], 349);
     EXPECT_EQ(starting["nanoseconds"], 80793600);
@@ -58,7 +58,7 @@ TEST(WhileStartingTest, AnAccessPointIsOpenFromTheResetUntilTheLastWrites) {
 }
 
 TEST(WhileStartingTest, AnAccessPointThatStartsAgainIsInterruptedAndNothingOpens) {
-    std::string const path = pathOf("access-point");
+    std::string const path = pathOf("trap-access-point");
     json const starting = startJson({path, "--warm", path});
     EXPECT_EQ(starting["warm"], path);
     EXPECT_THAT(starting["intervals"], IsEmpty());
@@ -78,7 +78,7 @@ TEST(WhileStartingTest, AnAccessPointThatStartsAgainIsInterruptedAndNothingOpens
 
 // The VLANs are cleared first and closed later; the trunk comes after the VLANs.
 TEST(WhileStartingTest, AVideoSwitchThatStartsAgainOpensItsVlansAndLoopsItsTrunk) {
-    std::string const path = pathOf("video-switch");
+    std::string const path = pathOf("trap-video-switch");
     CommandRun const starting = start({path, "--warm", path});
     EXPECT_EQ(starting.status, ExitStatus::documentWarnings);
     EXPECT_THAT(starting.out,
@@ -98,21 +98,22 @@ TEST(WhileStartingTest, AVideoSwitchThatStartsAgainOpensItsVlansAndLoopsItsTrunk
 }
 
 TEST(WhileStartingTest, AVideoSwitchAfterAResetOpensNothing) {
-    CommandRun const starting = start({pathOf("video-switch")});
+    CommandRun const starting = start({pathOf("trap-video-switch")});
     EXPECT_EQ(starting.status, ExitStatus::success);
-    EXPECT_THAT(starting.out, EndsWith("/video-switch.xml: after the reset, 1322 writes in 7704700 ns: 0 "
-                                       "pairs of ports open in 0 intervals, for 0 ns at most; 2500470 "
-                                       "frames asked\n"));
+    EXPECT_THAT(starting.out,
+                EndsWith("/trap-video-switch.xml: after the reset, 1322 writes in 7704700 ns: 0 "
+                         "pairs of ports open in 0 intervals, for 0 ns at most; 2500470 "
+                         "frames asked\n"));
 }
 
 TEST(WhileStartingTest, WhatIsOpenInTheEndIsAnError) {
-    CommandRun const starting = start({pathOf("minimal")});
+    CommandRun const starting = start({pathOf("trap-minimal")});
     EXPECT_EQ(starting.status, ExitStatus::badDocument);
     EXPECT_THAT(starting.out, HasSubstr("96 pairs of ports open in the end: "));
 }
 
 TEST(WhileStartingTest, OptionsThatAskForSomethingElseAreRefused) {
-    std::string const path = pathOf("minimal");
+    std::string const path = pathOf("trap-minimal");
     for (std::vector<std::string> const& other :
          {std::vector<std::string>{"--live"}, {"--cable", "0.8=0.9"}, {"--between", "0.0", "0.1"}}) {
         std::vector<std::string> arguments = {path};

@@ -43,7 +43,7 @@ class PlanOfExampleTest : public testing::TestWithParam<char const*> {};
 } // namespace
 
 TEST(PlanCommandTest, SaysWhatIsWrittenByChipAndUnit) {
-    CommandRun const run = plan({pathOf("minimal")});
+    CommandRun const run = plan({pathOf("trap-minimal")});
     EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(run.out, StartsWith("switch 0 (88e6096)\n  global 1\n"));
     EXPECT_THAT(run.out, ContainsRegex(" ms  ATUControl +0x0a  0x0140\n")) << "300 s, 20 steps of 15";
@@ -54,7 +54,7 @@ TEST(PlanCommandTest, SaysWhatIsWrittenByChipAndUnit) {
 }
 
 TEST(PlanCommandTest, TheMixedBoardHasBothChips) {
-    CommandRun const run = plan({pathOf("mixed")});
+    CommandRun const run = plan({pathOf("trap-mixed")});
     EXPECT_THAT(run.out, HasSubstr(" (88e6096)\n"));
     EXPECT_THAT(run.out, HasSubstr(" (vsc7390)\n"));
     EXPECT_THAT(run.out, ContainsRegex("MAC_CFG +0x00  0x[0-9a-f]{8}")) << "registers of 32 bits";
@@ -107,8 +107,8 @@ TEST_P(PlanOfExampleTest, IsTheSameEveryTime) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, PlanOfExampleTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));
 
 TEST(PlanCommandTest, RefusesWhatCannotBeBroughtUp) {
     EXPECT_EQ(plan({"/nonexistent.xml"}).status, chips::ExitStatus::badDocument);

@@ -160,7 +160,7 @@ TEST_F(RegisterDumpTest, DifferencesAsJson) {
 }
 
 TEST_F(RegisterDumpTest, TablesAreDumpedOnRequest) {
-    std::string const board = "--simulate=" + std::string(EXAMPLES_FOLDER) + "/mixed.xml";
+    std::string const board = "--simulate=" + std::string(EXAMPLES_FOLDER) + "/trap-mixed.xml";
     Arguments const marvell = {"dump", "smi", "--switch", "0", board, "--tables"};
     EXPECT_THAT(outputOf(marvell), HasSubstr("\ntable VTU\n  VID 5                   FID=0x5  "));
     EXPECT_THAT(outputOf(marvell), testing::EndsWith("\ntable ATU\n"));

@@ -19,7 +19,7 @@ using testing::StartsWith;
 
 namespace {
 
-std::string const minimalBoard = EXAMPLES_FOLDER "/minimal.xml";
+std::string const minimalBoard = EXAMPLES_FOLDER "/trap-minimal.xml";
 
 ChildProcess registers(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "register");

@@ -44,11 +44,11 @@ TEST_P(ReplayOfExampleTest, TheModelsDoTheSame) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, ReplayOfExampleTest,
-                         testing::Values("home-gateway", "video-rooms", "minimal", "access-point",
-                                         "three-switches", "video-switch", "mixed"));
+                         testing::Values("home-gateway", "video-rooms", "trap-minimal", "trap-access-point",
+                                         "trap-three-switches", "trap-video-switch", "trap-mixed"));
 
 TEST(ReplayCommandTest, TheFirstDivergenceIsReported) {
-    std::string text = TracedSession(TracedSession::exampleText("minimal")).getText();
+    std::string text = TracedSession(TracedSession::exampleText("trap-minimal")).getText();
     std::string const part = "smi R 0x10/0x03 port0/SwitchIdentifier 0x098";
     std::size_t const place = text.find(part) + part.size() - 1;
     unsigned const line = lineOf(text, part);
@@ -66,7 +66,7 @@ TEST(ReplayCommandTest, TheFirstDivergenceIsReported) {
 }
 
 TEST(ReplayCommandTest, AnAccessThatFailedOnTheBoardDiverges) {
-    TracedSession const session(TracedSession::exampleText("minimal"),
+    TracedSession const session(TracedSession::exampleText("trap-minimal"),
                                 [](SimulatedBoard& board) { board.getMarvell(0).unplug(); });
     TemporaryFile const trace(session.getText());
     CommandRun const run = replay(trace.path());
@@ -77,7 +77,7 @@ TEST(ReplayCommandTest, AnAccessThatFailedOnTheBoardDiverges) {
 
 TEST(ReplayCommandTest, AChipThatDidDifferentlyDiverges) {
     // A port status bit that is stuck on the board, where a model has it free.
-    TracedSession const session(TracedSession::exampleText("minimal"), [](SimulatedBoard& board) {
+    TracedSession const session(TracedSession::exampleText("trap-minimal"), [](SimulatedBoard& board) {
         board.getMarvell(0).stick("port 8", 0x01, 0x80, 0);
     });
     TemporaryFile const trace(session.getText());

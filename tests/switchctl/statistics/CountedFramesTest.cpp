@@ -67,7 +67,7 @@ protected:
         return out.str();
     }
 
-    StatisticsBench _bench{"mixed", {"0.1", "0.2", "0.10", "3.1", "3.2"}};
+    StatisticsBench _bench{"trap-mixed", {"0.1", "0.2", "0.10", "3.1", "3.2"}};
     simulation::SimulatedNetwork _network{_bench.getBoard()};
 };
 

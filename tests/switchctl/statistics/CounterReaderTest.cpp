@@ -12,7 +12,7 @@ using chips::PortCounters;
 using testing::IsEmpty;
 
 TEST(CounterReaderTest, Each88E6096CounterComesFromItsPlace) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     for (unsigned number = 0; number < 32; ++number) {
         chip.setCounter(8, number, 0x10000 + number);
@@ -41,7 +41,7 @@ TEST(CounterReaderTest, Each88E6096CounterComesFromItsPlace) {
 }
 
 TEST(CounterReaderTest, EachVsc7390CounterComesFromItsRegister) {
-    StatisticsBench bench("mixed", {"3.20"});
+    StatisticsBench bench("trap-mixed", {"3.20"});
     auto& chip = bench.getBoard().getVitesse(3);
     for (unsigned address = 0x50; address <= 0x5B; ++address) {
         chip.setCounter(20, address, 0xF0000000 + address);
@@ -60,7 +60,7 @@ TEST(CounterReaderTest, EachVsc7390CounterComesFromItsRegister) {
 }
 
 TEST(CounterReaderTest, WithoutAPortAllPortsOfTheDocumentAreRead) {
-    StatisticsBench bench("mixed", {});
+    StatisticsBench bench("trap-mixed", {});
     chips::CounterSample const sample = bench.sample();
     EXPECT_THAT(sample.unread, IsEmpty());
     // Three of 11 ports and one of 24.
@@ -71,7 +71,7 @@ TEST(CounterReaderTest, WithoutAPortAllPortsOfTheDocumentAreRead) {
 }
 
 TEST(CounterReaderTest, AUnitThatTakesItsTimeIsWaitedFor) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setBusyTime(simulation::Marvell88E6096TestSide::CommandUnit::statistics, 2000000);
     chip.setCounter(8, 4, 99);

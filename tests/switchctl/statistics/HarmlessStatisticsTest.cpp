@@ -47,7 +47,7 @@ void writeLibraryText(StatisticsBench& bench) {
 } // namespace
 
 TEST(HarmlessStatisticsTest, SamplingWritesToTheStatisticsUnitAndTheBusSetUpOnly) {
-    StatisticsBench bench("mixed", {});
+    StatisticsBench bench("trap-mixed", {});
     bench.getBoard().getMisuse().clear();
     std::size_t const before = bench.getBoard().getLog().getSize();
     bench.sample();
@@ -57,7 +57,7 @@ TEST(HarmlessStatisticsTest, SamplingWritesToTheStatisticsUnitAndTheBusSetUpOnly
 }
 
 TEST(HarmlessStatisticsTest, SamplingClearsNoCounter) {
-    StatisticsBench bench("mixed", {"0.1", "3.1"});
+    StatisticsBench bench("trap-mixed", {"0.1", "3.1"});
     bench.getBoard().getMarvell(0).setCounter(1, 4, 11);
     bench.getBoard().getVitesse(3).setCounter(1, 0x52, 22);
     bench.sample();
@@ -67,7 +67,7 @@ TEST(HarmlessStatisticsTest, SamplingClearsNoCounter) {
 }
 
 TEST(HarmlessStatisticsTest, SamplingKeepsTheHistogramsSetting) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     constexpr unsigned statsOperation = 0x1D;
     // Frames received only: bits 11 and 10 are 01.
     bench.getBoard().getMarvell(0).poke("global 1", statsOperation, 0x0400);
@@ -76,7 +76,7 @@ TEST(HarmlessStatisticsTest, SamplingKeepsTheHistogramsSetting) {
 }
 
 TEST(HarmlessStatisticsTest, TheLibrarysTextSetsNothingUp) {
-    StatisticsBench bench("mixed", {"0.1", "3.1"});
+    StatisticsBench bench("trap-mixed", {"0.1", "3.1"});
     bench.getBoard().getMisuse().clear();
     std::size_t const before = bench.getBoard().getLog().getSize();
     writeLibraryText(bench);
@@ -85,7 +85,7 @@ TEST(HarmlessStatisticsTest, TheLibrarysTextSetsNothingUp) {
 }
 
 TEST(HarmlessStatisticsTest, TheLibrarysTextClearsTheCountersOfAVsc7390) {
-    StatisticsBench bench("mixed", {"0.1", "3.1"});
+    StatisticsBench bench("trap-mixed", {"0.1", "3.1"});
     bench.getBoard().getMarvell(0).setCounter(1, 4, 11);
     bench.getBoard().getVitesse(3).setCounter(1, 0x50, 22);
     writeLibraryText(bench);

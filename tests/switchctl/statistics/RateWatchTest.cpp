@@ -80,7 +80,7 @@ private:
 } // namespace
 
 TEST(RateWatchTest, ShowsWhatWasCountedPerSecond) {
-    StatisticsBench bench("minimal", {"0.8", "0.9"});
+    StatisticsBench bench("trap-minimal", {"0.8", "0.9"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setCounter(8, 4, 1000);
     TestPace pace([&](unsigned) {
@@ -96,7 +96,7 @@ TEST(RateWatchTest, ShowsWhatWasCountedPerSecond) {
 }
 
 TEST(RateWatchTest, GoesOnAcrossAWrap) {
-    StatisticsBench bench("mixed", {"3.1"});
+    StatisticsBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.setCounter(1, 0x50, 0xFFFFFFFF);
     TestPace pace([&](unsigned) {
@@ -107,7 +107,7 @@ TEST(RateWatchTest, GoesOnAcrossAWrap) {
 }
 
 TEST(RateWatchTest, SaysThatACounterWasCleared) {
-    StatisticsBench bench("mixed", {"3.1"});
+    StatisticsBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.setCounter(1, 0x52, 5000);
     TestPace pace([&](unsigned) {
@@ -118,7 +118,7 @@ TEST(RateWatchTest, SaysThatACounterWasCleared) {
 }
 
 TEST(RateWatchTest, ACounterWithoutAValueHasNoRateAndIsNamed) {
-    StatisticsBench bench("mixed", {"3.1"});
+    StatisticsBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.setCounter(1, 0x50, 7);
     TestPace pace([&](unsigned wait) {
@@ -137,7 +137,7 @@ TEST(RateWatchTest, ACounterWithoutAValueHasNoRateAndIsNamed) {
 }
 
 TEST(RateWatchTest, ShowsProgramsAnObjectALine) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setCounter(8, 4, 1000);
     TestPace pace([&](unsigned wait) {
@@ -162,7 +162,7 @@ TEST(RateWatchTest, ShowsProgramsAnObjectALine) {
 }
 
 TEST(RateWatchTest, EndsAfterSoManyRounds) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     TestPace pace([](unsigned) { return true; });
     std::string const text = watch(bench, pace, 1, 3);
     EXPECT_EQ(pace.getWaits(), 3U);
@@ -171,7 +171,7 @@ TEST(RateWatchTest, EndsAfterSoManyRounds) {
 }
 
 TEST(RateWatchTest, EndsWhenItIsToldTo) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     TestPace pace([](unsigned wait) { return wait < 3; });
     std::string const text = watch(bench, pace, 1, 0);
     EXPECT_THAT(text, HasSubstr("round 2,"));
@@ -179,13 +179,13 @@ TEST(RateWatchTest, EndsWhenItIsToldTo) {
 }
 
 TEST(RateWatchTest, WithoutATerminalThereAreNoControlCharacters) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     TestPace pace([](unsigned) { return true; });
     EXPECT_THAT(watch(bench, pace, 1, 2), Not(HasSubstr("\033")));
 }
 
 TEST(RateWatchTest, OnATerminalItDrawsInPlaceWithinItsSize) {
-    StatisticsBench bench("minimal", {});
+    StatisticsBench bench("trap-minimal", {});
     auto& chip = bench.getBoard().getMarvell(0);
     for (unsigned counter = 3; counter < 14; ++counter) {
         chip.setCounter(8, counter, 1);

@@ -21,7 +21,7 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
+constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
 
 CommandRun statistics(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "statistics");
@@ -52,7 +52,7 @@ TEST(StatisticsCommandTest, SeedsAreInTheText) {
 }
 
 TEST(StatisticsCommandTest, AllPortsInTheOrderOfSwitchesAndPorts) {
-    CommandRun const run = statistics({StatisticsBench::pathOf("minimal"), "--simulate"});
+    CommandRun const run = statistics({StatisticsBench::pathOf("trap-minimal"), "--simulate"});
     EXPECT_EQ(run.status, chips::ExitStatus::success);
     EXPECT_THAT(run.out, StartsWith("statistics of port 0.0\n"));
     EXPECT_LT(run.out.find("statistics of port 0.8\n"), run.out.find("statistics of port 0.9\n"));
@@ -101,7 +101,7 @@ TEST(StatisticsCommandTest, OpenMetricsHasAFamilyForEachCounter) {
 }
 
 TEST(StatisticsCommandTest, AChipThatIsNotThereIsAStatusOfItsOwn) {
-    std::string const other = "--simulate=" + StatisticsBench::pathOf("minimal");
+    std::string const other = "--simulate=" + StatisticsBench::pathOf("trap-minimal");
     CommandRun const text = statistics({mixed, "0.1", "1.3", other});
     EXPECT_EQ(text.status, chips::ExitStatus::noStatistics);
     EXPECT_EQ(static_cast<int>(text.status), 6);

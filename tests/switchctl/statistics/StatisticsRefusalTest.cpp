@@ -20,8 +20,8 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char const* mixedBoard = EXAMPLES_FOLDER "/mixed.xml";
-constexpr char const* minimal = EXAMPLES_FOLDER "/minimal.xml";
+constexpr char const* mixedBoard = EXAMPLES_FOLDER "/trap-mixed.xml";
+constexpr char const* minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
 
 CommandRun refused(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "statistics");

@@ -67,7 +67,7 @@ class FailedAccessTest : public testing::TestWithParam<unsigned> {};
 } // namespace
 
 TEST(UnreadableCounterTest, ARegisterOfAVsc7390ThatIsNeverReadyIsLeftOut) {
-    StatisticsBench bench("mixed", {"3.1"});
+    StatisticsBench bench("trap-mixed", {"3.1"});
     ASSERT_THAT(bench.sample().unread, IsEmpty());
     auto& chip = bench.getBoard().getVitesse(3);
     for (unsigned address = 0x50; address <= 0x5B; ++address) {
@@ -91,7 +91,7 @@ TEST(UnreadableCounterTest, ARegisterOfAVsc7390ThatIsNeverReadyIsLeftOut) {
 }
 
 TEST(UnreadableCounterTest, AFamilyHasThePortsThatCouldBeRead) {
-    StatisticsBench bench("mixed", {"3.1", "3.2"});
+    StatisticsBench bench("trap-mixed", {"3.1", "3.2"});
     ASSERT_THAT(bench.sample().unread, IsEmpty());
     bench.loseVitesseRead();
     std::string const metrics = openMetricsOf(bench.sample());
@@ -102,7 +102,7 @@ TEST(UnreadableCounterTest, AFamilyHasThePortsThatCouldBeRead) {
 }
 
 TEST(UnreadableCounterTest, AStatisticsUnitThatStaysBusyLeavesThePortsOwnRegisters) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.poke("port 8", 0x12, 3);
     chip.hang(MarvellUnit::statistics);
@@ -116,7 +116,7 @@ TEST(UnreadableCounterTest, AStatisticsUnitThatStaysBusyLeavesThePortsOwnRegiste
 }
 
 TEST(UnreadableCounterTest, WhatAnEarlierCaptureLeftIsNotTaken) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     chip.setCounter(8, 4, 1);
     ASSERT_EQ(StatisticsBench::valueOf(bench.sample().ports[0], "inUnicast"), 1U);
@@ -129,7 +129,7 @@ TEST(UnreadableCounterTest, WhatAnEarlierCaptureLeftIsNotTaken) {
 }
 
 TEST_P(FailedAccessTest, CostsTheCounterThatItBelongsTo) {
-    StatisticsBench bench("minimal", {"0.8"});
+    StatisticsBench bench("trap-minimal", {"0.8"});
     auto& chip = bench.getBoard().getMarvell(0);
     for (unsigned number = 0; number < 32; ++number) {
         chip.setCounter(8, number, 1 + number);
@@ -152,7 +152,7 @@ TEST_P(FailedAccessTest, CostsTheCounterThatItBelongsTo) {
 INSTANTIATE_TEST_SUITE_P(Accesses, FailedAccessTest, testing::Range(5U, 40U));
 
 TEST(UnreadableCounterTest, AChipThatIsGoneHasNoCounters) {
-    StatisticsBench bench("mixed", {"0.1", "1.3", "3.1"});
+    StatisticsBench bench("trap-mixed", {"0.1", "1.3", "3.1"});
     bench.getBoard().getMarvell(0).unplug();
     bench.getBoard().getVitesse(3).unplug();
     chips::CounterSample const sample = bench.sample();
@@ -167,7 +167,7 @@ TEST(UnreadableCounterTest, AChipThatIsGoneHasNoCounters) {
 }
 
 TEST(UnreadableCounterTest, AChipThatComesBackIsReadAgain) {
-    StatisticsBench bench("mixed", {"3.1"});
+    StatisticsBench bench("trap-mixed", {"3.1"});
     auto& chip = bench.getBoard().getVitesse(3);
     chip.unplug();
     EXPECT_FALSE(bench.sample().ports[0].isRead());
@@ -176,11 +176,11 @@ TEST(UnreadableCounterTest, AChipThatComesBackIsReadAgain) {
 }
 
 TEST(UnreadableCounterTest, TheLibrarysTextIsNotShownWithZerosInIt) {
-    StatisticsBench vitesse("mixed", {"3.1"});
+    StatisticsBench vitesse("trap-mixed", {"3.1"});
     EXPECT_THAT(libraryText(vitesse), StartsWith("inGoodandBadOctets\t000000"));
     vitesse.loseVitesseRead();
     EXPECT_THAT(libraryText(vitesse), StartsWith("!"));
-    StatisticsBench marvell("minimal", {"0.8"});
+    StatisticsBench marvell("trap-minimal", {"0.8"});
     EXPECT_THAT(libraryText(marvell), StartsWith("inGoodOctets\t0000000000000000"));
     marvell.getBoard().getMarvell(0).hang(MarvellUnit::statistics);
     EXPECT_THAT(libraryText(marvell), HasSubstr("MarvellPort::statsCommand Stats Busy timeout"));

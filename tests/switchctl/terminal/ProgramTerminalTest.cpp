@@ -12,8 +12,8 @@ using testing::Not;
 
 namespace {
 
-constexpr char const* minimal = EXAMPLES_FOLDER "/minimal.xml";
-constexpr char const* mixed = EXAMPLES_FOLDER "/mixed.xml";
+constexpr char const* minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
+constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
 
 constexpr char const* red = "\033[31m";
 constexpr char const* plain = "\033[0m";

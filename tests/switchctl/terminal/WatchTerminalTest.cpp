@@ -12,7 +12,7 @@ using testing::Not;
 
 namespace {
 
-constexpr char const* minimalBoard = EXAMPLES_FOLDER "/minimal.xml";
+constexpr char const* minimalBoard = EXAMPLES_FOLDER "/trap-minimal.xml";
 
 /// A watch whose counter wraps in its first round.
 std::vector<std::string> watch(std::vector<std::string> const& more = {}) {
