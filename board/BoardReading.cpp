@@ -56,7 +56,7 @@ std::string BoardReading::Group::getVlanName() const {
     return vlanName(vlanId, isNamed(owner, "vlan") ? attribute(owner, "id") : std::nullopt);
 }
 
-BoardReading::BoardReading(Xml& document) : _document(document) {
+BoardReading::BoardReading(Xml& document) : _document(document), _labels(document) {
     readSwitches();
     readVlans();
     readGroups();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "board/Labels.hpp"
 #include "chips/ChipKinds.hpp"
 #include "host/Xml.hpp"
 
@@ -141,6 +142,8 @@ public:
     std::map<unsigned int, Switch> const& getSwitches() const { return _switches; }
     std::map<unsigned int, Vlan> const& getVlans() const { return _vlans; }
     std::vector<Group> const& getGroups() const { return _groups; }
+    /// What people call the switches and ports, at which the library does not look.
+    Labels const& getLabels() const { return _labels; }
 
     /// What the query selects; empty when it is none that libxml2 can evaluate.
     std::vector<xmlNodePtr> find(std::string const& query) const;
@@ -185,6 +188,7 @@ private:
     Outcome outcomeOf(Member const& candidate, std::vector<Member> const& members) const;
 
     Xml& _document;
+    Labels _labels;
     std::vector<Wanted> _wanted;
     std::map<unsigned int, Switch> _switches;
     std::map<unsigned int, Vlan> _vlans;

@@ -26,7 +26,7 @@ PortSelection::PortSelection(BoardReading const& document, std::string const& pa
                              std::vector<std::string> const& texts, Texts allowed) {
     if (texts.empty()) {
         for (auto const& [id, entry] : document.getSwitches()) {
-            addAll(entry);
+            addAll(document, entry);
         }
     }
     for (std::string const& text : texts) {
@@ -38,11 +38,11 @@ PortSelection::PortSelection(BoardReading const& document, std::string const& pa
     }
 }
 
-void PortSelection::addAll(BoardReading::Switch const& entry) {
+void PortSelection::addAll(BoardReading const& document, BoardReading::Switch const& entry) {
     chips::ChipKind::Facts const& chip = entry.kind->getFacts();
     for (auto const& [portId, port] : entry.ports) {
         if (portId < chip.ports) {
-            add(entry, portId);
+            add(document, entry, portId);
         } else {
             _leftOut.push_back(fmt::format(
                 "port {} of switch {}, line {}: the chip ({}) has the ports 0 to {}", port.getName(),
@@ -70,7 +70,7 @@ void PortSelection::add(BoardReading const& document, std::string const& path, s
                      idsOf(document) + ")");
     }
     if (isSwitch) {
-        addAll(entry->second);
+        addAll(document, entry->second);
         return;
     }
     chips::ChipKind::Facts const& facts = entry->second.kind->getFacts();
@@ -81,13 +81,14 @@ void PortSelection::add(BoardReading const& document, std::string const& path, s
     if (entry->second.ports.count(address->portId) == 0) {
         throw refuse(chip + "has no port " + std::to_string(address->portId) + " in " + path);
     }
-    add(entry->second, address->portId);
+    add(document, entry->second, address->portId);
 }
 
-void PortSelection::add(BoardReading::Switch const& entry, unsigned portId) {
-    if (find({entry.id, portId}) == nullptr) {
-        _ports.push_back(
-            {{entry.id, portId}, entry.kind->getFacts().model, entry.ports.at(portId).connectedTo});
+void PortSelection::add(BoardReading const& document, BoardReading::Switch const& entry, unsigned portId) {
+    chips::PortAddress const address{entry.id, portId};
+    if (find(address) == nullptr) {
+        _ports.push_back({address, entry.kind->getFacts().model, entry.ports.at(portId).connectedTo,
+                          document.getLabels().find(address.getText()).value_or("")});
     }
 }
 

@@ -17,6 +17,8 @@ public:
         std::string model;
         /// What the document has there.
         std::string connectedTo;
+        /// What the document calls it; empty when it does not.
+        std::string label;
     };
 
     /// What a text may stand for.
@@ -40,9 +42,9 @@ public:
     Port const* find(chips::PortAddress const& address) const;
 
 private:
-    void addAll(BoardReading::Switch const& entry);
+    void addAll(BoardReading const& document, BoardReading::Switch const& entry);
     void add(BoardReading const& document, std::string const& path, std::string const& text, Texts allowed);
-    void add(BoardReading::Switch const& entry, unsigned portId);
+    void add(BoardReading const& document, BoardReading::Switch const& entry, unsigned portId);
 
     std::vector<Port> _ports;
     std::vector<std::string> _leftOut;

@@ -17,6 +17,11 @@ struct PortCounters {
     std::string model;
     /// In the order of getCounters(); nothing for a counter that could not be read.
     std::vector<std::optional<std::uint64_t>> values;
+    /// What people call the port; empty when they do not.
+    std::string label = {};
+
+    /// `0.1`, or `0.1 "uplink"`.
+    std::string getName() const { return port.getText() + (label.empty() ? "" : " \"" + label + "\""); }
 
     /// Those of the chip; throws ToolError (badDocument) when tools do not know it.
     std::vector<Counter> const& getCounters() const;

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "reference_host/DeviceLock.hpp"
 #include "reference_host/FileDescriptor.hpp"
 
 namespace reference_host {
@@ -34,7 +35,7 @@ bool DeviceMemory::isAccessible(std::string const& devicePath, std::string& reas
     if (!device.isOpen()) {
         reason = devicePath + ": " + device.error();
     }
-    return device.isOpen();
+    return device.isOpen() && DeviceLock::take(devicePath, reason);
 }
 
 bool DeviceMemory::map(unsigned int physicalAddress, unsigned int size, Mapping& mapping,
@@ -42,6 +43,9 @@ bool DeviceMemory::map(unsigned int physicalAddress, unsigned int size, Mapping&
     FileDescriptor const device(_devicePath, openFlags);
     if (!device.isOpen()) {
         reason = _devicePath + ": " + device.error();
+        return false;
+    }
+    if (!DeviceLock::take(_devicePath, reason)) {
         return false;
     }
     std::size_t const startOffset = physicalAddress % pageSize();

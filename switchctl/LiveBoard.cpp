@@ -50,7 +50,7 @@ std::unique_ptr<board::LoadedBoard> LiveBoard::load(Xml& document, std::string c
 }
 
 void LiveBoard::requireRead(board::LoadedBoard const& loaded, std::vector<std::string> const& ports,
-                            board::Cables const& cables) {
+                            std::vector<std::string> const& cables) {
     for (unsigned const id : loaded.getUnread()) {
         for (std::string const& text : ports) {
             auto const port = chips::PortAddress::fromText(text);
@@ -58,24 +58,41 @@ void LiveBoard::requireRead(board::LoadedBoard const& loaded, std::vector<std::s
                 refuseUnread(id, text);
             }
         }
-        if (cables.getPorts(id) != 0) {
-            refuseUnread(id, "--cable");
+        for (std::string const& text : cables) {
+            auto const ends = board::Cables::read(text);
+            if (ends && (ends->first.switchId == id || ends->second.switchId == id)) {
+                refuseUnread(id, "--cable " + text);
+            }
         }
     }
 }
 
-void LiveBoard::printUnread(std::ostream& out, board::LoadedBoard const& loaded) {
+void LiveBoard::printUnread(std::ostream& out, board::LoadedBoard const& loaded,
+                            board::Cables const& cables) {
     for (unsigned const id : loaded.getUnread()) {
         out << "switch " << id << ": unread, no dump is of it\n";
     }
     for (unsigned const id : loaded.getUnreadPhys()) {
         out << "switch " << id << ": PHYs unread, all taken for powered up\n";
     }
+    for (std::string const& cable : cables.getLeftOut()) {
+        out << "cable " << cable << ": not followed, an end is unread\n";
+    }
 }
 
-void LiveBoard::addUnread(nlohmann::ordered_json& json, board::LoadedBoard const& loaded) {
+void LiveBoard::addUnread(nlohmann::ordered_json& json, board::LoadedBoard const& loaded,
+                          board::Cables const& cables) {
     json["unread"] = loaded.getUnread();
     json["unreadPhys"] = loaded.getUnreadPhys();
+    json["unreadCables"] = cables.getLeftOut();
+}
+
+std::set<unsigned> LiveBoard::getUnread(board::LoadedBoard const* loaded) {
+    if (loaded == nullptr) {
+        return {};
+    }
+    auto const& unread = loaded->getUnread();
+    return {unread.begin(), unread.end()};
 }
 
 } // namespace switchctl

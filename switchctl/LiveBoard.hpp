@@ -3,6 +3,7 @@
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <ostream>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,13 +34,19 @@ public:
 
     /// Throws ToolError (badDocument) when one of the ports, or the end of a cable, is of an unread switch.
     /// \param ports texts; those that are no ports do not count.
+    /// \param cables as they were typed.
     static void requireRead(board::LoadedBoard const& loaded, std::vector<std::string> const& ports,
-                            board::Cables const& cables);
+                            std::vector<std::string> const& cables);
 
     /// What is unread, a line each; nothing when all was read.
-    static void printUnread(std::ostream& out, board::LoadedBoard const& loaded);
+    static void printUnread(std::ostream& out, board::LoadedBoard const& loaded, board::Cables const& cables);
     /// The same in members of the object.
-    static void addUnread(nlohmann::ordered_json& json, board::LoadedBoard const& loaded);
+    static void addUnread(nlohmann::ordered_json& json, board::LoadedBoard const& loaded,
+                          board::Cables const& cables);
+
+    /// Switches that no dump is of.
+    /// \param loaded may be null.
+    static std::set<unsigned> getUnread(board::LoadedBoard const* loaded);
 
 private:
     std::string const _memoryDevice;

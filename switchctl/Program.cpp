@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "reference_host/DeviceLock.hpp"
 #include "reference_host/InputFile.hpp"
 #include "switchctl/audit/AuditCommand.hpp"
 #include "switchctl/bringup/BringUpCommand.hpp"
@@ -98,6 +99,11 @@ ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& 
         .type("MIB")
         .range(1U, mostMebibytes)
         .showDefault();
+    reference_host::DeviceLock::Policy turn;
+    bool noWait = false;
+    arguments.flag("--no-wait", noWait, "Refuse at once when another process uses the board's chips");
+    arguments.flag("--steal", turn.steals,
+                   "Use the chips although the process that used them has ended and left them locked");
     for (auto const& command : _commands) {
         command->addTo(arguments);
     }
@@ -110,6 +116,9 @@ ExitStatus Program::choose(std::vector<std::string> const& words, std::ostream& 
     if (auto const status = arguments.parse(words, out, errors)) {
         return *status;
     }
+    turn.waits = !noWait;
+    turn.say = [&errors](std::string const& line) { errors << "switchctl: " << line << std::endl; };
+    reference_host::DeviceLock::setPolicy(turn);
     InputFile::setLimit(std::size_t{inputLimit} * bytesPerMebibyte);
     for (auto const& command : _commands) {
         if (command->isChosen()) {

@@ -56,7 +56,7 @@ std::optional<bool> stripsTag(xmlNodePtr member) {
 
 } // namespace
 
-IntendedBoard::IntendedBoard(Xml& document) {
+IntendedBoard::IntendedBoard(Xml& document) : _labels(document) {
     for (xmlNodePtr const element : elementsOf(document, "//switches/switch")) {
         readSwitch(element);
     }
@@ -91,6 +91,7 @@ void IntendedBoard::readSwitch(xmlNodePtr element) {
             listed.isListed = true;
             listed.line = lineOf(port);
             listed.status = attribute(port, "portStatus").value_or("");
+            listed.connectsTo = attribute(port, "connectsTo").value_or("");
             entry.open |= listed.status == "forwarding" ? PortSet{1} << *number : 0;
         }
     }

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "board/Labels.hpp"
 #include "board/intent/FrameKind.hpp"
 #include "host/Xml.hpp"
 
@@ -35,6 +36,8 @@ public:
         int line = 0;
         /// The text of portStatus.
         std::string status;
+        /// The text of connectsTo: the port of the board at the other end of its cable.
+        std::string connectsTo;
         /// By VLAN id.
         std::map<unsigned, Membership> memberships;
         /// The other members, on this switch, of its port-based VLANs.
@@ -100,6 +103,7 @@ public:
     std::map<unsigned, Vlan> const& getVlans() const { return _vlans; }
     std::vector<Group> const& getGroups() const { return _groups; }
     std::vector<Contradiction> const& getContradictions() const { return _contradictions; }
+    Labels const& getLabels() const { return _labels; }
 
     /// The hardware address of an IPv4 group (RFC 1112); nothing for other texts.
     static std::optional<std::uint64_t> hardwareAddressOf(std::string const& group);
@@ -116,6 +120,7 @@ private:
 
     Switch* findSwitch(xmlNodePtr element, char const* attributeName);
 
+    Labels _labels;
     std::map<unsigned, Switch> _switches;
     std::map<unsigned, Vlan> _vlans;
     std::vector<Group> _groups;

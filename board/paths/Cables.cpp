@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "board/Wording.hpp"
 #include "board/intent/Intent.hpp"
 #include "chips/ChipKinds.hpp"
@@ -23,6 +25,10 @@ IntendedBoard::Port const& portAt(IntendedBoard const& board, PortAddress const&
     return board.getSwitches().at(port.switchId).ports.at(port.portId);
 }
 
+std::string textOf(std::pair<PortAddress, PortAddress> const& ends) {
+    return ends.first.getText() + "=" + ends.second.getText();
+}
+
 } // namespace
 
 std::optional<std::pair<PortAddress, PortAddress>> Cables::read(std::string const& text) {
@@ -35,30 +41,74 @@ std::optional<std::pair<PortAddress, PortAddress>> Cables::read(std::string cons
     return one && other ? std::optional(std::pair(*one, *other)) : std::nullopt;
 }
 
-Cables::Cables(std::vector<std::string> const& texts, IntendedBoard const& board) : _texts(texts) {
-    for (std::string const& text : texts) {
-        plug(text, board);
+Cables::Cables(std::vector<std::string> const& typed, IntendedBoard const& board, std::string const& file,
+               std::set<unsigned> const& unread) {
+    for (auto const& [id, owner] : board.getSwitches()) {
+        for (unsigned number = 0; number < owner.ports.size(); ++number) {
+            if (!owner.ports[number].connectsTo.empty()) {
+                plugDocument(board, {id, number}, file, unread);
+            }
+        }
+    }
+    std::set<std::string> const known(_texts.begin(), _texts.end());
+    for (std::string const& text : typed) {
+        Refusal const refuse = [&text](std::string const& reason) {
+            throw chips::ToolError(chips::ExitStatus::usage, fmt::format("cable \"{}\": {}", text, reason));
+        };
+        auto const ends = read(text);
+        if (!ends) {
+            refuse("not of the form SWITCH.PORT=SWITCH.PORT");
+        }
+        if (known.count(textOf(*ends)) == 0 && known.count(textOf({ends->second, ends->first})) == 0) {
+            plug(text, *ends, board, refuse);
+        }
     }
 }
 
-void Cables::plug(std::string const& text, IntendedBoard const& board) {
-    auto const refuse = [&text](std::string const& reason) {
-        throw chips::ToolError(chips::ExitStatus::usage, "cable \"" + text + "\": " + reason);
+/// The cable that the port's connectsTo says.
+void Cables::plugDocument(IntendedBoard const& board, PortAddress const& port, std::string const& file,
+                          std::set<unsigned> const& unread) {
+    int const line = portAt(board, port).line;
+    Refusal const refuse = [&](std::string const& reason) {
+        throw chips::ToolError(
+            chips::ExitStatus::badDocument,
+            fmt::format("{}:{}: the connectsTo of {}: {}", file, line, port.getText(), reason));
     };
-    auto const ends = read(text);
-    if (!ends) {
-        refuse("not of the form SWITCH.PORT=SWITCH.PORT");
+    auto const other = PortAddress::fromText(portAt(board, port).connectsTo);
+    if (!other) {
+        refuse("not of the form SWITCH.PORT");
     }
-    for (auto const& [end, other] : {*ends, std::pair(ends->second, ends->first)}) {
+    Ends const ends{port, *other};
+    std::string const text = textOf(ends);
+    bool const isUnread = unread.count(port.switchId) != 0 || unread.count(other->switchId) != 0;
+    std::string const turned = textOf({*other, port});
+    if (isUnread && std::find(_leftOut.begin(), _leftOut.end(), turned) == _leftOut.end()) {
+        _leftOut.push_back(text);
+    }
+    if (!isUnread && !isPlugged(ends)) {
+        plug(text, ends, board, refuse);
+    }
+}
+
+bool Cables::isPlugged(Ends const& ends) const {
+    auto const other = follow(ends.first);
+    return other && other->switchId == ends.second.switchId && other->portId == ends.second.portId;
+}
+
+void Cables::plug(std::string const& text, Ends const& ends, IntendedBoard const& board,
+                  Refusal const& refuse) {
+    for (auto const& [end, other] : {ends, std::pair(ends.second, ends.first)}) {
         if (!hasPort(board, end)) {
             refuse("the board has no port " + end.getText());
         }
-        if (!_others.emplace(Place(end.switchId, end.portId), other).second) {
-            refuse(end.getText() + " has a cable already");
+        auto const [entry, isNew] = _others.emplace(Place(end.switchId, end.portId), other);
+        if (!isNew) {
+            refuse(fmt::format("{} has a cable already, to {}", end.getText(), entry->second.getText()));
         }
         _ports[end.switchId] |= PortSet{1} << end.portId;
     }
-    for (auto const& [one, other] : {*ends, std::pair(ends->second, ends->first)}) {
+    _texts.push_back(text);
+    for (auto const& [one, other] : {ends, std::pair(ends.second, ends.first)}) {
         findMismatches(text, board, one, other);
         findRetagging(text, board, one, other);
     }

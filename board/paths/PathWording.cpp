@@ -69,4 +69,12 @@ std::vector<std::string> addressesOf(unsigned switchId, PortSet ports) {
     return addresses;
 }
 
+std::string namesOf(Labels const& labels, std::vector<std::string> const& addresses) {
+    std::string text;
+    for (std::string const& address : addresses) {
+        text += (text.empty() ? "" : " ") + labels.nameOf(address);
+    }
+    return text;
+}
+
 } // namespace board

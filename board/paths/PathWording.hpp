@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "board/Labels.hpp"
 #include "board/intent/FrameKind.hpp"
 #include "board/paths/AskedFrames.hpp"
 
@@ -20,6 +21,9 @@ std::vector<unsigned> numbersOf(PortSet ports);
 
 /// "0.1", "0.10".
 std::vector<std::string> addressesOf(unsigned switchId, PortSet ports);
+
+/// The same with their labels, and a blank between two of them.
+std::string namesOf(Labels const& labels, std::vector<std::string> const& addresses);
 /// @}
 
 } // namespace board

@@ -29,6 +29,7 @@ public:
 
     OpenPaths const& getPaths() const { return *_paths; }
     AskedFrames const& getFrames() const { return *_frames; }
+    Labels const& getLabels() const { return _known.board.getLabels(); }
 
     /// In their order; what OpenPaths calls write 1 is the first. Times are since the bring-up began.
     std::vector<simulation::AccessLog::Entry> const& getWrites() const { return _writes; }

@@ -112,10 +112,17 @@ void BoardSummary::printSwitches(std::ostream& out) const {
     auto const& switches = _document.getWanted();
     auto const up = std::count_if(switches.begin(), switches.end(),
                                   [this](auto const& entry) { return _session.isUp(entry); });
+    auto const nameOf = [this](board::BoardReading::Wanted const& entry) {
+        return board::idName(static_cast<int>(entry.id), entry.writtenId) +
+               _document.getLabels().after(std::to_string(entry.id));
+    };
+    std::size_t width = 0;
+    for (auto const& entry : switches) {
+        width = std::max(width, nameOf(entry).size());
+    }
     out << "switches: " << up << " of " << switches.size() << " found\n";
     for (auto const& entry : switches) {
-        fmt::print(out, "  switch {}  {:8}", board::idName(static_cast<int>(entry.id), entry.writtenId),
-                   entry.model);
+        fmt::print(out, "  switch {:{}}  {:8}", nameOf(entry), width, entry.model);
         if (_session.isUp(entry)) {
             out << "  found, " << _session.getManager().getManagedSwitch(entry.id)->getPorts().size()
                 << " ports\n";
@@ -142,7 +149,7 @@ void BoardSummary::printPorts(std::ostream& out) const {
     for (auto const& [kind, members] : ports) {
         fmt::print(out, "  {:16}  {:10}", board::portTypeName(kind.first), board::portStateName(kind.second));
         for (ManagedSwitchPort const* const port : members) {
-            out << ' ' << addressOf(*port);
+            out << ' ' << _document.getLabels().nameOf(addressOf(*port));
         }
         out << '\n';
     }
@@ -165,7 +172,7 @@ void BoardSummary::printMembers(std::ostream& out, std::string const& heading,
     MemberList const list(members, _session.getManager(), withTags);
     std::vector<std::string> words;
     for (auto const& member : list.counted) {
-        words.push_back(MemberList::nameOf(member));
+        words.push_back(MemberList::nameOf(member, _document.getLabels()));
         if (withTags) {
             words.back() +=
                 "(" + MemberList::tagOf(member, "ingress") + "/" + MemberList::tagOf(member, "egress") + ")";
@@ -178,7 +185,7 @@ void BoardSummary::printMembers(std::ostream& out, std::string const& heading,
         words.back() += "; left out:";
     }
     for (auto const& member : list.leftOut) {
-        words.push_back(MemberList::nameOf(member));
+        words.push_back(MemberList::nameOf(member, _document.getLabels()));
     }
     printWrapped(out, "  " + heading + ":", words);
 }
@@ -208,7 +215,8 @@ void BoardSummary::printTrunks(std::ostream& out) const {
         }
         out << ':' << (trunk->getTrunkedPorts().empty() ? " no members" : "");
         for (auto const& [portId, port] : trunk->getTrunkedPorts()) {
-            out << ' ' << chips::PortAddress{switchId, portId} << (port == nullptr ? " (no such port)" : "");
+            out << ' ' << _document.getLabels().nameOf(chips::PortAddress{switchId, portId}.getText())
+                << (port == nullptr ? " (no such port)" : "");
         }
         out << '\n';
     }
@@ -236,7 +244,7 @@ void BoardSummary::printMulticastGroups(std::ostream& out) const {
 void BoardSummary::printCpuPort(std::ostream& out) const {
     out << "CPU port: ";
     if (ManagedSwitchPort const* const port = _session.getManager().getCpuPort()) {
-        out << addressOf(*port) << '\n';
+        out << _document.getLabels().nameOf(addressOf(*port)) << '\n';
     } else {
         out << "none\n";
     }

@@ -29,9 +29,9 @@ MemberList::MemberList(std::vector<Member> const& members, SwitchManager& manage
     }
 }
 
-std::string MemberList::nameOf(Member const& member) {
+std::string MemberList::nameOf(Member const& member, board::Labels const& labels) {
     if (member.switchId >= 0 && member.portId >= 0) {
-        return board::portAddress(member.switchId, member.portId);
+        return labels.nameOf(board::portAddress(member.switchId, member.portId));
     }
     std::string const line = "line " + std::to_string(xmlGetLineNo(member.element));
     return line + (member.switchId >= 0 ? " (no port)"

@@ -17,8 +17,8 @@ struct MemberList {
     /// to do with them.
     MemberList(std::vector<Member> const& members, SwitchManager& manager, bool withTags);
 
-    /// "0.7"; of an element without a switch or port that can be read, where it stands.
-    static std::string nameOf(Member const& member);
+    /// "0.7", with its label; of an element without a switch or port that can be read, where it stands.
+    static std::string nameOf(Member const& member, board::Labels const& labels);
 
     /// An attribute of a member, or "none".
     static std::string tagOf(Member const& member, char const* attribute);

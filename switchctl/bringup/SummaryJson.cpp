@@ -74,6 +74,7 @@ Json SummaryJson::getSwitches() const {
         if (isUp) {
             switches.back()["ports"] = _session.getManager().getManagedSwitch(entry.id)->getPorts().size();
         }
+        _document.getLabels().addTo(switches.back(), std::to_string(entry.id));
     }
     return switches;
 }
@@ -85,6 +86,7 @@ Json SummaryJson::getPorts() const {
             Json json = nameOf(*port);
             json["type"] = board::portTypeName(port->getType());
             json["state"] = board::portStateName(port->getState());
+            _document.getLabels().addTo(json, chips::PortAddress{switchId, portId}.getText());
             ports.push_back(json);
         }
     }

@@ -49,6 +49,12 @@ std::vector<std::vector<Finding const*>> groupsOf(std::vector<Finding> const& fi
     return groups;
 }
 
+/// Of a member of a VLAN, whose element does not show it.
+std::string labelOf(Finding const& finding) {
+    bool const isShown = finding.label.empty() || finding.element.find(" label=") != std::string::npos;
+    return isShown ? "" : " \"" + finding.label + "\"";
+}
+
 /// The lines of all but the first, each once.
 std::string furtherLines(std::vector<Finding const*> const& group) {
     std::vector<unsigned int> lines;
@@ -70,7 +76,7 @@ void printFindings(std::ostream& out, std::string const& file, DocumentCheck con
         Finding const& finding = *group.front();
         out << finding.file << ':' << finding.line << ": "
             << colours.paint(colourOf(finding.severity), severityName(finding.severity)) << ": "
-            << finding.element << " [" << finding.check << "]\n"
+            << finding.element << labelOf(finding) << " [" << finding.check << "]\n"
             << "    " << finding.effect << '\n'
             << "    Instead: " << finding.advice << '\n';
         std::string const further = furtherLines(group);
@@ -99,6 +105,9 @@ Json findingsAsJson(std::string const& file, DocumentCheck const& check) {
                                     {"element", finding.element},
                                     {"effect", finding.effect},
                                     {"advice", finding.advice}});
+        if (!finding.label.empty()) {
+            json["findings"].back()["label"] = finding.label;
+        }
     }
     return json;
 }

@@ -5,9 +5,9 @@ namespace switchctl::check {
 std::vector<Check> const& allChecks() {
     static std::vector<Check> const checks = [] {
         std::vector<Check> all;
-        for (auto const topic : {schemaChecks, numberChecks, switchChecks, ageTimeChecks, portChecks,
-                                 vitessePortChecks, trunkChecks, vlanChecks, memberChecks, taggingChecks,
-                                 pathChecks, groupChecks, groupTableChecks, conditionChecks}) {
+        for (auto const topic : {schemaChecks, numberChecks, switchChecks, cableChecks, ageTimeChecks,
+                                 portChecks, vitessePortChecks, trunkChecks, vlanChecks, memberChecks,
+                                 taggingChecks, pathChecks, groupChecks, groupTableChecks, conditionChecks}) {
             std::vector<Check> const some = topic();
             all.insert(all.end(), some.begin(), some.end());
         }

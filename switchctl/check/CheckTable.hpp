@@ -15,6 +15,9 @@ std::vector<Check> const& allChecks();
 /// About the time after which a switch forgets an address.
 std::vector<Check> ageTimeChecks();
 
+/// About cables between ports, which the library does not look at.
+std::vector<Check> cableChecks();
+
 /// About what holds for a chip whatever the document says, while it starts and after.
 std::vector<Check> conditionChecks();
 

@@ -18,6 +18,7 @@ DocumentCheck::DocumentCheck(reference_host::XmlDocument& document) {
             finding.file = document.getName();
             finding.line = static_cast<int>(xmlGetLineNo(element));
             finding.element = board::startTag(element);
+            finding.label = board.getLabels().find(board::Labels::placeOf(element)).value_or("");
             finding.effect = effect;
             finding.advice = advice;
             _findings.push_back(finding);

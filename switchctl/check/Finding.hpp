@@ -16,6 +16,8 @@ struct Finding {
     int line = 0;
     /// The element's start tag as text.
     std::string element;
+    /// What the document calls the switch or port that the element is or names; empty when it does not.
+    std::string label;
     /// What the library will do with it.
     std::string effect;
     /// How to write it instead.

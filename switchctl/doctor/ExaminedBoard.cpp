@@ -7,6 +7,7 @@
 #include "board/SimulatedMemory.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
+#include "reference_host/DeviceLock.hpp"
 #include "reference_host/DeviceMemory.hpp"
 
 namespace switchctl::doctor {
@@ -23,6 +24,9 @@ ExaminedBoard::ExaminedBoard(board::BoardReading const& document, std::string co
     if (needsMemory() && !DeviceMemory::isAccessible(memoryDevice, reason)) {
         throw ToolError(chips::ExitStatus::noHardware,
                         reason + " (the chips are reached through this device; see --simulate)");
+    }
+    if (!_line.empty() && !reference_host::DeviceLock::take(_line, reason)) {
+        throw ToolError(chips::ExitStatus::noHardware, reason);
     }
     _application = std::make_unique<reference_host::HostApplication>(_errors, *_memory);
 }

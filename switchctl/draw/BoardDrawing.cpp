@@ -6,6 +6,7 @@
 
 #include "board/Element.hpp"
 #include "board/Wording.hpp"
+#include "chips/PortAddress.hpp"
 #include "switchctl/draw/VlanColours.hpp"
 
 namespace switchctl::draw {
@@ -58,6 +59,10 @@ std::string portNode(int switchId, int portId) {
     return "switch" + std::to_string(switchId) + ":port" + std::to_string(portId);
 }
 
+std::string linkNode(chips::PortAddress const& port) {
+    return "switch" + std::to_string(port.switchId) + ":link" + std::to_string(port.portId) + ":w";
+}
+
 std::optional<int> trunkOf(board::BoardReading::Switch const& owner, unsigned int portId) {
     for (board::BoardReading::Trunk const& trunk : owner.trunks) {
         for (xmlNodePtr const member : trunk.members) {
@@ -76,8 +81,8 @@ void cell(std::ostream& out, std::string const& attributes, std::string const& t
 
 } // namespace
 
-BoardDrawing::BoardDrawing(Reading const& board, std::string title)
-    : _board(board), _title(std::move(title)) {}
+BoardDrawing::BoardDrawing(Reading const& board, board::Cables const& cables, std::string title)
+    : _board(board), _cables(cables), _title(std::move(title)) {}
 
 std::string BoardDrawing::getDot() {
     _out.str("");
@@ -90,6 +95,7 @@ std::string BoardDrawing::getDot() {
     for (auto const& entry : _board.getSwitches()) {
         addSwitch(entry.second);
     }
+    addCables();
     addInterlinks();
     std::size_t number = 0;
     for (auto const& entry : _board.getVlans()) {
@@ -105,7 +111,8 @@ void BoardDrawing::addSwitch(Reading::Switch const& owner) {
         << "  " << nodeOf(owner)
         << " [shape=plain, label=<<TABLE BORDER=\"1\" CELLBORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"4\">\n"
         << R"(    <TR><TD COLSPAN="4" BGCOLOR="#333333"><FONT COLOR="white"><B>switch )"
-        << escaped(owner.getName()) << "  " << owner.chipName() << "</B></FONT></TD></TR>\n";
+        << escaped(owner.getName() + _board.getLabels().after(std::to_string(owner.id))) << "  "
+        << owner.chipName() << "</B></FONT></TD></TR>\n";
     for (auto const& entry : owner.ports) {
         addPort(owner, entry.second);
     }
@@ -117,7 +124,8 @@ void BoardDrawing::addPort(Reading::Switch const& owner, Reading::Port const& po
         std::string(R"( ALIGN="LEFT" BGCOLOR=")") + colourOf(port.connectedTo) + "\"";
     std::optional<int> const trunk = trunkOf(owner, port.id);
     _out << "    <TR>";
-    cell(_out, background + " PORT=\"link" + std::to_string(port.id) + "\"", port.getName());
+    cell(_out, background + " PORT=\"link" + std::to_string(port.id) + "\"",
+         port.getName() + _board.getLabels().after(chips::PortAddress{owner.id, port.id}.getText()));
     cell(_out, background, port.connectedTo + (isCpuPort(owner, port) ? " (CPU port)" : ""));
     cell(_out, background, port.portStatus);
     cell(_out, background + " PORT=\"port" + std::to_string(port.id) + "\"",
@@ -125,22 +133,33 @@ void BoardDrawing::addPort(Reading::Switch const& owner, Reading::Port const& po
     _out << "</TR>\n";
 }
 
-// The document does not say which of them are wired to each other.
+void BoardDrawing::addCables() {
+    for (std::string const& text : _cables.getTexts()) {
+        auto const [one, other] = *board::Cables::read(text);
+        _out << "  " << linkNode(one) << " -- " << linkNode(other)
+             << " [color=\"#999999\", penwidth=3, constraint=false]\n";
+    }
+}
+
+// Of those without a cable nobody says where they lead.
 void BoardDrawing::addInterlinks() {
     std::ostringstream edges;
     std::size_t switches = 0;
     for (auto const& entry : _board.getSwitches()) {
         std::size_t ports = 0;
         for (auto const& port : entry.second.ports) {
-            if (port.second.connectedTo == "switchInterlink") {
+            bool const isInterlink = port.second.connectedTo == "switchInterlink";
+            if (isInterlink) {
+                ++ports;
+            }
+            if (isInterlink && !_cables.follow({entry.first, port.first})) {
                 edges << "  interlink:e -- " << nodeOf(entry.second) << ":link" << port.first
                       << ":w [color=\"#999999\", penwidth=3]\n";
-                ++ports;
             }
         }
         switches += ports == 0 ? 0 : 1;
     }
-    if (switches > 1) {
+    if (switches > 1 && edges.tellp() != 0) {
         _out << R"(  interlink [shape=box, style="rounded,filled", fillcolor="#E6E6E6",)"
              << " label=\"interlink between\\nswitches\"]\n"
              << edges.str();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "board/BoardReading.hpp"
+#include "board/paths/Cables.hpp"
 
 namespace switchctl::draw {
 
@@ -13,9 +14,9 @@ namespace switchctl::draw {
 /// frames leave with a tag, dashed where they leave without one.
 class BoardDrawing {
 public:
-    /// The reading must outlive the drawing.
+    /// The reading and the cables must outlive the drawing.
     /// \param title what stands above the picture.
-    BoardDrawing(board::BoardReading const& board, std::string title);
+    BoardDrawing(board::BoardReading const& board, board::Cables const& cables, std::string title);
 
     /// The same text for the same board.
     std::string getDot();
@@ -25,6 +26,7 @@ private:
 
     void addSwitch(Reading::Switch const& owner);
     void addPort(Reading::Switch const& owner, Reading::Port const& port);
+    void addCables();
     void addInterlinks();
     void addVlan(Reading::Vlan const& vlan, std::string const& colour);
     void addMember(Reading::Vlan const& vlan, Reading::Member const& member, std::string const& colour);
@@ -33,6 +35,7 @@ private:
     bool isCpuPort(Reading::Switch const& owner, Reading::Port const& port) const;
 
     Reading const& _board;
+    board::Cables const& _cables;
     std::string _title;
     std::ostringstream _out;
 };

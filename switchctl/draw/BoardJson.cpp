@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "board/Element.hpp"
+#include "chips/PortAddress.hpp"
 #include "switchctl/VlanIds.hpp"
 
 namespace switchctl::draw {
@@ -12,13 +13,14 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Reading = board::BoardReading;
 
-Json portsOf(Reading::Switch const& owner) {
+Json portsOf(Reading::Switch const& owner, board::Labels const& labels) {
     Json ports = Json::array();
     for (auto const& [id, port] : owner.ports) {
         bool const hasNumber = id != static_cast<unsigned int>(Reading::noNumber);
         ports.push_back({{"port", hasNumber ? Json(id) : Json()},
                          {"connectedTo", port.connectedTo},
                          {"portStatus", port.portStatus}});
+        labels.addTo(ports.back(), chips::PortAddress{owner.id, id}.getText());
     }
     return ports;
 }
@@ -53,13 +55,14 @@ Json membersOf(Reading::Vlan const& vlan) {
 
 } // namespace
 
-Json BoardJson::of(Reading const& board, std::string const& file) {
+Json BoardJson::of(Reading const& board, board::Cables const& cables, std::string const& file) {
     Json switches = Json::array();
     for (auto const& [id, owner] : board.getSwitches()) {
         switches.push_back({{"switch", id},
                             {"chip", owner.chipName()},
-                            {"ports", portsOf(owner)},
+                            {"ports", portsOf(owner, board.getLabels())},
                             {"trunks", trunksOf(owner)}});
+        board.getLabels().addTo(switches.back(), std::to_string(id));
     }
     Json vlans = Json::array();
     for (auto const& [id, vlan] : board.getVlans()) {
@@ -67,7 +70,7 @@ Json BoardJson::of(Reading const& board, std::string const& file) {
         entry.update({{"tagBased", vlan.tagBased}, {"members", membersOf(vlan)}});
         vlans.push_back(entry);
     }
-    return {{"file", file}, {"switches", switches}, {"vlans", vlans}};
+    return {{"file", file}, {"switches", switches}, {"cables", cables.getTexts()}, {"vlans", vlans}};
 }
 
 } // namespace switchctl::draw

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "board/BoardReading.hpp"
+#include "board/paths/Cables.hpp"
 
 namespace switchctl::draw {
 
@@ -11,7 +12,8 @@ namespace switchctl::draw {
 class BoardJson {
 public:
     /// \param file path of the document.
-    static nlohmann::ordered_json of(board::BoardReading const& board, std::string const& file);
+    static nlohmann::ordered_json of(board::BoardReading const& board, board::Cables const& cables,
+                                     std::string const& file);
 };
 
 } // namespace switchctl::draw

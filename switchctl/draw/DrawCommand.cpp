@@ -46,11 +46,17 @@ void DrawCommand::declare(Arguments& arguments) {
                 "is the standard output. May be left out for --format dot and json")
         .type("FILE");
     addJson(arguments, {formats.begin(), formats.end()}, "");
+    auto const cable = arguments
+                           .option("--cable", _cables,
+                                   "A cable between two ports, beside those of the document. May be repeated")
+                           .type("SWITCH.PORT=SWITCH.PORT")
+                           .oneEach();
     arguments.option("--graphviz", _graphviz, "Graphviz's program, which draws svg and png").showDefault();
-    arguments.flag(
-        "--paths", _paths,
-        "Draw who reaches whom after a bring-up on chip models, as a matrix in svg, and what of it is "
-        "not as the document wants it");
+    arguments
+        .flag("--paths", _paths,
+              "Draw who reaches whom after a bring-up on chip models, as a matrix in svg, and what of it is "
+              "not as the document wants it")
+        .excludes(cable);
     arguments.finally([this] {
         if (chooseFormat() != "svg" && _paths) {
             throw Arguments::Wrong(
@@ -80,6 +86,7 @@ std::string DrawCommand::getHelp() const {
     return "Examples:\n"
            "  switchctl draw board.xml -o board.svg\n"
            "  switchctl draw board.xml -o board.png\n"
+           "  switchctl draw board.xml --cable 0.10=3.20 -o board.svg\n"
            "  switchctl draw board.xml --paths -o matrix.svg\n"
            "  switchctl draw board.xml --format dot | dot -Tpdf > board.pdf\n"
            "\n";
@@ -100,7 +107,7 @@ ExitStatus DrawCommand::perform(std::ostream& out, std::ostream& errors) const {
     if (board.getSwitches().empty()) {
         throw ToolError(ExitStatus::badDocument, _documentPath + ": the document has no switch to draw");
     }
-    std::string const picture = _paths ? drawPaths(*document, board, errors) : draw(board, errors);
+    std::string const picture = _paths ? drawPaths(*document, board, errors) : draw(*document, board, errors);
     board::OutputFile file(_outputPath.empty() ? "-" : _outputPath, out, ExitStatus::noPicture);
     file.getStream() << picture;
     file.finish();
@@ -134,14 +141,15 @@ std::string DrawCommand::drawPaths(Xml& document, board::BoardReading const& rea
     return MatrixDrawing(matrix, sizes, intended, colours).getSvg(getTitle());
 }
 
-std::string DrawCommand::draw(board::BoardReading const& board, std::ostream& errors) const {
+std::string DrawCommand::draw(Xml& document, board::BoardReading const& board, std::ostream& errors) const {
+    board::Cables const cables(_cables, board::IntendedBoard(document), _documentPath);
     std::string const format = chooseFormat();
     if (format == "json") {
         std::ostringstream text;
-        print(text, BoardJson::of(board, _documentPath));
+        print(text, BoardJson::of(board, cables, _documentPath));
         return text.str();
     }
-    std::string graph = BoardDrawing(board, getTitle()).getDot();
+    std::string graph = BoardDrawing(board, cables, getTitle()).getDot();
     if (format == "dot") {
         return graph;
     }

@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "board/BoardReading.hpp"
 #include "switchctl/Command.hpp"
@@ -21,12 +22,13 @@ protected:
 
 private:
     std::string chooseFormat() const;
-    std::string draw(board::BoardReading const& board, std::ostream& errors) const;
+    std::string draw(Xml& document, board::BoardReading const& board, std::ostream& errors) const;
     std::string drawPaths(Xml& document, board::BoardReading const& reading, std::ostream& errors) const;
     std::string getTitle() const;
 
     std::string _documentPath;
     std::string _outputPath;
+    std::vector<std::string> _cables;
     std::string _graphviz = "dot";
     bool _paths = false;
 };

@@ -119,15 +119,24 @@ void MatrixDrawing::addSwitch(SvgWriter& svg, unsigned id, unsigned ports, unsig
     svg.close();
 }
 
+std::string MatrixDrawing::nameOf(unsigned switchId, unsigned port) const {
+    return _board.getLabels().nameOf(chips::PortAddress{switchId, port}.getText());
+}
+
 void MatrixDrawing::addLabels(SvgWriter& svg, unsigned id, unsigned ports, unsigned top) const {
     auto const& owner = _board.getSwitches().at(id);
-    svg.add("text", at(gap, top + lineHeight), fmt::format("switch {}  {}", id, owner.model));
+    board::Labels const& labels = _board.getLabels();
+    svg.add("text", at(gap, top + lineHeight),
+            fmt::format("switch {}{}  {}", id, labels.after(std::to_string(id)), owner.model));
     svg.add("text", at(left, top + lineHeight), "to");
     for (unsigned port = 0; port < ports; ++port) {
         unsigned const row = top + headHeight + port * cellSize;
         unsigned const column = left + port * cellSize;
         std::string const status = owner.ports.at(port).isListed ? owner.ports.at(port).status : "not listed";
+        svg.open("g");
+        svg.add("title", {}, nameOf(id, port));
         svg.add("text", at(left - 6, row + 16, "end"), fmt::format("{}.{}  {}", id, port, status));
+        svg.close();
         svg.add("text", at(column + cellSize / 2, top + headHeight - 6, "middle"), std::to_string(port));
     }
     for (unsigned line = 0; line <= ports; ++line) {
@@ -145,7 +154,7 @@ void MatrixDrawing::addCell(SvgWriter& svg, PathMatrix::Place const& place, Path
     char const* const kind = cell.isWrong ? "wrong" : cell.isMissing ? "missing" : "path";
     svg.open("g", {{"class", kind}});
     svg.add("title", {},
-            fmt::format("{}.{} to {}.{}: {}", place.switchId, place.from, place.switchId, place.to,
+            fmt::format("{} to {}: {}", nameOf(place.switchId, place.from), nameOf(place.switchId, place.to),
                         fmt::join(cell.texts, "; ")));
     if (cell.isWrong) {
         addWrong(svg, x, y);

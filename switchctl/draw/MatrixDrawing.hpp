@@ -34,6 +34,8 @@ private:
     void addCell(SvgWriter& svg, PathMatrix::Place const& place, PathMatrix::Cell const& cell,
                  unsigned top) const;
     void addLegend(SvgWriter& svg, unsigned top) const;
+    /// A port with its label.
+    std::string nameOf(unsigned switchId, unsigned port) const;
     std::string colourOf(std::optional<unsigned> vlan) const;
     unsigned getLegendTop() const;
 

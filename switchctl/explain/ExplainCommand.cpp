@@ -23,7 +23,9 @@ void ExplainCommand::declare(Arguments& arguments) {
     arguments.option("BOARD.xml", _path, "Configuration document of the board").required();
     arguments.option("SWITCH.PORT", _from, "The port that gets the frame").required();
     arguments.option("FRAME", _words, "[untagged|tagged VID] to SWITCH.PORT|MAC|GROUP|all").required();
-    arguments.option("--cable", _cables, "A cable between two ports. May be repeated")
+    arguments
+        .option("--cable", _cables,
+                "A cable between two ports, beside those of the document. May be repeated")
         .type("SWITCH.PORT=SWITCH.PORT")
         .oneEach();
     _live.addTo(arguments);
@@ -79,10 +81,10 @@ ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) cons
     }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    board::Cables const cables(_cables, board);
     if (live) {
-        LiveBoard::requireRead(*live, {_from, _words.back()}, cables);
+        LiveBoard::requireRead(*live, {_from, _words.back()}, _cables);
     }
+    board::Cables const cables(_cables, board, _path, LiveBoard::getUnread(live.get()));
     FrameWay way(live ? live->getBoard() : bringUp->getBoard(), intent, cables);
     way.follow(*chips::PortAddress::fromText(_from), FrameQuestion(_words));
     board::BoardReading const reading(*document);
@@ -90,9 +92,9 @@ ExitStatus ExplainCommand::perform(std::ostream& out, std::ostream& errors) cons
     progress.reset();
     auto json = isJson() ? report.toJson() : nlohmann::ordered_json();
     if (live && !_live.isLive() && isJson()) {
-        LiveBoard::addUnread(json, *live);
+        LiveBoard::addUnread(json, *live, cables);
     } else if (live && !isJson()) {
-        LiveBoard::printUnread(out, *live);
+        LiveBoard::printUnread(out, *live, cables);
     }
     if (isJson() && _live.isLive()) {
         printWithTime(out, json);

@@ -34,6 +34,10 @@ bool isVlanRule(std::string_view rule) {
 
 } // namespace
 
+std::string ExplainReport::nameOf(chips::PortAddress const& port) const {
+    return _intent.getBoard().getLabels().nameOf(port.getText());
+}
+
 std::string ExplainReport::placeOf(int line) const {
     return fmt::format("{}:{}", _file, line);
 }
@@ -83,7 +87,7 @@ std::string ExplainReport::sentOf(Hop const& hop) const {
     for (auto const& copy : hop.explanation.getDecision().egress) {
         if (!hop.to || isEnd(hop) || copy.port == *hop.to) {
             sent.push_back(board::RegisterPaths::tagsOf(copy.frame).describe() + " at " +
-                           addressOf(hop, copy.port));
+                           nameOf(hop, copy.port));
         }
     }
     return fmt::format("{}", fmt::join(sent, ", "));
@@ -142,7 +146,7 @@ std::string ExplainReport::wantedOf(Hop const& hop) const {
                               : (hop.wanted.may & self) != 0 ? "may"
                                                              : "must not";
     auto const reason = _intent.explain(hop.from.switchId, hop.from.portId, hop.frame, hop.wanted, *hop.to);
-    return fmt::format("{} get from {} to {}: {}", value, hop.from.getText(), addressOf(hop, *hop.to),
+    return fmt::format("{} get from {} to {}: {}", value, nameOf(hop.from), nameOf(hop, *hop.to),
                        board::Intent::describe(reason));
 }
 
@@ -166,7 +170,7 @@ void ExplainReport::printEnd(std::ostream& out, Hop const& hop) const {
     std::string const sent = sentOf(hop);
     out << fmt::format("stops here: {} ({}) of switch {}{}, because {}\n", rule,
                        ForwardingRules::get(rule).name, hop.from.switchId,
-                       hop.to ? " on the way to " + addressOf(hop, *hop.to) : "", reasonOf(hop));
+                       hop.to ? " on the way to " + nameOf(hop, *hop.to) : "", reasonOf(hop));
     if (!sent.empty()) {
         out << fmt::format("it is sent {}\n", sent);
     }
@@ -183,7 +187,7 @@ void ExplainReport::printEnd(std::ostream& out, Hop const& hop) const {
 
 void ExplainReport::print(std::ostream& out, Hop const& hop) const {
     int const line = lineOf(hop.from);
-    out << fmt::format("in at {}, {}{}\n", hop.from.getText(), frameOf(hop.frame.tags),
+    out << fmt::format("in at {}, {}{}\n", nameOf(hop.from), frameOf(hop.frame.tags),
                        line == 0 ? "; the document does not list the port" : ", " + placeOf(line));
     printSteps(out, hop);
     if (isEnd(hop)) {
@@ -202,7 +206,7 @@ void ExplainReport::print(std::ostream& out) const {
     }
     std::vector<std::string> deliveries;
     for (auto const& delivery : _way.getDeliveries()) {
-        deliveries.push_back(delivery.tags.describe() + " at " + delivery.at.getText());
+        deliveries.push_back(delivery.tags.describe() + " at " + nameOf(delivery.at));
     }
     out << (deliveries.empty() ? fmt::format("not delivered to {}\n", _question.target)
                                : fmt::format("delivered {}\n", fmt::join(deliveries, ", ")));
@@ -263,6 +267,7 @@ Json ExplainReport::toJson() const {
         deliveries.push_back({{"port", delivery.at.getText()}, {"form", delivery.tags.describe()}});
     }
     return {{"file", _file},
+            {"labels", _intent.getBoard().getLabels().getAll()},
             {"target", _question.target},
             {"delivered", !deliveries.empty()},
             {"deliveries", deliveries},

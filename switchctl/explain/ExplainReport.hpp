@@ -37,6 +37,9 @@ private:
     nlohmann::ordered_json toJson(Hop const& hop) const;
     nlohmann::ordered_json stepsToJson(Hop const& hop) const;
 
+    /// Ports with their labels.
+    std::string nameOf(chips::PortAddress const& port) const;
+    std::string nameOf(Hop const& hop, unsigned port) const { return nameOf({hop.from.switchId, port}); }
     std::string placeOf(int line) const;
     int lineOf(chips::PortAddress const& port) const;
     std::string vlanOf(unsigned vid) const;

@@ -78,7 +78,8 @@ void PathsCommand::declare(Arguments& arguments) {
     auto const cable =
         arguments
             .option("--cable", _cables,
-                    "A cable between two ports, of which the document says nothing. May be repeated")
+                    "A cable between two ports, beside those that the document has in connectsTo. May be "
+                    "repeated")
             .type("SWITCH.PORT=SWITCH.PORT")
             .oneEach();
     _live.addTo(arguments);
@@ -103,7 +104,7 @@ std::string PathsCommand::getHelp() const {
     return "Each port is asked where frames go that it gets: untagged, with VID 0, VID 1, those of the\n"
            "document and one that it does not name, to an unknown station, to all and to each group. The\n"
            "answer comes from the registers of chip models that the document was brought up on, with all\n"
-           "links plugged in, and is compared with what the document alone asks for. With cables, frames "
+           "links plugged in, and is compared with what the document alone asks for. Over cables, frames "
            "are\n"
            "also followed from station to station. --live reads the chips as an audit does; what cannot be\n"
            "read without disturbing them, learned addresses above all, counts as after a reset.\n"
@@ -155,13 +156,13 @@ ExitStatus PathsCommand::watch(std::ostream& out, std::ostream& errors) const {
     return statusOf(report);
 }
 
-void PathsCommand::printJson(std::ostream& out, nlohmann::ordered_json json,
-                             board::LoadedBoard const* loaded) const {
+void PathsCommand::printJson(std::ostream& out, nlohmann::ordered_json json, board::LoadedBoard const* loaded,
+                             board::Cables const& cables) const {
     if (_live.isLive()) {
         return printWithTime(out, json);
     }
     if (loaded != nullptr) {
-        LiveBoard::addUnread(json, *loaded);
+        LiveBoard::addUnread(json, *loaded, cables);
     }
     print(out, json);
 }
@@ -181,23 +182,24 @@ ExitStatus PathsCommand::perform(std::ostream& out, std::ostream& errors) const 
     }
     board::IntendedBoard const board(*document);
     board::Intent const intent(board);
-    board::Cables const cables(_cables, board);
     if (live) {
-        LiveBoard::requireRead(*live, _between, cables);
+        LiveBoard::requireRead(*live, _between, _cables);
     }
+    board::Cables const cables(_cables, board, _path, LiveBoard::getUnread(live.get()));
     RegisterPaths const registers(live ? live->getChips() : RegisterPaths::chipsOf(bringUp->getBoard()));
     board::AskedFrames const frames(board, board::BoardReading(*document),
                                     live ? live->getVids() : std::set<unsigned>());
     PathComparison::Selection const selection = selectionOf(registers, _between);
     PathComparison const comparison(intent, registers, frames, selection);
-    StationsReport const stations(cables, frames, stationsOf(intent, registers, frames, cables, selection));
+    StationsReport const stations(cables, board.getLabels(), frames,
+                                  stationsOf(intent, registers, frames, cables, selection));
     PathsReport const report(_path, intent, comparison, stations);
     progress.reset();
     if (isJson()) {
-        printJson(out, report.toJson(), live.get());
+        printJson(out, report.toJson(), live.get(), cables);
     } else {
         if (live) {
-            LiveBoard::printUnread(out, *live);
+            LiveBoard::printUnread(out, *live, cables);
         }
         report.print(out);
     }

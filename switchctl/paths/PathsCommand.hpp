@@ -26,7 +26,8 @@ private:
     ExitStatus watch(std::ostream& out, std::ostream& errors) const;
 
     /// \param loaded null after a bring-up.
-    void printJson(std::ostream& out, nlohmann::ordered_json json, board::LoadedBoard const* loaded) const;
+    void printJson(std::ostream& out, nlohmann::ordered_json json, board::LoadedBoard const* loaded,
+                   board::Cables const& cables) const;
 
     LiveBoard _live;
     std::string _path;

@@ -69,8 +69,8 @@ std::size_t PathsReport::count(Severity severity) const {
            (isError ? _intent.getBoard().getContradictions().size() : 0);
 }
 
-std::string PathsReport::portsOf(PathLine const& line, PortSet ports) {
-    return fmt::format("{}", fmt::join(addressesOf(line.key.switchId, ports), " "));
+std::string PathsReport::portsOf(PathLine const& line, PortSet ports) const {
+    return namesOf(_intent.getBoard().getLabels(), addressesOf(line.key.switchId, ports));
 }
 
 // What the document says that decides: the line of a port, else that of its switch.
@@ -97,7 +97,7 @@ std::string PathsReport::explanationOf(PathLine const& line) {
     }
 }
 
-std::string PathsReport::reachOf(PathLine const& line) {
+std::string PathsReport::reachOf(PathLine const& line) const {
     std::vector<std::string> reached;
     for (PathLine::Reach const& reach : line.reach) {
         reached.push_back(portsOf(line, reach.to) + " " + reach.form.describe());
@@ -202,6 +202,7 @@ Json PathsReport::toJson() const {
         contradictions.push_back({{"line", contradiction.line}, {"text", contradiction.text}});
     }
     Json json{{"file", _file},
+              {"labels", _intent.getBoard().getLabels().getAll()},
               {"errors", count(Severity::error)},
               {"warnings", count(Severity::warning)},
               {"notes", count(Severity::note)},

@@ -32,8 +32,8 @@ private:
     nlohmann::ordered_json differenceToJson(board::PathLine const& line) const;
     nlohmann::ordered_json lineToJson(board::PathLine const& line) const;
 
-    static std::string portsOf(board::PathLine const& line, board::PortSet ports);
-    static std::string reachOf(board::PathLine const& line);
+    std::string portsOf(board::PathLine const& line, board::PortSet ports) const;
+    std::string reachOf(board::PathLine const& line) const;
     static std::string explanationOf(board::PathLine const& line);
     int lineOf(board::PathLine const& line) const;
 

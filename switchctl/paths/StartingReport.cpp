@@ -108,10 +108,11 @@ void StartingReport::printInterval(std::ostream& out, Interval const& interval) 
                        paint(out, Severity::warning), lengthOf(interval), writeText(interval.opened),
                        writeText(interval.closed));
     for (PathLine const& line : interval.lines) {
-        out << fmt::format("  {} ({})\n      reach {}\n",
-                           fmt::join(addressesOf(line.key.switchId, line.from), " "),
-                           framesText(_startUp.getFrames(), line.frames, line.destinations),
-                           fmt::join(addressesOf(line.key.switchId, PathLine::portsOf(line.reach)), " "));
+        out << fmt::format(
+            "  {} ({})\n      reach {}\n",
+            namesOf(_startUp.getLabels(), addressesOf(line.key.switchId, line.from)),
+            framesText(_startUp.getFrames(), line.frames, line.destinations),
+            namesOf(_startUp.getLabels(), addressesOf(line.key.switchId, PathLine::portsOf(line.reach))));
     }
 }
 
@@ -186,6 +187,7 @@ Json StartingReport::toJson() const {
         unsure.push_back(ruleToJson(*rule));
     }
     return {{"file", _file},
+            {"labels", _startUp.getLabels().getAll()},
             {"warm", _oldFile.empty() ? Json() : Json(_oldFile)},
             {"errors", count(Severity::error)},
             {"warnings", count(Severity::warning)},

@@ -38,9 +38,9 @@ char const* explanationOf(Kind kind) {
 
 } // namespace
 
-StationsReport::StationsReport(board::Cables const& cables, board::AskedFrames const& frames,
-                               std::vector<Line> lines)
-    : _cables(cables), _frames(frames), _lines(std::move(lines)) {}
+StationsReport::StationsReport(board::Cables const& cables, board::Labels const& labels,
+                               board::AskedFrames const& frames, std::vector<Line> lines)
+    : _cables(cables), _labels(labels), _frames(frames), _lines(std::move(lines)) {}
 
 Severity StationsReport::severityOf(Line const& line) {
     return line.kind == Kind::missing ? Severity::warning : Severity::error;
@@ -54,10 +54,10 @@ std::size_t StationsReport::count(Severity severity) const {
            (severity == Severity::warning ? _cables.getMismatches().size() : 0);
 }
 
-std::string StationsReport::reachOf(Line const& line) {
+std::string StationsReport::reachOf(Line const& line) const {
     std::vector<std::string> reached;
     for (auto const& [form, ports] : line.reach) {
-        reached.push_back(fmt::format("{} {}", fmt::join(addressesOf(ports), " "), form.describe()));
+        reached.push_back(fmt::format("{} {}", namesOf(_labels, addressesOf(ports)), form.describe()));
     }
     return fmt::format("{}", fmt::join(reached, "; "));
 }
@@ -71,7 +71,7 @@ void StationsReport::printPaths(std::ostream& out) const {
     for (Line const& line : _lines) {
         if (line.kind == Kind::path) {
             isEmpty = false;
-            out << fmt::format("  {} ({})\n      reach {}\n", fmt::join(addressesOf(line.from), " "),
+            out << fmt::format("  {} ({})\n      reach {}\n", namesOf(_labels, addressesOf(line.from)),
                                framesText(_frames, line.frames, line.destinations), reachOf(line));
         }
     }
@@ -89,7 +89,7 @@ void StationsReport::printDifferences(std::ostream& out, std::string const& file
             continue;
         }
         out << fmt::format("{}: {}: {} ({}) [{}]\n", file, paint(out, severityOf(line)),
-                           fmt::join(addressesOf(line.from), " "),
+                           namesOf(_labels, addressesOf(line.from)),
                            framesText(_frames, line.frames, line.destinations),
                            board::PathLine::name(line.kind));
         if (line.kind == Kind::loop) {

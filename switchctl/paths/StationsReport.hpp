@@ -15,8 +15,8 @@ namespace switchctl::paths {
 /// Who reaches whom over cables, for people and for programs; empty without cables.
 class StationsReport {
 public:
-    /// Both must outlive the object.
-    StationsReport(board::Cables const& cables, board::AskedFrames const& frames,
+    /// All but the last must outlive the object.
+    StationsReport(board::Cables const& cables, board::Labels const& labels, board::AskedFrames const& frames,
                    std::vector<board::StationComparison::Line> lines);
 
     void printPaths(std::ostream& out) const;
@@ -31,10 +31,11 @@ private:
     using Line = board::StationComparison::Line;
 
     static Severity severityOf(Line const& line);
-    static std::string reachOf(Line const& line);
+    std::string reachOf(Line const& line) const;
     nlohmann::ordered_json toJson(Line const& line) const;
 
     board::Cables const& _cables;
+    board::Labels const& _labels;
     board::AskedFrames const& _frames;
     std::vector<Line> const _lines;
 };

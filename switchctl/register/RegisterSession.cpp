@@ -6,6 +6,7 @@
 #include "board/StartUpFailure.hpp"
 #include "chips/ChipKinds.hpp"
 #include "chips/ToolError.hpp"
+#include "reference_host/DeviceLock.hpp"
 #include "reference_host/DeviceMemory.hpp"
 #include "reference_host/XmlDocument.hpp"
 
@@ -93,6 +94,9 @@ void RegisterSession::bringUp() {
 
 void RegisterSession::requireHardware() const {
     std::string reason;
+    if (_options.getWay() == Way::serial && !reference_host::DeviceLock::take(_options.getDevice(), reason)) {
+        throw chips::ToolError(chips::ExitStatus::noHardware, reason);
+    }
     if (_options.getWay() != Way::serial && !DeviceMemory::isAccessible(_memoryDevice, reason)) {
         throw chips::ToolError(chips::ExitStatus::noHardware,
                                reason + " (the chip is reached through this device; see --simulate)");

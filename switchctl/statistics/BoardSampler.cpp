@@ -27,6 +27,7 @@ chips::CounterSample BoardSampler::sample(Watcher const& watcher) {
             nothing.values.resize(nothing.getCounters().size());
             result.ports.push_back(nothing);
         }
+        result.ports.back().label = port.label;
     }
     return result;
 }

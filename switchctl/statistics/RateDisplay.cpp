@@ -96,7 +96,7 @@ bool RateDisplay::addPort(chips::PortCounters const& before, chips::PortCounters
     if (counters.empty() && unread.empty()) {
         return false;
     }
-    lines.push_back("port " + after.port.getText() + " (" + after.model + ")");
+    lines.push_back("port " + after.getName() + " (" + after.model + ")");
     lines.insert(lines.end(), counters.begin(), counters.end());
     if (!unread.empty()) {
         lines.push_back("  without a value: " + (after.isRead() ? unread : "all counters"));

@@ -28,6 +28,9 @@ Json SampleJson::of(chips::CounterSample const& sample, std::string const& file,
                          {"port", port.port.portId},
                          {"chip", port.model},
                          {"counters", countersOf(port)}});
+        if (!port.label.empty()) {
+            ports.back()["label"] = port.label;
+        }
     }
     return {{"file", file}, {"read", source}, {"ports", ports}, {"unread", sample.unread}};
 }

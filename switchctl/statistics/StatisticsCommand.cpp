@@ -161,7 +161,8 @@ ExitStatus StatisticsCommand::printText(Chips& chips, board::PortSelection const
     LibraryText library(*chips.board);
     std::vector<std::string> unread = selection.getLeftOut();
     for (board::PortSelection::Port const& port : selection.getPorts()) {
-        out << "statistics of port " << port.address << '\n';
+        out << "statistics of port "
+            << chips::PortCounters{port.address, port.model, {}, port.label}.getName() << '\n';
         try {
             Progress const progress(errors, "reading switch " + std::to_string(port.address.switchId));
             sampler.requireChip(port);

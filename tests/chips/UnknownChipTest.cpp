@@ -163,7 +163,7 @@ TEST(UnknownChipTest, IsRefusedByNameWhereToolsAskForIt) {
     EXPECT_EQ(refusalOf([&] { access.connect(1, "abacus"); }), "no chip \"abacus\" is known to switchctl");
     std::ostringstream out;
     EXPECT_EQ(refusalOf([&] {
-                  switchctl::statistics::LibraryText(access).write({{1, 1}, "abacus", ""}, out);
+                  switchctl::statistics::LibraryText(access).write({{1, 1}, "abacus", "", ""}, out);
               }),
               "no chip \"abacus\" is known to statistics");
     EXPECT_EQ(out.str(), "");

@@ -249,7 +249,9 @@ TEST_P(EveryVerbTest, PicturesHaveTheSwitchesAndVlansThatComeUp) {
     EXPECT_EQ(picture["vlans"].size(), up["vlans"].size());
     std::string const dot = run({"draw"}, {"--format", "dot"}).out;
     for (json const& entry : up["switches"]) {
-        EXPECT_EQ(occurrences(dot, "<B>switch " + number(entry["switch"]) + "  "), 1U);
+        std::string const label =
+            entry.contains("label") ? " &quot;" + entry["label"].get<std::string>() + "&quot;" : "";
+        EXPECT_EQ(occurrences(dot, "<B>switch " + number(entry["switch"]) + label + "  "), 1U);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "board/BoardSession.hpp"
 #include "reference_host/XmlDocument.hpp"
@@ -12,6 +13,7 @@
 using board::BoardSession;
 using simulation::Marvell88E6096TestSide;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
@@ -113,6 +115,23 @@ TEST(ExampleBoardsTest, TheMinimalBoardKeepsOutThePortsThatItLists) {
     Example board("trap-minimal");
     EXPECT_EQ(board.members(0, 5).substr(0, 5), "21333");
     EXPECT_EQ(board.chip(0).getAgeSeconds(), 300U);
+}
+
+TEST(ExampleBoardsTest, NamesStandBehindNumbers) {
+    std::string const gateway = EXAMPLES_FOLDER "/home-gateway.xml";
+    ChildProcess const summary = ChildProcess::runSwitchctl({"bring-up", gateway, "--simulate"});
+    EXPECT_THAT(summary.out, HasSubstr("\n  switch 0 \"gateway\"  88e6096   found, 11 ports\n"));
+    EXPECT_THAT(summary.out, HasSubstr("\n  cpu               forwarding 0.0 \"processor\"\n"));
+    EXPECT_THAT(summary.out, HasSubstr("tag-based: 0.0 \"processor\"(validateTag/validateTag)"));
+    EXPECT_THAT(summary.out, HasSubstr("\nCPU port: 0.0 \"processor\"\n"));
+    ChildProcess const counters = ChildProcess::runSwitchctl({"statistics", gateway, "0.8", "--simulate"});
+    EXPECT_THAT(counters.out, StartsWith("statistics of port 0.8 \"uplink\"\n"));
+    for (std::vector<std::string> const& words :
+         {std::vector<std::string>{"bring-up", gateway, "--simulate", "--json"},
+          {"statistics", gateway, "0.8", "--simulate", "--json"},
+          {"draw", gateway, "--json"}}) {
+        EXPECT_THAT(ChildProcess::runSwitchctl(words).out, HasSubstr("\"label\": \"uplink\""));
+    }
 }
 
 } // namespace

@@ -93,8 +93,8 @@ TEST_F(CableWalkTest, CablesThatCannotBeAreRefused) {
     EXPECT_EQ(refusalOf({"0.1=1.1x"}), "cable \"0.1=1.1x\": not of the form SWITCH.PORT=SWITCH.PORT");
     EXPECT_EQ(refusalOf({"0.1=1.11"}), "cable \"0.1=1.11\": the board has no port 1.11");
     EXPECT_EQ(refusalOf({"0.1=3.1"}), "cable \"0.1=3.1\": the board has no port 3.1");
-    EXPECT_EQ(refusalOf({"0.1=1.1", "1.1=2.1"}), "cable \"1.1=2.1\": 1.1 has a cable already");
-    EXPECT_EQ(refusalOf({"0.1=0.1"}), "cable \"0.1=0.1\": 0.1 has a cable already");
+    EXPECT_EQ(refusalOf({"0.1=1.1", "1.1=2.1"}), "cable \"1.1=2.1\": 1.1 has a cable already, to 0.1");
+    EXPECT_EQ(refusalOf({"0.1=0.1"}), "cable \"0.1=0.1\": 0.1 has a cable already, to 0.1");
 }
 
 TEST(CablesTest, EndsOfDifferentVlansAreMismatches) {
@@ -136,4 +136,59 @@ TEST(CablesTest, ATagThatIsStrippedOrReplacedOnTheWayIsAMismatch) {
                                          " leave 0.2 tagged 5 (line 5), 1.3 takes "
                                          "these for VLAN 6 (0x6, written \"6\")'s",
                                      "cable 0.2=1.3: 1.3 is in VLAN 6 (0x6, written \"6\"), 0.2 is not"));
+}
+
+namespace {
+
+/// Three switches, each with a port 1 of that connectsTo; none where it is empty.
+std::string connected(std::vector<std::string> const& targets) {
+    std::string text = "<board><switches>";
+    for (std::size_t id = 0; id < targets.size(); ++id) {
+        text += "\n<switch id='" + std::to_string(id) + "' switchModel='88e6096'><port id='1'" +
+                (targets[id].empty() ? "" : " connectsTo='" + targets[id] + "'") + "/></switch>";
+    }
+    return text + "</switches></board>";
+}
+
+std::string refusalOf(std::vector<std::string> const& targets, std::vector<std::string> const& typed = {}) {
+    test_support::TestDocument document(connected(targets));
+    try {
+        Cables const cables(typed, board::IntendedBoard(document), "board.xml");
+    } catch (chips::ToolError const& error) {
+        EXPECT_EQ(error.getStatus(),
+                  typed.empty() ? chips::ExitStatus::badDocument : chips::ExitStatus::usage);
+        return error.what();
+    }
+    return "";
+}
+
+} // namespace
+
+TEST(CablesTest, OfTheDocumentAreThereFromOneEndOrBoth) {
+    for (auto const& targets :
+         {std::vector<std::string>{"2.1", "", "0.1"}, {"2.1", "", ""}, {"02.1", "", ""}}) {
+        test_support::TestDocument document(connected(targets));
+        Cables const cables({"1.4=1.5", "2.1=0.1"}, board::IntendedBoard(document));
+        EXPECT_EQ(cables.getTexts(), (std::vector<std::string>{"0.1=2.1", "1.4=1.5"}));
+        ASSERT_TRUE(cables.follow({2, 1}).has_value());
+        EXPECT_EQ(cables.follow({2, 1})->getText(), "0.1");
+    }
+}
+
+TEST(CablesTest, OfTheDocumentThatCannotBeAreRefusedWithTheirLine) {
+    EXPECT_EQ(refusalOf({"2.1", "2.1", ""}),
+              "board.xml:3: the connectsTo of 1.1: 2.1 has a cable already, to 0.1");
+    EXPECT_EQ(refusalOf({"", "", "3.1"}), "board.xml:4: the connectsTo of 2.1: the board has no port 3.1");
+    EXPECT_EQ(refusalOf({"", "", "x"}), "board.xml:4: the connectsTo of 2.1: not of the form SWITCH.PORT");
+    EXPECT_EQ(refusalOf({"0.1", "", ""}),
+              "board.xml:2: the connectsTo of 0.1: 0.1 has a cable already, to 0.1");
+    EXPECT_EQ(refusalOf({"2.1", "", "0.1"}, {"0.1=1.1"}),
+              "cable \"0.1=1.1\": 0.1 has a cable already, to 2.1");
+}
+
+TEST(CablesTest, OfTheDocumentThatEndAtAnUnreadSwitchDoNotCount) {
+    test_support::TestDocument document(connected({"2.1", "1.3", "0.1"}));
+    Cables const cables({}, board::IntendedBoard(document), "board.xml", {2});
+    EXPECT_EQ(cables.getTexts(), std::vector<std::string>{"1.1=1.3"});
+    EXPECT_EQ(cables.getLeftOut(), std::vector<std::string>{"0.1=2.1"});
 }

@@ -5,7 +5,7 @@
 std::vector<CheckCase> allCases() {
     std::vector<CheckCase> all;
     for (auto const topic : {switchCases, portCases, trunkCases, vlanCases, memberCases, taggingCases,
-                             groupCases, conditionCases}) {
+                             groupCases, conditionCases, cableCases}) {
         std::vector<CheckCase> const some = topic();
         all.insert(all.end(), some.begin(), some.end());
     }

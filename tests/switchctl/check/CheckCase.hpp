@@ -18,3 +18,4 @@ std::vector<CheckCase> memberCases();
 std::vector<CheckCase> taggingCases();
 std::vector<CheckCase> groupCases();
 std::vector<CheckCase> conditionCases();
+std::vector<CheckCase> cableCases();

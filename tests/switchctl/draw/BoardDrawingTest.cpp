@@ -15,7 +15,7 @@ namespace {
 std::string drawingOf(std::string const& content, std::string const& title = "board") {
     auto const document = XmlDocument::fromText("<board>" + content + "</board>", "test");
     board::BoardReading const board(*document);
-    return BoardDrawing(board, title).getDot();
+    return BoardDrawing(board, board::Cables({}, board::IntendedBoard(*document)), title).getDot();
 }
 
 std::string portOf(char const* id, char const* connectedTo, char const* portStatus = "forwarding") {
@@ -105,6 +105,19 @@ TEST(BoardDrawingTest, InterlinksNeedTwoSwitches) {
     EXPECT_THAT(text, HasSubstr("label=\"interlink between\\nswitches\""));
     EXPECT_THAT(text, HasSubstr("  interlink:e -- switch0:link1:w"));
     EXPECT_THAT(text, HasSubstr("  interlink:e -- switch1:link2:w"));
+}
+
+TEST(BoardDrawingTest, CablesOfTheDocumentAreEdgesAndLabelsStandBehindNumbers) {
+    std::string const text =
+        drawingOf("<switches><switch id='0' switchModel='88e6096' label='rack'><port id='1' "
+                  "connectedTo='switchInterlink' connectsTo='1.2' label='up'/><port id='3' "
+                  "connectedTo='switchInterlink'/></switch></switches>" +
+                  switchOf("1", portOf("2", "switchInterlink")));
+    EXPECT_THAT(text, HasSubstr("<B>switch 0 &quot;rack&quot;  88E6096</B>"));
+    EXPECT_THAT(text, HasSubstr("PORT=\"link1\">1 &quot;up&quot;</TD>"));
+    EXPECT_THAT(text, HasSubstr("  switch0:link1:w -- switch1:link2:w ["));
+    EXPECT_THAT(text, Not(HasSubstr("interlink:e -- switch0:link1:w")));
+    EXPECT_THAT(text, HasSubstr("interlink:e -- switch0:link3:w"));
 }
 
 } // namespace

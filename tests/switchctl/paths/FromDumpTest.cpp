@@ -107,6 +107,7 @@ TEST_P(FromDumpTest, TheMatrixIsThatOfTheChips) {
     EXPECT_EQ(got["unreadPhys"], json::array());
     got.erase("unread");
     got.erase("unreadPhys");
+    got.erase("unreadCables");
     EXPECT_EQ(got, json::parse(paths({path, "--json"}).out));
 }
 
@@ -256,12 +257,16 @@ TEST_F(UnreadSwitchTest, IsLeftOutAndNamed) {
     EXPECT_EQ(run.errors, "");
     EXPECT_THAT(run.out, StartsWith("switch 0: unread, no dump is of it\n"
                                     "switch 2: unread, no dump is of it\n"
+                                    "cable 0.8=1.9: not followed, an end is unread\n"
+                                    "cable 0.10=2.9: not followed, an end is unread\n"
+                                    "cable 1.10=2.8: not followed, an end is unread\n"
                                     "in no VLAN"));
-    EXPECT_THAT(run.out, HasSubstr("\n  1.1 1.2 (untagged"));
+    EXPECT_THAT(run.out, HasSubstr("\n  1.1 \"table 1\" 1.2 \"table 2\" (untagged"));
     EXPECT_THAT(run.out, Not(HasSubstr("\n  0.")));
     EXPECT_THAT(run.out, Not(HasSubstr("\n  2.")));
     json const document = json::parse(paths(with({path, "--json"}, files)).out);
     EXPECT_EQ(document["unread"], json::array({0, 2}));
+    EXPECT_EQ(document["unreadCables"], json({"0.8=1.9", "0.10=2.9", "1.10=2.8"}));
     for (char const* const list : {"paths", "differences"}) {
         for (json const& line : document[list]) {
             EXPECT_EQ(line["switch"], 1) << line;

@@ -146,10 +146,18 @@ TEST(PathsCommandTest, ExamplesToBeginWithHaveNoDifferences) {
         EXPECT_THAT(kindsIn(jsonOf(exampleOf(name))), IsEmpty());
     }
     std::string const gateway = run({exampleOf("home-gateway")}).out;
-    EXPECT_THAT(gateway, HasSubstr("reach 0.1 0.2 0.3 0.4 untagged; 0.0 tagged 2\n"));
-    EXPECT_THAT(gateway, HasSubstr("  0.5 (untagged, tagged 0-2 4 5 4094)\n      reach 0.0 tagged 3\n"));
-    EXPECT_THAT(gateway, HasSubstr("  0.6 0.7 0.8 (tagged 4)\n      reach 0.6 0.7 untagged; 0.8 tagged 4\n"));
-    EXPECT_THAT(gateway, HasSubstr("  0.0 0.8 (tagged 5)\n      reach 0.0 0.8 tagged 5\n"));
+    EXPECT_THAT(gateway,
+                HasSubstr("reach 0.1 \"house 1\" 0.2 \"house 2\" 0.3 \"house 3\" 0.4 \"house 4\" untagged; "
+                          "0.0 \"processor\" tagged 2\n"));
+    EXPECT_THAT(
+        gateway,
+        HasSubstr(
+            "  0.5 \"guests\" (untagged, tagged 0-2 4 5 4094)\n      reach 0.0 \"processor\" tagged 3\n"));
+    EXPECT_THAT(gateway,
+                HasSubstr("  0.6 \"TV 1\" 0.7 \"TV 2\" 0.8 \"uplink\" (tagged 4)\n"
+                          "      reach 0.6 \"TV 1\" 0.7 \"TV 2\" untagged; 0.8 \"uplink\" tagged 4\n"));
+    EXPECT_THAT(gateway, HasSubstr("  0.0 \"processor\" 0.8 \"uplink\" (tagged 5)\n"
+                                   "      reach 0.0 \"processor\" 0.8 \"uplink\" tagged 5\n"));
     std::string const rooms = run({exampleOf("video-rooms")}).out;
     EXPECT_THAT(rooms, HasSubstr("group 239.20.0.1)\n      reach 2.3 2.4 2.5 untagged\n"));
     EXPECT_THAT(rooms, HasSubstr("group 239.20.0.2)\n      reach 2.3 2.6 untagged\n"));
@@ -191,8 +199,31 @@ TEST(PathsCommandTest, OverCables) {
                           "[mismatch]\n"));
     EXPECT_THAT(paths.out, HasSubstr(": warning: 3.0 (tagged 5) [missing]\n    do not reach over cables, but "
                                      "must, 0.1 0.2 untagged\n"));
-    CommandRun const ring = run({exampleOf("trap-three-switches"), "--cable", "0.8=1.9"});
-    EXPECT_THAT(ring.out, HasSubstr("  0.0 (tagged 2)\n      reach 1.1 1.2 untagged\n"));
+}
+
+TEST(PathsCommandTest, OverTheCablesOfTheDocument) {
+    CommandRun const ring = run({exampleOf("trap-three-switches")});
+    EXPECT_THAT(ring.out, HasSubstr("\nover the cables 0.8=1.9 0.10=2.9 1.10=2.8\n"));
+    EXPECT_THAT(ring.out, HasSubstr("  0.0 \"processor\" (tagged 2)\n"
+                                    "      reach 1.1 \"table 1\" 1.2 \"table 2\" untagged\n"));
+    EXPECT_EQ(run({exampleOf("trap-three-switches"), "--cable", "1.9=0.8"}).out, ring.out);
+    json const document = jsonOf(exampleOf("trap-three-switches"));
+    EXPECT_EQ(document["cables"], json({"0.8=1.9", "0.10=2.9", "1.10=2.8"}));
+    EXPECT_EQ(document["labels"]["1.1"], "table 1");
+    EXPECT_EQ(document["labels"]["1"], "meeting room");
+}
+
+TEST(PathsCommandTest, ACableThatContradictsTheDocumentIsRefused) {
+    CommandRun const other = run({exampleOf("trap-three-switches"), "--cable", "0.8=2.4"});
+    EXPECT_EQ(other.status, ExitStatus::usage);
+    EXPECT_EQ(other.errors, "switchctl: cable \"0.8=2.4\": 0.8 has a cable already, to 1.9\n");
+    TemporaryFile const nowhere("<board><switches><switch id='0' switchModel='88e6096'>\n"
+                                "<port id='1' connectedTo='switchInterlink' portStatus='forwarding' "
+                                "connectsTo='4.1'/></switch></switches></board>");
+    CommandRun const refused = run({nowhere.path()});
+    EXPECT_EQ(refused.status, ExitStatus::badDocument);
+    EXPECT_EQ(refused.errors,
+              "switchctl: " + nowhere.path() + ":2: the connectsTo of 0.1: the board has no port 4.1\n");
 }
 
 TEST(PathsCommandTest, ACableThatMakesALoopIsAnError) {
