@@ -19,7 +19,7 @@ namespace reference_host {
 namespace {
 
 // A serial line's modem need not be there, and must not become the process's terminal.
-constexpr int openFlags = O_RDONLY | O_NOCTTY | O_NONBLOCK;
+constexpr int lockFlags = O_RDONLY | O_NOCTTY | O_NONBLOCK;
 
 using Policy = DeviceLock::Policy;
 
@@ -85,7 +85,7 @@ void DeviceLock::setPolicy(Policy policy) {
 
 bool DeviceLock::take(std::string const& path, std::string& reason) {
     std::lock_guard<std::mutex> const guard(taken().mutex);
-    auto device = std::make_unique<FileDescriptor>(path, openFlags);
+    auto device = std::make_unique<FileDescriptor>(path, lockFlags);
     struct stat file {};
     if (!device->isOpen() || ::fstat(device->get(), &file) != 0) {
         return true;

@@ -29,7 +29,7 @@ constexpr unsigned bitsOfLowFid = 4;
 constexpr unsigned looksAtAtu = 1000;
 
 constexpr std::array<char const*, 4> memberTags = {"unmodified", "untagged", "tagged", ""};
-constexpr std::array<char const*, 4> stateNames = {"port's own", "blocking", "learning", "forwarding"};
+constexpr std::array<char const*, 4> namesOfStates = {"port's own", "blocking", "learning", "forwarding"};
 constexpr std::array<char const*, 4> ownStates = {"disabled", "blocking", "learning", "forwarding"};
 
 unsigned numberBehind(std::string const& prefix, std::string const& text) {
@@ -184,7 +184,7 @@ ChipTable MarvellTableReader::readStu() {
             row.vlans = found->second;
         }
         for (ChipImage::Field const& field : item.fields) {
-            row.members.push_back({numberBehind("PortState", field.name), stateNames.at(field.value)});
+            row.members.push_back({numberBehind("PortState", field.name), namesOfStates.at(field.value)});
         }
         sortByPort(row.members);
         table.rows.push_back(row);

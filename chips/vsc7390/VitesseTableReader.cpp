@@ -20,9 +20,9 @@ namespace vlan = simulation::vitesse::vlan;
 
 constexpr unsigned bitsInLow = 32;
 /// In the entry of a group: its ports above the low bytes of its address.
-constexpr unsigned bitsOfGroup = 24;
+constexpr unsigned bitsOfIpGroup = 24;
 constexpr std::uint64_t groupBytes = 0xFFFFFF;
-constexpr std::uint64_t ipGroups = std::uint64_t{0x01005E} << bitsOfGroup;
+constexpr std::uint64_t ipGroups = std::uint64_t{0x01005E} << bitsOfIpGroup;
 
 std::string word(bool isSet) {
     return isSet ? "yes" : "no";
@@ -86,7 +86,7 @@ ChipTable::Row VitesseTableReader::rowOf(VitesseTables::Bucket const& bucket,
     row.isStatic = isLocked;
     if (isLocked && isAged) {
         row.address = ipGroups | (address & groupBytes);
-        row.members = portsOfMask(static_cast<std::uint32_t>(address >> bitsOfGroup));
+        row.members = portsOfMask(static_cast<std::uint32_t>(address >> bitsOfIpGroup));
     } else {
         unsigned const destination = mac::destination.get(bucket.access);
         row.address = address;

@@ -11,7 +11,7 @@ namespace vitesse = simulation::vitesse;
 
 namespace {
 
-constexpr int mostLooks = 100;
+constexpr int looksAtMost = 100;
 constexpr useconds_t pauseMicroseconds = 100;
 
 } // namespace
@@ -32,7 +32,7 @@ WindowProbe::Fetched WindowProbe::fetch(unsigned block, unsigned subBlock, unsig
     if (!read(block, subBlock, address)) {
         return {std::nullopt, true};
     }
-    for (int looks = 0; looks < mostLooks; ++looks) {
+    for (int looks = 0; looks < looksAtMost; ++looks) {
         auto const status = read(vitesse::block::system, 0, vitesse::system::indirectStatus);
         if (!status) {
             return {std::nullopt, true};

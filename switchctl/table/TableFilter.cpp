@@ -12,7 +12,7 @@ using chips::ChipTable;
 
 namespace {
 
-constexpr unsigned highestVid = 4095;
+constexpr unsigned mostOfVid = 4095;
 
 std::string complainOfPort(std::string const& text) {
     return chips::PortAddress::fromText(text) ? "" : "\"" + text + "\": not of the form SWITCH.PORT";
@@ -20,8 +20,8 @@ std::string complainOfPort(std::string const& text) {
 
 std::string complainOfVlan(std::string const& text) {
     auto const vid = chips::NumberText::parse(text);
-    return vid && *vid <= highestVid ? ""
-                                     : "\"" + text + "\": no VLAN id, which is 0 to 4095, or 0x0 to 0xfff";
+    return vid && *vid <= mostOfVid ? ""
+                                    : "\"" + text + "\": no VLAN id, which is 0 to 4095, or 0x0 to 0xfff";
 }
 
 std::string complainOfAddress(std::string const& text) {

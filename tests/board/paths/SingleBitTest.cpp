@@ -35,8 +35,8 @@ std::string pathsOf(ComparedBoard const& compared) {
     return text.str();
 }
 
-constexpr unsigned numberOfPorts = 11;
-constexpr unsigned noMember = 3;
+constexpr unsigned portsOfChip = 11;
+constexpr unsigned codeOfNoMember = 3;
 constexpr unsigned untaggedMember = 1;
 
 /// The access point, whose port 7 is held down.
@@ -59,7 +59,7 @@ protected:
 
     bool isMember(unsigned vid, unsigned port) const {
         auto const entry = chip.getVtuEntry(vid);
-        return entry && entry->memberTags.at(port) != noMember;
+        return entry && entry->memberTags.at(port) != codeOfNoMember;
     }
 
     bool haveVlan(unsigned one, unsigned other) const {
@@ -84,8 +84,8 @@ private:
 // A port sends to those that share a VLAN with it and have link, itself included: its own bit keeps frames
 // from going back.
 TEST_F(SingleBitTest, PortsThatAPortMaySendTo) {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
-        tryField(port, "PortBasedVLANMap", "VLANTable", numberOfPorts, [&](auto value, auto other) {
+    for (unsigned port = 0; port < portsOfChip; ++port) {
+        tryField(port, "PortBasedVLANMap", "VLANTable", portsOfChip, [&](auto value, auto other) {
             unsigned to = 0;
             while (((value ^ other) >> to & 1U) == 0) {
                 ++to;
@@ -97,7 +97,7 @@ TEST_F(SingleBitTest, PortsThatAPortMaySendTo) {
 
 // A VID in which a secure port is no member is as good as any other.
 TEST_F(SingleBitTest, VlansOfUntaggedFrames) {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < portsOfChip; ++port) {
         tryField(port, "DefaultVLAN", "DefaultVID", 12, [&](auto value, auto other) {
             return (!isMember(value, port) && !isMember(other, port)) || !chip.hasLink(port);
         });
@@ -106,14 +106,14 @@ TEST_F(SingleBitTest, VlansOfUntaggedFrames) {
 
 // The state that the VLAN has for the port goes before all states of the port but "disabled".
 TEST_F(SingleBitTest, StatesOfPorts) {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < portsOfChip; ++port) {
         tryField(port, "PortControl", "PortState", 2,
                  [&](auto, auto other) { return other != 0 || !chip.hasLink(port); });
     }
 }
 
 TEST_F(SingleBitTest, Floods) {
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < portsOfChip; ++port) {
         bool const isReached =
             chip.hasLink(port) && (isMember(2, port) || isMember(3, port) || isMember(4, port));
         tryField(port, "PortControl", "EgressFloods", 2, [&](auto, auto) { return !isReached; });
@@ -123,13 +123,13 @@ TEST_F(SingleBitTest, Floods) {
 // All that comes to members of VLAN 2 has a tag, so that as it came is tagged.
 TEST_F(SingleBitTest, MembersOfVlans) {
     for (auto const& [vid, entry] : chip.getVtu()) {
-        for (unsigned port = 0; port < numberOfPorts; ++port) {
+        for (unsigned port = 0; port < portsOfChip; ++port) {
             for (unsigned const bit : {1U, 2U}) {
                 auto changed = entry;
                 unsigned const other = changed.memberTags.at(port) ^= bit;
                 chip.setVtuEntry(vid, changed);
                 unsigned const tags = entry.memberTags.at(port);
-                bool const isSameForm = vid == 2 && tags != noMember && other != noMember &&
+                bool const isSameForm = vid == 2 && tags != codeOfNoMember && other != codeOfNoMember &&
                                         tags != untaggedMember && other != untaggedMember;
                 EXPECT_EQ(pathsOf(compared) == before, isSameForm || !chip.hasLink(port))
                     << "VID " << vid << " port " << port << ": " << tags << " -> " << other;

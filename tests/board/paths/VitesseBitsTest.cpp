@@ -21,15 +21,16 @@ constexpr unsigned stepOfPorts = 5;
 constexpr unsigned stepOfPorts = 1;
 #endif
 
-constexpr unsigned numberOfPorts = 24;
+constexpr unsigned vitessePorts = 24;
 constexpr unsigned cpuPort = 24;
-constexpr unsigned bitsOfId = 12;
+constexpr unsigned bitsOfVid = 12;
 constexpr unsigned switchId = 2;
 
 constexpr char const* processor = "frames for the processor leave by no port";
 constexpr char const* receiverOff = "the port receives nothing";
 constexpr char const* senderOff = "the port sends nothing";
-constexpr char const* noFrames = "nobody's frames may go to the port in the VLAN, nor its own anywhere";
+constexpr char const* noVitesseFrames =
+    "nobody's frames may go to the port in the VLAN, nor its own anywhere";
 constexpr char const* noReceiver = "no VLAN of the port's frames has the other port";
 constexpr char const* checkedAnyway = "the ports check their VLANs by themselves";
 constexpr char const* learning = "what is learned makes no difference to unknown stations";
@@ -147,7 +148,7 @@ protected:
 
     std::set<unsigned> allVids() const {
         std::set<unsigned> vids = asked;
-        for (unsigned port = 0; port < numberOfPorts; ++port) {
+        for (unsigned port = 0; port < vitessePorts; ++port) {
             vids.insert(getPort(port, "CAT_PORT_VLAN", "VID"));
         }
         return vids;
@@ -161,10 +162,10 @@ protected:
 
     template <typename Condition> static bool anyPort(Condition const& condition) {
         unsigned port = 0;
-        while (port < numberOfPorts && !condition(port)) {
+        while (port < vitessePorts && !condition(port)) {
             ++port;
         }
-        return port < numberOfPorts;
+        return port < vitessePorts;
     }
 
     template <typename Condition>
@@ -205,7 +206,7 @@ TEST_P(VitesseBitsTest, MembersOfVlans) {
                 bool const gives = anyPort([&](unsigned to) {
                     return mayReach(vid, port, to) && (isMember(vid, to) || isInGroup(vid, to));
                 });
-                rule = gets || gives ? "" : noFrames;
+                rule = gets || gives ? "" : noVitesseFrames;
             }
             auto changed = entry;
             changed.ports ^= 1U << port;
@@ -237,7 +238,7 @@ TEST_P(VitesseBitsTest, OptionsOfVlans) {
 
 TEST_P(VitesseBitsTest, SourceMasks) {
     BitFlips flips(compared);
-    for (unsigned from = 0; from < numberOfPorts; from += stepOfPorts) {
+    for (unsigned from = 0; from < vitessePorts; from += stepOfPorts) {
         tryField(flips, "analyser", "SRCMASKS_" + std::to_string(from), "Ports", cpuPort + 1,
                  [&](unsigned to, auto) {
                      if (to == cpuPort) {
@@ -261,7 +262,7 @@ TEST_P(VitesseBitsTest, SourceMasks) {
 
 TEST_P(VitesseBitsTest, CopiesOfPorts) {
     BitFlips flips(compared);
-    for (unsigned from = 0; from < numberOfPorts; ++from) {
+    for (unsigned from = 0; from < vitessePorts; ++from) {
         bool const isHeard = anyOf(vidsOf(from), [&](unsigned vid) { return reachesAnybody(vid, from); });
         for (char const* const field : {"CPU_COPY", "MIRROR"}) {
             tryField(flips, "analyser", "SRCMASKS_" + std::to_string(from), field, 1, [&](auto, auto) {
@@ -274,19 +275,19 @@ TEST_P(VitesseBitsTest, CopiesOfPorts) {
 
 TEST_P(VitesseBitsTest, VlansOfUntaggedFrames) {
     BitFlips flips(compared);
-    for (unsigned port = 0; port < numberOfPorts; port += stepOfPorts) {
+    for (unsigned port = 0; port < vitessePorts; port += stepOfPorts) {
         std::string const unit = "port " + std::to_string(port);
         std::uint32_t const before = getPort(port, "CAT_PORT_VLAN", "VID");
         auto const reachOf = [&](unsigned vid) {
             std::set<unsigned> reached;
-            for (unsigned to = 0; to < numberOfPorts; ++to) {
+            for (unsigned to = 0; to < vitessePorts; ++to) {
                 if (maySend(port, to) && sends(to) && mayEnter(port, vid) && isMember(vid, to)) {
                     reached.insert(to);
                 }
             }
             return reached;
         };
-        tryField(flips, unit, "CAT_PORT_VLAN", "VID", bitsOfId, [&](auto, unsigned after) {
+        tryField(flips, unit, "CAT_PORT_VLAN", "VID", bitsOfVid, [&](auto, unsigned after) {
             if (!receives(port)) {
                 return receiverOff;
             }
@@ -300,7 +301,7 @@ TEST_P(VitesseBitsTest, VlansOfUntaggedFrames) {
 // Each mask is that of some addresses: which ones, the chip may choose, so that many are asked.
 TEST_P(VitesseBitsTest, AggregationMasks) {
     std::set<unsigned> used;
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < vitessePorts; ++port) {
         if (isReachedAtAll(port)) {
             used.insert(port);
         }
@@ -322,7 +323,7 @@ TEST_P(VitesseBitsTest, AggregationMasks) {
 TEST_P(VitesseBitsTest, DestinationMasks) {
     auto const station = board::RegisterPaths::frameOf(board::FrameKind()).getDestination();
     BitFlips flips(compared);
-    for (unsigned at = 0; at < numberOfPorts; at += stepOfPorts) {
+    for (unsigned at = 0; at < vitessePorts; at += stepOfPorts) {
         auto const vid = std::find_if(asked.begin(), asked.end(),
                                       [&](unsigned candidate) { return isReached(candidate, at); });
         if (vid == asked.end()) {
@@ -338,7 +339,7 @@ TEST_P(VitesseBitsTest, DestinationMasks) {
         flips.restart();
         tryField(flips, "analyser", "DSTMASKS_" + std::to_string(at), "Ports", cpuPort + 1,
                  [&](unsigned port, auto) {
-                     return port == cpuPort ? processor : isReached(*vid, port) ? "" : noFrames;
+                     return port == cpuPort ? processor : isReached(*vid, port) ? "" : noVitesseFrames;
                  });
         chip.removeMacEntry(row, 0);
     }
@@ -349,7 +350,7 @@ TEST_P(VitesseBitsTest, PortsOfGroups) {
     constexpr unsigned bitsOfAddress = 24;
     BitFlips flips(compared);
     for (auto const& [place, entry] : chip.getMacTable()) {
-        for (unsigned port = 0; port < numberOfPorts; ++port) {
+        for (unsigned port = 0; port < vitessePorts; ++port) {
             unsigned const vid = entry.vid;
             bool const matters =
                 anyPort([&](unsigned from) { return mayReach(vid, from, port) && mayEnter(from, vid); });
@@ -357,7 +358,7 @@ TEST_P(VitesseBitsTest, PortsOfGroups) {
             changed.mac ^= std::uint64_t{1} << (bitsOfAddress + port);
             chip.setMacEntry(place.first, place.second, changed);
             flips.check("group of VID " + std::to_string(vid) + " port " + std::to_string(port),
-                        matters ? "" : noFrames, isInTrunk(port));
+                        matters ? "" : noVitesseFrames, isInTrunk(port));
             chip.setMacEntry(place.first, place.second, entry);
         }
     }
@@ -366,7 +367,7 @@ TEST_P(VitesseBitsTest, PortsOfGroups) {
 
 TEST_P(VitesseBitsTest, OptionsOfTags) {
     BitFlips flips(compared);
-    for (unsigned port = 0; port < numberOfPorts; ++port) {
+    for (unsigned port = 0; port < vitessePorts; ++port) {
         std::string const unit = "port " + std::to_string(port);
         unsigned const own = getPort(port, "CAT_PORT_VLAN", "VID");
         bool const ignoresTags = getPort(port, "CAT_VLAN_MISC", "TCI_IGNORE_ENA") != 0;

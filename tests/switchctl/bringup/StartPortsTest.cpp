@@ -22,7 +22,7 @@ using testing::Not;
 
 namespace {
 
-CommandRun bringUp(std::vector<std::string> words) {
+CommandRun bringUpAndStart(std::vector<std::string> words) {
     words.insert(words.begin(), {"bring-up", EXAMPLES_FOLDER "/trap-mixed.xml", "--accept-errors"});
     DocumentChecks const none = [](reference_host::XmlDocument&) { return FindingCounts(); };
     return CommandRun::of<BringUpCommand>(words, std::string("/nonexistent/mem"), none);
@@ -31,29 +31,29 @@ CommandRun bringUp(std::vector<std::string> words) {
 } // namespace
 
 TEST(StartPortsTest, ForwardingPortsThatAreStoppedAreStarted) {
-    CommandRun const run = bringUp({"--simulate", "--start-ports"});
+    CommandRun const run = bringUpAndStart({"--simulate", "--start-ports"});
     EXPECT_EQ(run.status, ExitStatus::success) << run.errors;
     EXPECT_THAT(run.out, HasSubstr("\nstart of forwarding ports\n"
                                    "  started:   3.0\n"
                                    "  up before: 0.0 0.1 0.2 0.10 1.3 1.4 1.5 1.10 2.6 2.7 2.8 2.10 3.1 3.2 "
                                    "3.20 3.21 3.22\n"));
     EXPECT_THAT(run.out, HasSubstr(" 0 deviations\n"));
-    EXPECT_THAT(bringUp({"--simulate"}).out, Not(HasSubstr("start of forwarding ports")));
+    EXPECT_THAT(bringUpAndStart({"--simulate"}).out, Not(HasSubstr("start of forwarding ports")));
 }
 
 TEST(StartPortsTest, JsonHasEachPort) {
-    json const document = json::parse(bringUp({"--simulate", "--start-ports=100", "--json"}).out);
+    json const document = json::parse(bringUpAndStart({"--simulate", "--start-ports=100", "--json"}).out);
     json const& ports = document.at("startedPorts");
     EXPECT_EQ(ports.size(), 18U);
     EXPECT_EQ(ports.at(0), (json{{"switch", 3}, {"port", 0}, {"outcome", "started"}}));
     EXPECT_EQ(ports.at(1), (json{{"switch", 0}, {"port", 0}, {"outcome", "upBefore"}}));
     EXPECT_TRUE(document.at("readBack").at("deviations").empty()) << document.at("readBack");
-    EXPECT_FALSE(json::parse(bringUp({"--simulate", "--json"}).out).contains("startedPorts"));
+    EXPECT_FALSE(json::parse(bringUpAndStart({"--simulate", "--json"}).out).contains("startedPorts"));
 }
 
 TEST(StartPortsTest, OfNoOtherSpeedNorWithoutHardware) {
-    CommandRun const run = bringUp({"--simulate", "--start-ports=fast"});
+    CommandRun const run = bringUpAndStart({"--simulate", "--start-ports=fast"});
     EXPECT_EQ(run.status, ExitStatus::usage);
     EXPECT_THAT(run.errors, HasSubstr("--start-ports: \"fast\" is none of 10, 100, 1000"));
-    EXPECT_EQ(bringUp({"--no-hardware-access", "--start-ports"}).status, ExitStatus::usage);
+    EXPECT_EQ(bringUpAndStart({"--no-hardware-access", "--start-ports"}).status, ExitStatus::usage);
 }

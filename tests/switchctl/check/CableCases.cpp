@@ -9,29 +9,31 @@ std::string linked(std::string const& id, std::string const& connectsTo, std::st
            "' connectedTo='switchInterlink' portStatus='forwarding' connectsTo='" + connectsTo + "'/>";
 }
 
-std::string end() {
+std::string endOfBoard() {
     return "</switch>\n";
 }
 
 } // namespace
 
 std::vector<CheckCase> cableCases() {
-    std::string const paired = boardOf(linked("0", "1.1") + end() + linked("1", "0.1") + end());
+    std::string const paired = boardOf(linked("0", "1.1") + endOfBoard() + linked("1", "0.1") + endOfBoard());
     return {
-        {"cable-leads-nowhere", boardOf(linked("0", "1.2") + here + end() + linked("1", "0.1") + end()),
-         paired},
-        {"cable-leads-nowhere", boardOf(linked("0", "4.1") + here + end()), paired},
-        {"cable-leads-nowhere", boardOf(linked("0", "0.1") + here + end()), paired},
-        {"cable-leads-nowhere", boardOf(linked("0", "port 3") + here + end()), paired},
+        {"cable-leads-nowhere",
+         boardOf(linked("0", "1.2") + here + endOfBoard() + linked("1", "0.1") + endOfBoard()), paired},
+        {"cable-leads-nowhere", boardOf(linked("0", "4.1") + here + endOfBoard()), paired},
+        {"cable-leads-nowhere", boardOf(linked("0", "0.1") + here + endOfBoard()), paired},
+        {"cable-leads-nowhere", boardOf(linked("0", "port 3") + here + endOfBoard()), paired},
         {"cable-not-answered",
-         boardOf(linked("0", "1.1") + here + end() + "<switch id='1' switchModel='88e6096'>" + port("1") +
-                 end()),
+         boardOf(linked("0", "1.1") + here + endOfBoard() + "<switch id='1' switchModel='88e6096'>" +
+                 port("1") + endOfBoard()),
          paired},
         {"cable-not-answered",
-         boardOf(linked("0", "1.1") + here + end() + linked("1", "2.1") + end() + linked("2", "1.1") + end()),
+         boardOf(linked("0", "1.1") + here + endOfBoard() + linked("1", "2.1") + endOfBoard() +
+                 linked("2", "1.1") + endOfBoard()),
          paired},
         {"cable-shared",
-         boardOf(linked("0", "1.1") + end() + linked("1", "0.1") + end() + linked("2", "1.1") + here + end()),
+         boardOf(linked("0", "1.1") + endOfBoard() + linked("1", "0.1") + endOfBoard() + linked("2", "1.1") +
+                 here + endOfBoard()),
          paired},
     };
 }

@@ -23,7 +23,7 @@ using testing::Not;
 namespace {
 
 constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
-constexpr char const* minimal = EXAMPLES_FOLDER "/trap-minimal.xml";
+constexpr char const* minimalBoard = EXAMPLES_FOLDER "/trap-minimal.xml";
 constexpr char const* video = EXAMPLES_FOLDER "/trap-video-switch.xml";
 
 CommandRun doctor(std::vector<std::string> words) {
@@ -38,15 +38,15 @@ std::string boardWith(std::string const& switches) {
 } // namespace
 
 TEST(DoctorCommandTest, ABoardThatAnswersIsWell) {
-    CommandRun const bold = doctor({minimal, "--simulate", "--allow-writes"});
+    CommandRun const bold = doctor({minimalBoard, "--simulate", "--allow-writes"});
     EXPECT_EQ(bold.status, ExitStatus::success) << bold.errors;
     EXPECT_EQ(bold.errors, "");
-    CommandRun const run = doctor({minimal, "--simulate"});
+    CommandRun const run = doctor({minimalBoard, "--simulate"});
     EXPECT_EQ(run.status, ExitStatus::notLookedAt);
-    EXPECT_EQ(run.errors, "switchctl: " + std::string(minimal) +
+    EXPECT_EQ(run.errors, "switchctl: " + std::string(minimalBoard) +
                               ": not every chip was asked what it is (--allow-writes does)\n");
     EXPECT_EQ(run.out,
-              "read of fresh models of " + std::string(minimal) +
+              "read of fresh models of " + std::string(minimalBoard) +
                   ":\n"
                   "  MDIO address 0          register 0 0x0000  register 2 0xffff  register 3 0xffff\n"
                   "                          like an 88E6096 in multi-chip mode\n"
@@ -120,11 +120,11 @@ TEST(DoctorCommandTest, TheSerialLineNeedsNoMemoryDevice) {
 }
 
 TEST(DoctorCommandTest, WhatIsOutOfReachIsRefused) {
-    CommandRun const run = doctor({minimal});
+    CommandRun const run = doctor({minimalBoard});
     EXPECT_EQ(run.status, ExitStatus::noHardware);
     EXPECT_THAT(run.errors, HasSubstr("/nonexistent/mem: No such file or directory (the chips are reached"));
     EXPECT_EQ(doctor({"/nonexistent.xml", "--simulate"}).status, ExitStatus::badDocument);
-    EXPECT_EQ(doctor({minimal, "--serial", "--simulate"}).status, ExitStatus::noHardware);
+    EXPECT_EQ(doctor({minimalBoard, "--serial", "--simulate"}).status, ExitStatus::noHardware);
 }
 
 TEST(DoctorCommandTest, AFaultThatDoesNotFitIsRefused) {

@@ -24,16 +24,16 @@ namespace {
 using Words = std::vector<std::string>;
 
 /// 88E6096 chips at 0, 1 and 2, and a VSC7390 with id 3.
-constexpr char const* mixed = EXAMPLES_FOLDER "/trap-mixed.xml";
+constexpr char const* mixedBoard = EXAMPLES_FOLDER "/trap-mixed.xml";
 /// A VSC7390 with id 2.
-constexpr char const* video = EXAMPLES_FOLDER "/trap-video-switch.xml";
+constexpr char const* videoBoard = EXAMPLES_FOLDER "/trap-video-switch.xml";
 
 struct Fault {
     std::string text;
     /// "SWITCH CAUSE" of each finding, "all CAUSE" for a whole bus; none where the chips answer.
     Words findings;
     Words options;
-    char const* document = mixed;
+    char const* document = mixedBoard;
 };
 
 void PrintTo(Fault const& fault, std::ostream* out) {
@@ -70,7 +70,7 @@ std::vector<Fault> const faults = {
     {"other-id:0", {}, {}},
     {"other-id:0", {"0 other chip"}, writes},
     {"other-id:3", {"3 other chip"}, {}},
-    {"other-id:2", {"2 other chip"}, line, video},
+    {"other-id:2", {"2 other chip"}, line, videoBoard},
     {"other-address:0", {"0 other address"}, {}},
     {"single-chip:0", {"0 wrong strap"}, {}},
     {"cpu-strap:2", {}, {}},
@@ -81,7 +81,7 @@ std::vector<Fault> const faults = {
     {"register-fails:3", {"3 access fails"}, {}},
     {"phy-absent:3.8", {}, {}},
     {"phy-absent:3.8", {"3 PHY absent"}, writes},
-    {"phy-absent:2.20", {"2 PHY absent"}, lineAndWrites, video},
+    {"phy-absent:2.20", {"2 PHY absent"}, lineAndWrites, videoBoard},
     {"smi-stuck:1", {"1 chip stuck"}, {}},
     {"phy-unit-stuck:1", {}, {}},
     {"phy-unit-stuck:1", {"1 chip stuck"}, writes},
@@ -95,11 +95,11 @@ std::vector<Fault> const faults = {
     {"vlan-table-stuck:3", {}, writes},
     {"mac-table-stuck:3", {}, writes},
     {"arbiter-stuck:3", {}, writes},
-    {"serial-silent", {"2 line silent"}, line, video},
-    {"serial-garbled", {"2 line garbled"}, line, video},
-    {"serial-short:3", {"2 line garbled"}, line, video},
-    {"serial-long", {"2 unsteady"}, line, video},
-    {"all-ones", {"2 all ones"}, line, video},
+    {"serial-silent", {"2 line silent"}, line, videoBoard},
+    {"serial-garbled", {"2 line garbled"}, line, videoBoard},
+    {"serial-short:3", {"2 line garbled"}, line, videoBoard},
+    {"serial-long", {"2 unsteady"}, line, videoBoard},
+    {"all-ones", {"2 all ones"}, line, videoBoard},
 };
 
 class DoctorFaultsTest : public testing::TestWithParam<Fault> {

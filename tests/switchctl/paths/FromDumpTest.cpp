@@ -32,7 +32,7 @@ using Files = std::vector<std::unique_ptr<TemporaryFile>>;
 
 std::string const memoryDevice = "/nonexistent/mem";
 
-std::string exampleOf(std::string const& name) {
+std::string pathOfExample(std::string const& name) {
     return std::string(EXAMPLES_FOLDER) + "/" + name + ".xml";
 }
 
@@ -91,7 +91,7 @@ protected:
         return board.getChip(id).getForwarding()->getNumberOfPorts() == 11;
     }
 
-    std::string const path = exampleOf(GetParam());
+    std::string const path = pathOfExample(GetParam());
 };
 
 TEST_P(FromDumpTest, TheMatrixIsThatOfTheChips) {
@@ -172,7 +172,7 @@ protected:
         return run.errors.substr(std::min(start.size(), run.errors.size()));
     }
 
-    std::string const path = exampleOf("home-gateway");
+    std::string const path = pathOfExample("home-gateway");
     std::string const good = dump({"smi", "--switch", "0"}, path, {"--tables"});
 };
 
@@ -221,7 +221,7 @@ TEST_F(BadDumpTest, EntriesOfJsonAreNamed) {
 }
 
 TEST_F(BadDumpTest, DumpsOfOtherSwitchesAreRefused) {
-    EXPECT_EQ(refusalOf(dump({"smi", "--switch", "1"}, exampleOf("trap-three-switches"), {"--tables"})),
+    EXPECT_EQ(refusalOf(dump({"smi", "--switch", "1"}, pathOfExample("trap-three-switches"), {"--tables"})),
               ": of a 88e6096 over smi --switch 1, which the board does not have\n");
     TemporaryFile const first(good);
     TemporaryFile const second(good);
@@ -231,7 +231,7 @@ TEST_F(BadDumpTest, DumpsOfOtherSwitchesAreRefused) {
               "switchctl: " + second.path() + ": port 0/PortStatus of switch 0 is in another dump, too\n");
     TemporaryFile const nameless(without(good, "over "));
     EXPECT_EQ(paths({path, "--from", nameless.path()}).errors, "") << "there is one 88E6096";
-    EXPECT_EQ(paths({exampleOf("trap-three-switches"), "--from", nameless.path()}).errors,
+    EXPECT_EQ(paths({pathOfExample("trap-three-switches"), "--from", nameless.path()}).errors,
               "switchctl: " + nameless.path() + ": does not say of which 88e6096 of the board it is\n");
 }
 
@@ -248,7 +248,7 @@ class UnreadSwitchTest : public testing::Test {
 protected:
     UnreadSwitchTest() { dumpSwitch(files, path, 1, true, {}); }
 
-    std::string const path = exampleOf("trap-three-switches");
+    std::string const path = pathOfExample("trap-three-switches");
     Files files;
 };
 
