@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <csignal>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -43,6 +44,24 @@ bool flockThrough(int descriptor, int operation) {
     return result == 0;
 }
 
+/// Lets the signals that end a process end a wait, too, where a command holds them back until it looks.
+class EndedBySignals {
+public:
+    EndedBySignals() {
+        sigset_t signals{};
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGINT);
+        sigaddset(&signals, SIGTERM);
+        pthread_sigmask(SIG_UNBLOCK, &signals, &_before);
+    }
+    ~EndedBySignals() { pthread_sigmask(SIG_SETMASK, &_before, nullptr); }
+    EndedBySignals(EndedBySignals const&) = delete;
+    EndedBySignals& operator=(EndedBySignals const&) = delete;
+
+private:
+    sigset_t _before{};
+};
+
 bool wait(int descriptor, std::string const& path, Policy const& policy, std::string& reason) {
     LockHolder const holder = LockHolder::of(descriptor);
     if (policy.steals && holder.hasEnded) {
@@ -58,6 +77,7 @@ bool wait(int descriptor, std::string const& path, Policy const& policy, std::st
     } else {
         std::cerr << "waiting for " << who << std::endl;
     }
+    EndedBySignals const endedBySignals;
     if (flockThrough(descriptor, LOCK_EX)) {
         return true;
     }

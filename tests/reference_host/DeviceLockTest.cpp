@@ -132,6 +132,27 @@ TEST_F(DeviceLockTest, IsWaitedFor) {
     EXPECT_THAT(said, StartsWith("waiting for " + device.path() + ": process " + id + " ("));
 }
 
+// A command that holds signals back until it looks for them would never come to look.
+TEST_F(DeviceLockTest, IsNotWaitedForAfterAnInterrupt) {
+    constexpr unsigned secondsOfAWaitThatDoesNotEnd = 20;
+    Process const host(taking());
+    pid_t const waiting = ::fork();
+    if (waiting == 0) {
+        ::alarm(secondsOfAWaitThatDoesNotEnd);
+        sigset_t held{};
+        ::sigemptyset(&held);
+        ::sigaddset(&held, SIGINT);
+        ::pthread_sigmask(SIG_BLOCK, &held, nullptr);
+        DeviceLock::setPolicy({true, false, [](std::string const&) { ::kill(::getpid(), SIGINT); }});
+        taking()();
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(waiting, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGINT);
+}
+
 TEST_F(DeviceLockTest, IsNotStolenFromTheLiving) {
     Process const host(taking());
     DeviceLock::setPolicy({true, true, {}});
