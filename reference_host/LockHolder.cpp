@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
@@ -40,7 +41,7 @@ struct LockLine {
     int process = 0;
     unsigned major = 0;
     unsigned minor = 0;
-    unsigned long inode = 0;
+    std::uint64_t inode = 0;
 };
 
 bool read(std::string const& text, LockLine& line) {
@@ -131,7 +132,7 @@ std::string LockHolder::describe() const {
     }
     std::string const number = "process " + std::to_string(process);
     if (hasEnded) {
-        return number + ", which has ended, or rather one that it has started,";
+        return "a process that " + number + " started before it ended";
     }
     return number + " (" + (program.empty() ? "of an unknown program" : program) +
            (since.empty() ? "" : ", running since " + since) + ")";

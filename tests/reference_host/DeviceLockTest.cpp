@@ -185,8 +185,8 @@ TEST_F(DeviceLockTest, IsStolenWhereTheHolderHasEndedAndLeftItToAChild) {
     ::waitpid(host, nullptr, 0);
     DeviceLock::setPolicy({false, false, {}});
     EXPECT_FALSE(DeviceLock::take(device.path(), reason));
-    EXPECT_EQ(reason, device.path() + ": process " + std::to_string(host) +
-                          ", which has ended, or rather one that it has started, uses it");
+    EXPECT_EQ(reason, device.path() + ": a process that process " + std::to_string(host) +
+                          " started before it ended uses it");
     DeviceLock::setPolicy({false, true, {}});
     EXPECT_TRUE(DeviceLock::take(device.path(), reason));
     ::kill(child, SIGKILL);
